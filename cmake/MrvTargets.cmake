@@ -1,0 +1,54 @@
+# How every target of the project is compiled, and the functions that make the targets.
+
+# Without this a build that takes the project in would decide about position independence, and the
+# system's libraries have to fit into a loadable module.
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(MRV_ROOT "${CMAKE_CURRENT_SOURCE_DIR}")
+
+# mrv_compile_options(TARGET): the language, the warnings and the instrumentation of all targets.
+function(mrv_compile_options target)
+  target_compile_features(${target} PUBLIC cxx_std_20)
+  set_target_properties(${target} PROPERTIES CXX_EXTENSIONS OFF)
+  target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wshadow -Wconversion
+                                           -Wno-deprecated-declarations)
+  if(MRV_SANITIZE)
+    target_compile_options(${target} PUBLIC -fsanitize=${MRV_SANITIZE} -fno-omit-frame-pointer
+                                            -fno-sanitize-recover=all)
+    target_link_options(${target} PUBLIC -fsanitize=${MRV_SANITIZE})
+  endif()
+  if(MRV_COVERAGE)
+    target_compile_options(${target} PUBLIC --coverage -fprofile-update=atomic)
+    target_link_options(${target} PUBLIC --coverage)
+  endif()
+endfunction()
+
+# mrv_system_library(NAME SOURCES...): one static library for one of the system's folders.
+# A product of sums is never contracted into a fused operation: the formulas fix each rounding.
+function(mrv_system_library name)
+  add_library(${name} STATIC ${ARGN})
+  mrv_compile_options(${name})
+  target_compile_options(${name} PUBLIC -ffp-contract=off)
+  set_target_properties(${name} PROPERTIES CXX_VISIBILITY_PRESET hidden
+                                           VISIBILITY_INLINES_HIDDEN ON)
+  target_include_directories(${name} PUBLIC "${MRV_ROOT}")
+  target_link_libraries(${name} PUBLIC platform)
+endfunction()
+
+# mrv_test(NAME SOURCES... [LIBRARIES ...]): a test program of which each test runs in a process
+# of its own.
+function(mrv_test name)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "LIBRARIES")
+  add_executable(${name} ${arg_UNPARSED_ARGUMENTS})
+  mrv_compile_options(${name})
+  target_link_libraries(${name} PRIVATE ${arg_LIBRARIES} GTest::gmock GTest::gtest_main)
+  gtest_discover_tests(${name} TEST_PREFIX "${name}." DISCOVERY_MODE PRE_TEST
+                       PROPERTIES TIMEOUT 120)
+endfunction()
+
+# mrv_benchmark(NAME SOURCES... [LIBRARIES ...]): a Google Benchmark program.
+function(mrv_benchmark name)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "LIBRARIES")
+  add_executable(${name} ${arg_UNPARSED_ARGUMENTS})
+  mrv_compile_options(${name})
+  target_link_libraries(${name} PRIVATE ${arg_LIBRARIES} benchmark::benchmark_main)
+endfunction()
