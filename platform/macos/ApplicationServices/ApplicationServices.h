@@ -1,0 +1,5 @@
+// The umbrella of graphics services.
+#pragma once
+
+#include <CoreGraphics/CoreGraphics.h>
+#include <CoreServices/CoreServices.h>

@@ -1,0 +1,37 @@
+// The file manager's folders and the tasks of Multiprocessing Services.
+#pragma once
+
+#include <CoreFoundation/CoreFoundation.h>
+#include <MacTypes.h>
+
+/// An opaque reference to an existing file or folder.
+struct FSRef {
+  UInt8 hidden[80];
+};
+
+/// A record that finds a file again by more than its path.
+using AliasHandle = struct AliasRecord**;
+
+using FSVolumeRefNum = SInt16;
+using MPTaskID = struct OpaqueMPTaskID*;
+using MPQueueID = struct OpaqueMPQueueID*;
+using MPTaskOptions = OptionBits;
+using TaskProc = OSStatus (*)(void* parameter);
+
+enum : FSVolumeRefNum { kUserDomain = -32763 };
+enum : OSType { kPreferencesFolderType = fourCharCode("pref") };
+enum : Boolean { kDontCreateFolder = 0, kCreateFolder = 1 };
+enum { fnfErr = -43 };
+
+extern "C" {
+
+/// Finds one of the system's folders, making it where `createFolder` says so. [any-thread]
+OSErr FSFindFolder(FSVolumeRefNum vRefNum, OSType folderType, Boolean createFolder,
+                   FSRef* foundRef);
+
+/// Starts a preemptive task with a stack of `stackSize` bytes. `notifyQueue`, the termination
+/// parameters and `task` may be null. [any-thread]
+OSStatus MPCreateTask(TaskProc entryPoint, void* parameter, ByteCount stackSize,
+                      MPQueueID notifyQueue, void* terminationParameter1,
+                      void* terminationParameter2, MPTaskOptions options, MPTaskID* task);
+}
