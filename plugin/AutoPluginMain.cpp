@@ -1,0 +1,84 @@
+#include "plugin/AutoPluginMain.h"
+
+#include <Carbon/Carbon.h>
+#include <SPInterf.h>
+
+#include <exception>
+
+#include "device/MrvDeviceEvents.h"
+#include "hostactions/BrushSize.h"
+#include "hostactions/QueuedEvent.h"
+#include "plugin/Suites.h"
+
+SPPluginRef gPlugInRef = nullptr;
+MrvDeviceEvents* gMrvDeviceEvents = nullptr;
+
+namespace {
+
+constexpr char kInterfaceCaller[] = "SP Interface";
+constexpr char kPhotoshopCaller[] = "PS Photoshop";
+constexpr char kAboutSelector[] = "About";
+constexpr char kStartupSelector[] = "Startup";
+constexpr char kShutdownSelector[] = "Shutdown";
+constexpr char kDoItSelector[] = "Do It";
+constexpr int kAboutDialog = 18502;
+
+/// Host strings have an equality of their own, so they are never compared here.
+bool isHostString(const char* text, const char* expected) {
+  return sSPBasic->IsEqual(text, expected);
+}
+
+void startup() {
+  // The language is fixed; the keyboard layout decides the keys.
+  char language[] = "en";
+  InitBrushSize(language);
+  if (gMrvDeviceEvents == nullptr) gMrvDeviceEvents = new MrvDeviceEvents;
+}
+
+/// The device goes down before the suites, which its events would otherwise acquire again.
+void shutdown() {
+  delete gMrvDeviceEvents;
+  gMrvDeviceEvents = nullptr;
+  PIUSuitesRelease();
+}
+
+/// The conditions are independent: the host's equality decides, and one call may match several.
+void dispatch(const char* caller, const char* selector) {
+  if (isHostString(caller, kInterfaceCaller)) {
+    if (isHostString(selector, kAboutSelector)) DoAbout(gPlugInRef, kAboutDialog);
+    if (isHostString(selector, kStartupSelector)) startup();
+    if (isHostString(selector, kShutdownSelector)) shutdown();
+  }
+  if (isHostString(caller, kPhotoshopCaller) && isHostString(selector, kDoItSelector)) {
+    PlayQueuedEvent();
+  }
+}
+
+}  // namespace
+
+extern "C" __attribute__((visibility("default"))) int AutoPluginMain(const char* caller,
+                                                                     const char* selector,
+                                                                     void* message) {
+  const auto* data = static_cast<const SPMessageData*>(message);
+  sSPBasic = data->basic;
+  gPlugInRef = data->self;
+  try {
+    dispatch(caller, selector);
+  } catch (...) {
+    return kParameterError;
+  }
+  return 0;
+}
+
+void DoAbout(SPPluginRef, int) {
+  static constexpr unsigned char kNote[] =
+      "\x3F>NOT IMPLEMENTED void DoAbout(SPPluginRef plugin, int dialogID)";
+  static_assert(sizeof kNote == 2 + 0x3F);
+  DebugStr(kNote);
+}
+
+void ShowAbout() {}
+
+int ShowVersionAlert(const unsigned char*) { return 0; }
+
+int Execute(PSActionsPlugInMessage*) { return 0; }
