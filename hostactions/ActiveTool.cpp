@@ -1,0 +1,116 @@
+#include "hostactions/ActiveTool.h"
+
+#include <HostTerms.h>
+
+#include <cstring>
+
+#include "hostactions/ApplicationProperty.h"
+#include "hostutil/Truncate.h"
+
+namespace {
+
+struct Tool {
+  const char* name;
+  int number;
+};
+
+/// The brush code tests tools by a bit set over these very numbers, hence the gaps.
+constexpr Tool kTools[] = {
+    {"paintbrushTool", 29},
+    {"cloneStampTool", 30},
+    {"patternStampTool", 31},
+    {"eraserTool", 32},
+    {"historyBrushTool", 33},
+    {"artBrushTool", 35},
+    {"marqueeRectTool", 36},
+    {"marqueeEllipTool", 37},
+    {"marqueeSingleRowTool", 38},
+    {"marqueeSingleColumnTool", 39},
+    {"magneticLassoTool", 40},
+    {"bucketTool", 42},
+    {"magicStampTool", 44},
+    {"spotHealingBrushTool", 45},
+    {"colorReplacementBrushTool", 46},
+    {"redEyeTool", 47},
+    {"magicEraserTool", 48},
+    {"pencilTool", 49},
+    {"backgroundEraserTool", 50},
+    {"gradientTool", 51},
+    {"blurTool", 52},
+    {"smudgeTool", 53},
+    {"sharpenTool", 54},
+    {"saturationTool", 55},
+    {"dodgeTool", 56},
+    {"burnInTool", 57},
+    {"lassoTool", 58},
+    {"polySelTool", 59},
+    {"magicWandTool", 60},
+    {"quickSelectTool", 61},
+};
+
+constexpr uint32 kToolNameSize = 50;
+
+int toolNumberOf(const char (&name)[kToolNameSize]) {
+  for (const Tool& tool : kTools) {
+    if (std::strncmp(name, tool.name, kToolNameSize) == 0) return tool.number;
+  }
+  return kOtherTool;
+}
+
+/// Asks for the current tool; `told` is whether the answer holds it.
+int askForTool(ActionReference& reference, ActionDescriptor& result, bool& told) {
+  told = false;
+  const int error = getApplicationProperty(kKeyTool, reference, result);
+  return error != 0 ? error : askForKey(result, kKeyTool, told);
+}
+
+int readToolID(const ActionDescriptor& result, DescriptorEnumTypeID& tool) {
+  DescriptorEnumID ignoredValue = 0;
+  return sPSActionDescriptor->GetEnumerated(result.get(), kKeyTool, &tool, &ignoredValue);
+}
+
+int getObject(const ActionDescriptor& from, DescriptorKeyID key, ActionDescriptor& object) {
+  DescriptorClassID ignoredClass = 0;
+  return sPSActionDescriptor->GetObject(from.get(), key, &ignoredClass, object.out());
+}
+
+}  // namespace
+
+int PlayeventGetActiveTool(int* toolNumber, int* hostToolID) {
+  // Freed from the last to the first.
+  ActionDescriptor result;
+  ActionReference reference;
+  bool told;
+  int error = askForTool(reference, result, told);
+  if (error != 0 || !told) return error;
+  DescriptorEnumTypeID tool = 0;
+  error = readToolID(result, tool);
+  if (error != 0) return error;
+  if (hostToolID != nullptr) *hostToolID = static_cast<int>(tool);
+  char name[kToolNameSize] = {};
+  error = sPSActionControl->TypeIDToStringID(tool, name, kToolNameSize);
+  *toolNumber = toolNumberOf(name);
+  return error;
+}
+
+int PlayeventGetBrushSize(int* size) {
+  // Freed from the last to the first.
+  ActionDescriptor brush;
+  ActionDescriptor toolOptions;
+  ActionDescriptor result;
+  ActionReference reference;
+  bool told;
+  int error = askForTool(reference, result, told);
+  if (error != 0 || !told) return error;
+  DescriptorEnumTypeID ignoredTool = 0;
+  DescriptorUnitID ignoredUnit = 0;
+  double diameter = 0.0;
+  error = readToolID(result, ignoredTool);
+  if (error == 0) error = getObject(result, kKeyCurrentToolOptions, toolOptions);
+  if (error == 0) error = getObject(toolOptions, kKeyBrush, brush);
+  if (error == 0) {
+    error = sPSActionDescriptor->GetUnitFloat(brush.get(), kKeyDiameter, &ignoredUnit, &diameter);
+  }
+  if (error == 0) *size = truncateToInt32(diameter);
+  return error;
+}

@@ -1,0 +1,263 @@
+#include "hostactions/DescriptorUtilities.h"
+
+#include <HostTerms.h>
+
+#include "plugin/HostObjects.h"
+
+namespace {
+
+constexpr int kNotImplemented = static_cast<int>(fourCharCode("!IMP"));
+constexpr double kPointsPerInch = 72.0;
+
+/// One part of a reference, put into it; the error is the host's.
+int putName(const ActionReference& reference, DescriptorClassID classID, const char* name) {
+  return sPSActionReference->PutName(reference.get(), classID, name);
+}
+
+int putIndex(const ActionReference& reference, DescriptorClassID classID, std::uint32_t index) {
+  return sPSActionReference->PutIndex(reference.get(), classID, index);
+}
+
+int putIdentifier(const ActionReference& reference, DescriptorClassID classID,
+                  std::uint32_t identifier) {
+  return sPSActionReference->PutIdentifier(reference.get(), classID, identifier);
+}
+
+int putProperty(const ActionReference& reference, DescriptorClassID classID, std::uint32_t key) {
+  return sPSActionReference->PutProperty(reference.get(), classID, key);
+}
+
+int putCurrent(const ActionReference& reference, DescriptorClassID classID) {
+  return sPSActionReference->PutEnumerated(reference.get(), classID, kTypeOrdinal, kEnumTarget);
+}
+
+/// Makes a reference and puts the parts into it one after the other, until one fails.
+template <class... Parts>
+int makeReference(ActionReference& reference, Parts... putPart) {
+  int error = sPSActionReference->Make(reference.out());
+  ((error = error != 0 ? error : putPart(reference)), ...);
+  return error;
+}
+
+/// Reads the property `key` of what the parts refer to.
+template <class... Parts>
+int getItem(std::uint32_t key, void* value, void* extra, Parts... putPart) {
+  if (value == nullptr) return kParameterError;
+  ActionDescriptor result;
+  ActionReference reference;
+  int error = makeReference(reference, putPart...);
+  if (error == 0) error = sPSActionControl->Get(result.out(), reference.get());
+  return error != 0 ? error : PIUGetSingleItemFromDescriptor(result.get(), key, value, extra);
+}
+
+int readName(PIActionDescriptor action, char* name, std::uint32_t* length) {
+  Boolean present = 0;
+  int error = sPSActionDescriptor->HasKey(action, kKeyName, &present);
+  if (error != 0 || present == 0) return error;
+  error = sPSActionDescriptor->GetStringLength(action, kKeyName, length);
+  if (error != 0) return error;
+  return sPSActionDescriptor->GetString(action, kKeyName, name, *length + 1);
+}
+
+template <class... Parts>
+int getActionName(char* name, std::uint32_t* length, Parts... putPart) {
+  if (name == nullptr || length == nullptr) return kParameterError;
+  ActionDescriptor result;
+  ActionReference reference;
+  int error = makeReference(reference, putPart...);
+  if (error == 0) error = sPSActionControl->Get(result.out(), reference.get());
+  return error != 0 ? error : readName(result.get(), name, length);
+}
+
+/// An item of which the place is known; `extra` may be null where its type wants none.
+struct Item {
+  PIActionDescriptor descriptor;
+  std::uint32_t key;
+  void* value;
+  void* extra;
+};
+
+template <class T>
+T* as(void* pointer) {
+  return static_cast<T*>(pointer);
+}
+
+int readText(const Item& item) {
+  auto* length = as<std::uint32_t>(item.extra);
+  const std::uint32_t capacity = *length;
+  const int error = sPSActionDescriptor->GetStringLength(item.descriptor, item.key, length);
+  if (error != 0) return error;
+  if (capacity < *length) return kParameterError;
+  return sPSActionDescriptor->GetString(item.descriptor, item.key, as<char>(item.value),
+                                        *length + 1);
+}
+
+/// Items that tell nothing beside their value.
+int readPlain(const Item& item, DescriptorTypeID type) {
+  const auto& [descriptor, key, value, extra] = item;
+  switch (type) {
+    case kTypeClass:
+    case kTypeGlobalClass:
+      return sPSActionDescriptor->GetClass(descriptor, key, as<DescriptorClassID>(value));
+    case kTypePath:
+    case kTypeAlias:
+      return sPSActionDescriptor->GetAlias(descriptor, key, as<Handle>(value));
+    case kTypeValueList:
+      return sPSActionDescriptor->GetList(descriptor, key, as<PIActionList>(value));
+    case kTypeBoolean:
+      return sPSActionDescriptor->GetBoolean(descriptor, key, as<Boolean>(value));
+    case kTypeInteger64:
+      return sPSActionDescriptor->GetInteger64(descriptor, key, as<std::int64_t>(value));
+    case kTypeFloat:
+      return sPSActionDescriptor->GetFloat(descriptor, key, as<double>(value));
+    case kTypeInteger:
+      return sPSActionDescriptor->GetInteger(descriptor, key, as<std::int32_t>(value));
+    case kTypeObjectReference:
+      return sPSActionDescriptor->GetReference(descriptor, key, as<PIActionReference>(value));
+    default:
+      return kNotImplemented;
+  }
+}
+
+/// Items that tell something more; the parameter error where there is no place for it.
+int readItem(const Item& item, DescriptorTypeID type) {
+  const auto& [descriptor, key, value, extra] = item;
+  auto* detail = as<std::uint32_t>(extra);
+  const bool wantsExtra = type == kTypeGlobalObject || type == kTypeObject || type == kTypeText ||
+                          type == kTypeUnitFloat || type == kTypeEnumerated;
+  if (!wantsExtra) return readPlain(item, type);
+  if (extra == nullptr) return kParameterError;
+  switch (type) {
+    case kTypeGlobalObject:
+      return sPSActionDescriptor->GetGlobalObject(descriptor, key, detail,
+                                                  as<PIActionDescriptor>(value));
+    case kTypeObject:
+      return sPSActionDescriptor->GetObject(descriptor, key, detail, as<PIActionDescriptor>(value));
+    case kTypeUnitFloat:
+      return sPSActionDescriptor->GetUnitFloat(descriptor, key, detail, as<double>(value));
+    case kTypeEnumerated:
+      return sPSActionDescriptor->GetEnumerated(descriptor, key, detail,
+                                                as<DescriptorEnumID>(value));
+    default:
+      return readText(item);
+  }
+}
+
+}  // namespace
+
+int PIUActionsPlayByName(const char* setName, const char* actionName) {
+  ActionDescriptor result;
+  ActionDescriptor event;
+  ActionReference reference;
+  int error = makeReference(
+      reference, [&](auto& r) { return putName(r, kClassAction, actionName); },
+      [&](auto& r) { return putName(r, kClassActionSet, setName); });
+  if (error == 0) error = sPSActionDescriptor->Make(event.out());
+  if (error == 0) {
+    error = sPSActionDescriptor->PutReference(event.get(), kKeyTarget, reference.get());
+  }
+  if (error == 0) {
+    error = sPSActionControl->Play(result.out(), kEventPlay, event.get(), plugInDialogSilent);
+  }
+  return error != 0 ? error : PIUCheckPlayResult(result.get());
+}
+
+int PIUActionsGetName(std::uint32_t setIndex, std::uint32_t actionIndex, char* name,
+                      std::uint32_t* length) {
+  return getActionName(
+      name, length, [&](auto& r) { return putIndex(r, kClassAction, actionIndex); },
+      [&](auto& r) { return putIndex(r, kClassActionSet, setIndex); });
+}
+
+int PIUActionsGetName(const char* setName, std::uint32_t actionIndex, char* name,
+                      std::uint32_t* length) {
+  return getActionName(
+      name, length, [&](auto& r) { return putIndex(r, kClassAction, actionIndex); },
+      [&](auto& r) { return putName(r, kClassActionSet, setName); });
+}
+
+int PIUGetInfo(std::uint32_t classID, std::uint32_t key, void* value, void* extra) {
+  return getItem(
+      key, value, extra, [&](auto& r) { return putProperty(r, kClassProperty, key); },
+      [&](auto& r) { return putCurrent(r, classID); });
+}
+
+int PIUGetInfoByIndex(std::uint32_t index, std::uint32_t classID, std::uint32_t key, void* value,
+                      void* extra) {
+  return getItem(
+      key, value, extra, [&](auto& r) { return putProperty(r, kClassProperty, key); },
+      [&](auto& r) { return putIndex(r, classID, index); });
+}
+
+int PIUGetInfoByID(std::uint32_t identifier, std::uint32_t classID, std::uint32_t key, void* value,
+                   void* extra) {
+  return getItem(
+      key, value, extra, [&](auto& r) { return putProperty(r, kClassProperty, key); },
+      [&](auto& r) { return putIdentifier(r, classID, identifier); });
+}
+
+int PIUGetInfoByIndexIndex(std::uint32_t index1, std::uint32_t index2, std::uint32_t class1,
+                           std::uint32_t class2, std::uint32_t key, void* value, void* extra) {
+  return getItem(
+      key, value, extra, [&](auto& r) { return putProperty(r, kClassProperty, key); },
+      [&](auto& r) { return putIndex(r, class1, index1); },
+      [&](auto& r) { return putIndex(r, class2, index2); });
+}
+
+int PIUGetInfoByIDID(std::uint32_t id1, std::uint32_t id2, std::uint32_t class1,
+                     std::uint32_t class2, std::uint32_t key, void* value, void* extra) {
+  return getItem(
+      key, value, extra, [&](auto& r) { return putProperty(r, kClassProperty, key); },
+      [&](auto& r) { return putIdentifier(r, class1, id1); },
+      [&](auto& r) { return putIdentifier(r, class2, id2); });
+}
+
+int PIUGetBackgroundInfo(std::uint32_t key, void* value, void* extra) {
+  return getItem(
+      key, value, extra,
+      [&](auto& r) { return putProperty(r, kClassBackgroundLayer, kKeyBackground); },
+      [&](auto& r) { return putCurrent(r, kClassDocument); });
+}
+
+int PIUGetSingleItemFromDescriptor(PIActionDescriptor descriptor, std::uint32_t key, void* value,
+                                   void* extra) {
+  if (value == nullptr) return kParameterError;
+  Boolean present = 0;
+  DescriptorTypeID type = 0;
+  int error = sPSActionDescriptor->HasKey(descriptor, key, &present);
+  if (error != 0 || present == 0) return error;
+  error = sPSActionDescriptor->GetType(descriptor, key, &type);
+  return error != 0 ? error : readItem({descriptor, key, value, extra}, type);
+}
+
+int PIUGetErrorStringFromDescriptor(PIActionDescriptor descriptor, char* buffer,
+                                    std::uint32_t size) {
+  if (buffer == nullptr) return kParameterError;
+  Boolean present = 0;
+  std::uint32_t length = 0;
+  int error = sPSActionDescriptor->HasKey(descriptor, kKeyMessage, &present);
+  if (error != 0 || present == 0) return error;
+  error = sPSActionDescriptor->GetStringLength(descriptor, kKeyMessage, &length);
+  if (error != 0 || length == 0) return error;
+  if (length > size) return kParameterError;
+  // The limit is the length itself, so the last character gives way to the terminator: meant so,
+  // and unlike the other texts here.
+  return sPSActionDescriptor->GetString(descriptor, kKeyMessage, buffer, length);
+}
+
+int PIUCheckPlayResult(PIActionDescriptor result) {
+  if (result == nullptr) return -1;
+  Boolean present = 0;
+  const int error = sPSActionDescriptor->HasKey(result, kKeyMessage, &present);
+  return (present != 0 ? -1 : 0) | error;
+}
+
+double UnitsToPixels(double value, std::uint32_t unit, double resolution) {
+  return unit == kUnitDistance ? value * resolution / kPointsPerInch : value;
+}
+
+double PixelsToUnits(double value, std::uint32_t unit, double resolution) {
+  if (unit == kUnitPixels) return value;
+  if (unit != kUnitDistance || resolution == 0.0) return 0.0;
+  return value * kPointsPerInch / resolution;
+}

@@ -1,0 +1,59 @@
+#include "hostactions/HostVersion.h"
+
+#include <HostTerms.h>
+#include <PIProperties.h>
+
+#include "hostactions/ApplicationProperty.h"
+
+namespace {
+
+/// The object under `key`; false where the key is absent or the host fails.
+bool getObject(const ActionDescriptor& descriptor, DescriptorKeyID key, ActionDescriptor& object) {
+  DescriptorClassID ignoredClass = 0;
+  return hasKey(descriptor, key) &&
+         sPSActionDescriptor->GetObject(descriptor.get(), key, &ignoredClass, object.out()) == 0;
+}
+
+/// Both numbers start at 0 and keep that where the host does not tell them.
+struct Version {
+  std::int32_t major = 0;
+  std::int32_t minor = 0;
+};
+
+bool queryVersion(Version& answer) {
+  // Freed from the last to the first.
+  ActionReference reference;
+  ActionDescriptor version;
+  ActionDescriptor result;
+  if (getApplicationProperty(kKeyHostVersion, reference, result) != 0) return false;
+  if (!getObject(result, kKeyHostVersion, version)) return false;
+  if (!hasKey(version, kKeyVersionMajor)) return false;
+  sPSActionDescriptor->GetInteger(version.get(), kKeyVersionMajor, &answer.major);
+  sPSActionDescriptor->GetInteger(version.get(), kKeyVersionMinor, &answer.minor);
+  return true;
+}
+
+}  // namespace
+
+int PSMajorVersion(int* major, int* minor) {
+  static int version = 0;
+  static int majorVer = 0;
+  static int minorVer = 0;
+  if (major == nullptr || minor == nullptr) return 0;
+  if (version == 0) {
+    Version answer;
+    if (!queryVersion(answer)) return 0;
+    version = majorVer = answer.major;
+    minorVer = answer.minor;
+  }
+  *major = majorVer;
+  *minor = minorVer;
+  return version;
+}
+
+bool PSIsModal() {
+  // Leans towards modal: an answer that does not come leaves the 1.
+  std::intptr_t modal = 1;
+  sPSProperty->getPropertyProc(kPhotoshopSignature, propAppIsModal, 0, &modal, nullptr);
+  return modal != 0;
+}

@@ -1,0 +1,127 @@
+#include "hostactions/QueuedEvent.h"
+
+#include <HostTerms.h>
+
+#include "hostactions/BrushSize.h"
+#include "hostactions/PsUIBoss.h"
+#include "plugin/HostObjects.h"
+
+int gPlayFunction = kPlayNothing;
+double gDoubleValue = 0.0;
+long long gActiveTool = 0;
+
+namespace {
+
+constexpr double kSmallestDiameter = 1.0;
+constexpr double kLargestDiameter = 2500.0;
+
+int setBrushProperty(const char* stringID, DescriptorUnitID unit) {
+  // The host reads the name only.
+  return PlayeventDynamicSetProperty(const_cast<char*>(stringID), unit, gDoubleValue);
+}
+
+int setDiameterAndSelect() {
+  const int setError = setBrushProperty("masterDiameter", kUnitPixels);
+  return setError | PlayeventSelectBrush();
+}
+
+int playRequest() {
+  switch (gPlayFunction) {
+    case kPlayMasterDiameter:
+      return setDiameterAndSelect();
+    case kPlayHardness:
+      return setBrushProperty("hardness", kUnitPercent);
+    case kPlaySpacing:
+      return setBrushProperty("spacing", kUnitPercent);
+    case kPlayNewBrushSize:
+      SetNewBrushSize();
+      return 0;
+    default:
+      return 0;
+  }
+}
+
+/// Makes the event's descriptor with a reference to the current brush as its target.
+int makeSetEvent(ActionDescriptor& event, ActionReference& brushReference) {
+  int error = sPSActionDescriptor->Make(event.out());
+  if (error == 0) error = sPSActionReference->Make(brushReference.out());
+  if (error == 0) {
+    error = sPSActionReference->PutEnumerated(brushReference.get(), kClassBrush, kTypeOrdinal,
+                                              kEnumTarget);
+  }
+  if (error == 0) {
+    error = sPSActionDescriptor->PutReference(event.get(), kKeyTarget, brushReference.get());
+  }
+  return error;
+}
+
+/// Makes the brush's descriptor with the one property in it.
+int makeBrush(ActionDescriptor& brush, const char* stringID, DescriptorUnitID unit, double value) {
+  DescriptorTypeID property = 0;
+  int error = sPSActionDescriptor->Make(brush.out());
+  if (error == 0) error = sPSActionControl->StringIDToTypeID(stringID, &property);
+  if (error == 0) error = sPSActionDescriptor->PutUnitFloat(brush.get(), property, unit, value);
+  return error;
+}
+
+int makeSelectEvent(ActionDescriptor& event, ActionReference& tool) {
+  const auto toolClass = static_cast<DescriptorClassID>(gActiveTool);
+  int error = sPSActionDescriptor->Make(event.out());
+  if (error == 0) error = sPSActionReference->Make(tool.out());
+  if (error == 0) error = sPSActionReference->PutClass(tool.get(), toolClass);
+  if (error == 0) error = sPSActionDescriptor->PutReference(event.get(), kKeyTarget, tool.get());
+  return error;
+}
+
+int playSilently(ActionDescriptor& result, DescriptorEventID event,
+                 const ActionDescriptor& descriptor) {
+  return sPSActionControl->Play(result.out(), event, descriptor.get(), plugInDialogSilent);
+}
+
+}  // namespace
+
+int PlayQueuedEvent() {
+  if (PsUIBoss::Instance().MouseIsDown()) return 0;
+  const int error = playRequest();
+  gPlayFunction = kPlayNothing;
+  return error;
+}
+
+int PlayeventDynamicSetMasterDiameter(double diameter, int hostToolID) {
+  if (diameter < kSmallestDiameter) diameter = kSmallestDiameter;
+  if (diameter > kLargestDiameter) diameter = kLargestDiameter;
+  gDoubleValue = diameter;
+  gActiveTool = hostToolID;
+  gPlayFunction = kPlayMasterDiameter;
+  return 0;
+}
+
+void PlayeventWinSetMasterDiameter() { gPlayFunction = kPlayNewBrushSize; }
+
+bool IsPlayEventBusy() { return gPlayFunction != kPlayNothing; }
+
+int PlayeventDynamicSetProperty(char* key, unsigned long unitID, double value) {
+  // Freed from the last to the first.
+  ActionDescriptor brush;
+  ActionReference brushReference;
+  ActionDescriptor event;
+  ActionDescriptor result;
+  int error = makeSetEvent(event, brushReference);
+  if (error == 0) error = makeBrush(brush, key, static_cast<DescriptorUnitID>(unitID), value);
+  if (error == 0) {
+    error = sPSActionDescriptor->PutObject(event.get(), kKeyTo, kClassBrush, brush.get());
+  }
+  if (error == 0) error = playSilently(result, kEventSet, event);
+  return error;
+}
+
+int PlayeventSelectBrush() {
+  if (gActiveTool == 0) return 0;
+  // Freed from the last to the first.
+  ActionReference tool;
+  ActionDescriptor event;
+  ActionDescriptor result;
+  int error = makeSelectEvent(event, tool);
+  if (error == 0) error = playSilently(result, kEventSelect, event);
+  return error;
+}

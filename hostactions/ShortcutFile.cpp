@@ -1,0 +1,150 @@
+#include "hostactions/ShortcutFile.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <string>
+
+#include "hostactions/HostVersion.h"
+#include "hostactions/PreferencesFolder.h"
+#include "hostutil/File.h"
+
+namespace {
+
+constexpr CFIndex kPathSize = 1024;
+constexpr std::size_t kBlock = 200;
+
+/// The beginning of the plug-in's name as the host writes it, four bytes for each character.
+constexpr unsigned char kRecordName[] = {'M', 0, 0, 0, 'r', 0, 0, 0, 'v', 0, 0, 0,
+                                         'P', 0, 0, 0, 'h', 0, 0, 0, 'o', 0, 0, 0};
+
+/// Offsets into the record, from the first byte behind the name.
+constexpr std::size_t kControlFlag = 11;
+constexpr std::size_t kShiftFlag = 12;
+constexpr std::size_t kOptionFlag = 13;
+constexpr std::size_t kKey = 18;
+constexpr std::size_t kOtherKey = 20;
+constexpr char kOtherKeys[] = "zxcv`abdemgo";
+
+/// Virtual key codes of the modifier keys. They are no bits: merged by OR, Shift with Control gives
+/// Control alone. That is meant and kept.
+constexpr unsigned char kControlKeyCode = 59;
+constexpr unsigned char kShiftKeyCode = 56;
+constexpr unsigned char kOptionKeyCode = 58;
+
+/// In the order in which they are tried. The Spanish one is spelled so by the host.
+constexpr const char* kFileNames[] = {"Keyboard Shortcuts.psp", "Raccourcis clavier.psp",
+                                      "MÈtodos abrev de teclado.psp", "Tastaturbefehle.psp"};
+
+/// One read's worth of the file. A search that reaches past the bytes just read finds what the
+/// block before left there, zeros at first.
+struct Block {
+  unsigned char bytes[kBlock + sizeof kRecordName] = {};
+  std::size_t size = 0;
+};
+
+/// The number in the host's name for a version: "CS" and N, or N.M where M is not 0.
+struct MarketingVersion {
+  int n;
+  int m;
+};
+
+MarketingVersion marketingVersion(int major, int minor) {
+  switch (major) {
+    case 10:
+      return {3, minor};
+    case 11:
+      return {4, minor};
+    case 12:
+      if (minor == 0) return {5, 0};
+      return {5, minor < 2 ? 1 : 5};
+    case 13:
+      return {6, minor};
+    default:
+      return {major, minor};
+  }
+}
+
+std::string settingsFolderName() {
+  int major = 0;
+  int minor = 0;
+  PSMajorVersion(&major, &minor);
+  const auto [n, m] = marketingVersion(major, minor);
+  char name[1024];
+  if (m == 0) {
+    std::snprintf(name, sizeof name, "/Adobe Photoshop CS%i Settings/", n);
+  } else {
+    std::snprintf(name, sizeof name, "/Adobe Photoshop CS%i.%i Settings/", n, m);
+  }
+  return name;
+}
+
+/// The path of the settings folder. The last copy lives to the process's end, deliberately.
+const char* settingsFolderPath() {
+  static char* basePath = nullptr;
+  const std::string name = settingsFolderName();
+  char folder[kPathSize];
+  copyPreferencesFolderPath(folder, kPathSize);
+  std::free(basePath);
+  basePath = strdup((folder + name).c_str());
+  return basePath;
+}
+
+File openShortcutFile(const std::string& basePath) {
+  for (const char* name : kFileNames) {
+    File file(std::fopen((basePath + name).c_str(), "rb"));
+    if (file) return file;
+  }
+  return nullptr;
+}
+
+void readBlock(std::FILE* file, Block& block) {
+  block.size = std::fread(block.bytes, 1, kBlock, file);
+}
+
+/// The position of the name among the bytes just read; the block's size where it is not there.
+std::size_t findName(const Block& block) {
+  std::size_t i = 0;
+  while (i < block.size && std::memcmp(block.bytes + i, kRecordName, sizeof kRecordName) != 0) ++i;
+  return i;
+}
+
+/// Reads on behind the name that the block holds at `name`.
+void readRecord(std::FILE* file, Block& block, std::size_t name) {
+  const auto behind = static_cast<long>(name + sizeof kRecordName);
+  std::fseek(file, behind - static_cast<long>(block.size), SEEK_CUR);
+  readBlock(file, block);
+}
+
+char keyOf(const unsigned char* record) {
+  if (record[kKey] != 0) return static_cast<char>(record[kKey]);
+  const char key = static_cast<char>(record[kOtherKey]);
+  return std::strchr(kOtherKeys, key) != nullptr ? key : '\0';
+}
+
+Shortcut decode(const unsigned char* record) {
+  const int modifier = (record[kControlFlag] != 0 ? kControlKeyCode : 0) |
+                       (record[kShiftFlag] != 0 ? kShiftKeyCode : 0) |
+                       (record[kOptionFlag] != 0 ? kOptionKeyCode : 0);
+  return {static_cast<unsigned char>(modifier), keyOf(record)};
+}
+
+bool findShortcut(std::FILE* file, Shortcut& shortcut) {
+  Block block;
+  for (readBlock(file, block); block.size > 0; readBlock(file, block)) {
+    const std::size_t name = findName(block);
+    // A name that straddles two blocks is not found.
+    if (name == block.size) continue;
+    readRecord(file, block, name);
+    shortcut = decode(block.bytes);
+    return true;
+  }
+  return false;
+}
+
+}  // namespace
+
+bool readPluginShortcut(Shortcut& shortcut) {
+  const File file = openShortcutFile(settingsFolderPath());
+  return file && findShortcut(file.get(), shortcut);
+}
