@@ -1,0 +1,72 @@
+#include <cstdlib>
+
+#include "navigate/HostWindow.h"
+#include "navigate/Navigate2D.h"
+#include "navigate/ScreenGeometry.h"
+
+namespace {
+
+constexpr int kPanThreshold = 6;
+constexpr int kTickPixels = 8;
+constexpr short kOrigin = 5;
+
+/// s·|s|/250 by way of the quotients below: the first in single, the others in double precision,
+/// so that the last bit comes out as it always has.
+double scaled(int s) {
+  const float q = 500.0F / static_cast<float>(s);
+  const double k = static_cast<double>(q) * 0.5;
+  const double m = s / k;
+  return s <= 0 ? -m : m;
+}
+
+/// Where a displacement of `s` ends. The origin is added before the truncation and taken away after
+/// it, which rounds small negative steps away from zero and positive ones toward it, on purpose: a
+/// negative motion of any size moves, a positive one only from 16 counts on.
+short endOf(int s) { return pixel(scaled(s) + kOrigin); }
+
+struct Wheel {
+  int step;
+  UInt16 axis;
+  UInt32 modifiers;
+};
+
+/// How the host is made to scroll along the displacement. A host that zooms with the wheel scrolls
+/// with option held, and sideways with command held as well.
+Wheel wheelFor(Point start, Point end, bool zoomWithScrollWheel) {
+  if (start.h == end.h) {
+    return {start.v - end.v, kVerticalWheel, zoomWithScrollWheel ? UInt32{optionKey} : 0};
+  }
+  const int step = start.h - end.h;
+  if (zoomWithScrollWheel) return {step, kVerticalWheel, optionKey | cmdKey};
+  return {step, kHorizontalWheel, 0};
+}
+
+}  // namespace
+
+void Navigate2D::PanEvent(short dx, short dy) {
+  if (dx == 0 && dy == 0) {
+    RemoveMouseDownHandler();
+  } else {
+    InstallMouseDownHandler();
+  }
+  if (mayAct()) SimulateScrollbarPan(dx, dy);
+}
+
+void Navigate2D::SimulateScrollbarPan(int dx, int dy) {
+  if (getMainPhotoshopWindow() == nullptr) return;
+  const bool horizontal = std::abs(dx) > std::abs(dy);
+  const Point start = {.v = kOrigin, .h = kOrigin};
+  Point end = start;
+  (horizontal ? end.h : end.v) = endOf(horizontal ? dx : dy);
+  SimulateScrollWheelPanEvent(nullptr, start, end);
+}
+
+void Navigate2D::SimulateScrollWheelPanEvent(WindowRef, Point start, Point end) {
+  static std::int16_t panAccumulator = 0;
+  const Wheel wheel = wheelFor(start, end, m_zoomWithScrollWheel);
+  panAccumulator = static_cast<std::int16_t>(panAccumulator + wheel.step);
+  if (std::abs(panAccumulator) < kPanThreshold) return;
+  const int direction = panAccumulator > 0 ? 1 : -1;
+  panAccumulator = 0;
+  postTick(wheel.axis, direction * kTickPixels, wheel.modifiers);
+}

@@ -1,0 +1,87 @@
+// The synthesized scroll wheel: where a tick goes, how it is bracketed by modifier keys, and the
+// wait for the host's redraw that paces it.
+#include <ApplicationServices/ApplicationServices.h>
+
+#include "navigate/HostWindow.h"
+#include "navigate/Navigate2D.h"
+#include "navigate/ScreenGeometry.h"
+
+namespace {
+
+constexpr CGKeyCode kOptionKeyCode = 58;
+constexpr CGKeyCode kCommandKeyCode = 55;
+constexpr std::int16_t kLongestWait = 50;
+
+void postAndRelease(CGEventRef event) {
+  CGEventPost(kCGSessionEventTap, event);
+  if (event != nullptr) CFRelease(event);
+}
+
+void postKey(CGKeyCode key, bool down) {
+  const CGEventRef event = CGEventCreateKeyboardEvent(nullptr, key, down);
+  CGEventSetType(event, down ? kCGEventKeyDown : kCGEventKeyUp);
+  postAndRelease(event);
+}
+
+CGEventRef createWheelEvent(UInt16 axis, SInt32 delta) {
+  if (axis == kVerticalWheel) {
+    return CGEventCreateScrollWheelEvent(nullptr, kCGScrollEventUnitPixel, 1, delta);
+  }
+  return CGEventCreateScrollWheelEvent(nullptr, kCGScrollEventUnitPixel, 2, 0, delta);
+}
+
+void postWheel(UInt16 axis, SInt32 delta, Point where, CGEventFlags flags) {
+  const CGEventRef event = createWheelEvent(axis, delta);
+  if (flags != 0) CGEventSetFlags(event, flags);
+  convertNSMousePtToCG(&where);
+  CGEventSetLocation(event, {static_cast<CGFloat>(where.h), static_cast<CGFloat>(where.v)});
+  CGEventSetType(event, kCGEventScrollWheel);
+  postAndRelease(event);
+}
+
+}  // namespace
+
+int Navigate2D::SimulateWheelMovedEvent(WindowRef, UInt16 axis, SInt32 delta, Point where,
+                                        UInt32 modifiers) {
+  const bool option = (modifiers & optionKey) != 0;
+  const bool command = (modifiers & cmdKey) != 0;
+  const CGEventFlags flags = (command ? CGEventFlags{kCGEventFlagMaskCommand} : 0) |
+                             (option ? CGEventFlags{kCGEventFlagMaskAlternate} : 0);
+  if (option) postKey(kOptionKeyCode, true);
+  if (command) postKey(kCommandKeyCode, true);
+  postWheel(axis, delta, where, flags);
+  // Released in the reverse order of pressing.
+  if (command) postKey(kCommandKeyCode, false);
+  if (option) postKey(kOptionKeyCode, false);
+  return 0;
+}
+
+int Navigate2D::SimulateMouseDragEvent(WindowRef, Point, Point) { return 0; }
+
+int Navigate2D::GetSbarControl(WindowRef, SInt32, ControlRef*) { return 0; }
+
+/// Whether a sample may act. One that may not is dropped and counted: at the 51st the wait ends by
+/// itself, so that a redraw that never comes does not stop the device for good.
+bool Navigate2D::mayAct() {
+  if (m_refreshWait == 0 && !isPhotoshopWindowUpdatePending()) return true;
+  m_refreshWait = m_refreshWait <= kLongestWait ? static_cast<std::int16_t>(m_refreshWait + 1)
+                                                : std::int16_t{0};
+  return false;
+}
+
+/// Posts one tick at the mouse, or at the window's centre where the mouse is outside. On the right
+/// edge it moves to the centre line. The wait begins before anything is posted, and also where the
+/// window turns out too narrow to post anything.
+void Navigate2D::postTick(UInt16 axis, SInt32 delta, UInt32 modifiers) {
+  Rect bounds;
+  Point mouse;
+  getMainPhotoshopWindowBounds(&bounds);
+  getCurrentMouseLocation(&mouse);
+  Point where = placeInside(bounds, mouse);
+  if (m_refreshWait <= 0) m_refreshWait = 1;
+  if (where.h >= bounds.right) {
+    where.h = middle(bounds.left, bounds.right);
+    if (bounds.left >= where.h) return;
+  }
+  SimulateWheelMovedEvent(nullptr, axis, delta, where, modifiers);
+}
