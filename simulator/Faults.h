@@ -11,8 +11,8 @@
 
 namespace simulator {
 
-/// One order to fail. Procedures are named "Suite.Member" ("ActionControl.Get", "Basic.AcquireSuite",
-/// "Framework.Install"); "*" stands for every one of them.
+/// One order to fail. Procedures are named "Suite.Member" ("ActionControl.Get",
+/// "Basic.AcquireSuite", "Framework.Install"); "*" stands for every one of them.
 struct FaultRule {
   std::string procedure;
   std::int32_t error = 0;   ///< what the failing calls return

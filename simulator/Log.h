@@ -1,11 +1,12 @@
 // The log of everything that the plug-in does to its surroundings: one JSON object a line.
 #pragma once
 
+#include <nlohmann/json.hpp>
+
 #include <atomic>
 #include <cstdint>
 #include <functional>
 #include <mutex>
-#include <nlohmann/json.hpp>
 #include <string>
 #include <string_view>
 
