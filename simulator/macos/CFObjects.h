@@ -1,0 +1,108 @@
+// The reference-counted objects of the simulated Mac: strings, URLs, data, input sources and
+// synthesized events. [any-thread]
+#pragma once
+
+#include <Carbon/Carbon.h>
+
+#include <cstdint>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "simulator/macos/HandleTable.h"
+
+namespace simulator {
+
+struct CFText {
+  std::string utf8;
+};
+
+struct CFUrl {
+  std::string path;  ///< absolute POSIX path
+};
+
+struct CFBytes {
+  std::vector<std::uint8_t> bytes;
+};
+
+struct InputSource {
+  CFStringRef identifier = nullptr;  ///< owned by the source
+};
+
+struct KeyboardEvent {
+  CGKeyCode key = 0;
+  bool down = false;
+};
+
+struct WheelEvent {
+  CGScrollEventUnit units = 0;
+  std::vector<std::int32_t> wheels;
+};
+
+struct SynthesizedEvent {
+  std::variant<KeyboardEvent, WheelEvent> input;
+  CGEventType type = 0;
+  CGEventFlags flags = 0;
+  CGPoint location = {0.0, 0.0};
+};
+
+/// All objects of the process. Wrong use by a caller is a misuse line that names the procedure.
+class CFObjects {
+ public:
+  using Value = std::variant<CFText, CFUrl, CFBytes, InputSource, SynthesizedEvent>;
+
+  /// Makes an object with one reference.
+  CFTypeRef make(Value value);
+
+  /// A copy of the object's value where it is alive and a `T`; else none, and a misuse in
+  /// `procedure`.
+  template <class T>
+  std::optional<T> get(CFTypeRef object, const char* procedure) {
+    const std::lock_guard lock(mutex_);
+    T* value = find<T>(object, procedure);
+    return value != nullptr ? std::optional<T>(*value) : std::nullopt;
+  }
+
+  /// Changes the object's value in place, under the table's lock.
+  template <class T, class Change>
+  void change(CFTypeRef object, const char* procedure, Change change) {
+    const std::lock_guard lock(mutex_);
+    if (T* value = find<T>(object, procedure)) change(*value);
+  }
+
+  void retain(CFTypeRef object);
+  void release(CFTypeRef object);
+
+  std::size_t live();
+
+  /// A misuse line for every object that is still alive.
+  void reportLeaks();
+
+ private:
+  struct Object {
+    Value value;
+    long references = 1;
+  };
+
+  template <class T>
+  T* find(CFTypeRef handle, const char* procedure) {
+    Object* object = objects_.find(handle);
+    T* value = object != nullptr ? std::get_if<T>(&object->value) : nullptr;
+    if (value == nullptr) reportWrongUse(handle, procedure);
+    return value;
+  }
+  void reportWrongUse(CFTypeRef handle, const char* procedure);
+
+  std::mutex mutex_;
+  HandleTable<Object> objects_;
+};
+
+/// The objects of the process; they outlive every static object.
+CFObjects& theCFObjects();
+
+/// A string object with one reference.
+CFStringRef makeCFString(std::string utf8);
+
+}  // namespace simulator

@@ -1,0 +1,57 @@
+// The event manager's published functions.
+#include <Carbon/Carbon.h>
+
+#include "simulator/macos/EventManager.h"
+
+using simulator::theEventManager;
+
+OSStatus CreateEvent(CFAllocatorRef, OSType inClassID, UInt32 inKind, EventTime inWhen,
+                     EventAttributes, EventRef* outEvent) {
+  constexpr OSStatus kOutOfMemory = -108;
+  const EventRef event = theEventManager().create(inClassID, inKind, inWhen);
+  if (event == nullptr) return kOutOfMemory;
+  *outEvent = event;
+  return noErr;
+}
+
+void ReleaseEvent(EventRef inEvent) { theEventManager().release(inEvent); }
+
+OSType GetEventClass(EventRef inEvent) { return theEventManager().classOf(inEvent); }
+
+UInt32 GetEventKind(EventRef inEvent) { return theEventManager().kindOf(inEvent); }
+
+OSStatus SetEventParameter(EventRef inEvent, EventParamName inName, EventParamType inType,
+                           ByteCount inSize, const void* inDataPtr) {
+  return theEventManager().setParameter(inEvent, inName, inType,
+                                        {static_cast<const std::byte*>(inDataPtr), inSize});
+}
+
+OSStatus GetEventParameter(EventRef inEvent, EventParamName inName, EventParamType inDesiredType,
+                           EventParamType* outActualType, ByteCount inBufferSize,
+                           ByteCount* outActualSize, void* outData) {
+  const ByteCount room = outData != nullptr ? inBufferSize : 0;
+  return theEventManager().getParameter(inEvent, inName, inDesiredType, outActualType,
+                                        {static_cast<std::byte*>(outData), room}, outActualSize);
+}
+
+EventQueueRef GetMainEventQueue() { return theEventManager().mainQueue(); }
+
+OSStatus PostEventToQueue(EventQueueRef inQueue, EventRef inEvent, EventPriority inPriority) {
+  return theEventManager().post(inQueue, inEvent, inPriority);
+}
+
+EventTargetRef GetEventDispatcherTarget() { return theEventManager().dispatcher(); }
+
+OSStatus InstallEventHandler(EventTargetRef inTarget, EventHandlerUPP inHandler,
+                             ItemCount inNumTypes, const EventTypeSpec* inList, void* inUserData,
+                             EventHandlerRef* outRef) {
+  return theEventManager().install(inTarget, inHandler, {inList, inNumTypes}, inUserData, outRef);
+}
+
+OSStatus RemoveEventHandler(EventHandlerRef inHandlerRef) {
+  return theEventManager().remove(inHandlerRef);
+}
+
+OSStatus CallNextEventHandler(EventHandlerCallRef inCallRef, EventRef inEvent) {
+  return theEventManager().callNext(inCallRef, inEvent);
+}

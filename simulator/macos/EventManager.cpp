@@ -1,0 +1,309 @@
+#include "simulator/macos/EventManager.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cstring>
+
+namespace simulator {
+
+namespace {
+
+// Published codes that callers of the system meet only as "not 0".
+constexpr OSStatus kEventInternalErr = -9868;
+constexpr OSStatus kCoercionFailed = -1700;
+constexpr EventParamType kTypeWildCard = fourCharCode("****");
+
+template <class T>
+Json numberOf(std::span<const std::byte> bytes) {
+  if (bytes.size() != sizeof(T)) return nullptr;
+  T value;
+  std::memcpy(&value, bytes.data(), sizeof value);
+  return value;
+}
+
+Json valueAsJson(EventParamType type, std::span<const std::byte> bytes) {
+  switch (type) {
+    case typeSInt16:
+      return numberOf<std::int16_t>(bytes);
+    case typeUInt32:
+      return numberOf<std::uint32_t>(bytes);
+    case typeSInt64:
+      return numberOf<std::int64_t>(bytes);
+    case typeChar:
+      if (bytes.size() == 1) return std::to_integer<int>(bytes[0]);
+      return std::string(reinterpret_cast<const char*>(bytes.data()), bytes.size());
+    default:
+      return nullptr;
+  }
+}
+
+Json typesAsJson(std::span<const EventTypeSpec> types) {
+  Json list = Json::array();
+  for (const EventTypeSpec& type : types) {
+    list.push_back({idText(type.eventClass), type.eventKind});
+  }
+  return list;
+}
+
+}  // namespace
+
+ParameterBytes::ParameterBytes(std::span<const std::byte> bytes) : size_(bytes.size()) {
+  if (size_ > small_.size()) {
+    large_.assign(bytes.begin(), bytes.end());
+  } else {
+    std::copy(bytes.begin(), bytes.end(), small_.begin());
+  }
+}
+
+std::span<const std::byte> ParameterBytes::view() const {
+  return {large_.empty() ? small_.data() : large_.data(), size_};
+}
+
+EventManager::EventManager() : application_([](EventRef) {}) {}
+
+EventRef EventManager::create(OSType eventClass, UInt32 kind, EventTime when) {
+  if (failingCreations_ > 0) {
+    --failingCreations_;
+    return nullptr;
+  }
+  const std::lock_guard lock(mutex_);
+  const void* handle = events_.insert({eventClass, kind, when, 1, false, {}});
+  return static_cast<EventRef>(const_cast<void*>(handle));
+}
+
+void EventManager::retain(EventRef ref) {
+  const std::lock_guard lock(mutex_);
+  if (Event* event = find(ref, "RetainEvent")) ++event->references;
+}
+
+void EventManager::release(EventRef ref) {
+  const std::lock_guard lock(mutex_);
+  Event* event = find(ref, "ReleaseEvent");
+  if (event != nullptr && --event->references == 0) events_.erase(ref);
+}
+
+OSType EventManager::classOf(EventRef ref) {
+  const std::lock_guard lock(mutex_);
+  const Event* event = find(ref, "GetEventClass");
+  return event != nullptr ? event->eventClass : 0;
+}
+
+UInt32 EventManager::kindOf(EventRef ref) {
+  const std::lock_guard lock(mutex_);
+  const Event* event = find(ref, "GetEventKind");
+  return event != nullptr ? event->kind : 0;
+}
+
+OSStatus EventManager::setParameter(EventRef ref, EventParamName name, EventParamType type,
+                                    std::span<const std::byte> bytes) {
+  const std::lock_guard lock(mutex_);
+  Event* event = find(ref, "SetEventParameter");
+  if (event == nullptr) return paramErr;
+  auto& parameters = event->parameters;
+  const auto known = std::find_if(parameters.begin(), parameters.end(),
+                                  [&](const EventParameter& p) { return p.name == name; });
+  EventParameter parameter = {name, type, ParameterBytes(bytes)};
+  if (known != parameters.end()) {
+    *known = std::move(parameter);
+  } else {
+    parameters.push_back(std::move(parameter));
+  }
+  return noErr;
+}
+
+OSStatus EventManager::getParameter(EventRef ref, EventParamName name, EventParamType wanted,
+                                    EventParamType* type, std::span<std::byte> buffer,
+                                    ByteCount* size) {
+  const std::lock_guard lock(mutex_);
+  const Event* event = find(ref, "GetEventParameter");
+  if (event == nullptr) return paramErr;
+  const auto& parameters = event->parameters;
+  const auto known = std::find_if(parameters.begin(), parameters.end(),
+                                  [&](const EventParameter& p) { return p.name == name; });
+  if (known == parameters.end()) return eventParameterNotFoundErr;
+  if (wanted != known->type && wanted != kTypeWildCard) return kCoercionFailed;
+  const auto bytes = known->bytes.view();
+  if (type != nullptr) *type = known->type;
+  if (size != nullptr) *size = bytes.size();
+  std::copy_n(bytes.begin(), std::min(bytes.size(), buffer.size()), buffer.begin());
+  return noErr;
+}
+
+EventQueueRef EventManager::mainQueue() { return reinterpret_cast<EventQueueRef>(&queue_); }
+
+OSStatus EventManager::post(EventQueueRef queue, EventRef ref, EventPriority priority) {
+  const bool known = queue == mainQueue() && kEventPriorityLow <= priority &&
+                     priority <= kEventPriorityHigh;
+  Event posted;
+  {
+    const std::lock_guard lock(mutex_);
+    Event* event = find(ref, "PostEventToQueue");
+    if (event == nullptr || !known) return paramErr;
+    if (event->queued) return eventAlreadyPostedErr;
+    event->queued = true;
+    ++event->references;
+    if (theLog().enabled()) posted = *event;
+  }
+  logPosted(posted, priority);
+  const std::lock_guard lock(mutex_);
+  queue_[static_cast<std::size_t>(priority)].push_back(ref);
+  return noErr;
+}
+
+EventTargetRef EventManager::dispatcher() { return reinterpret_cast<EventTargetRef>(&handlers_); }
+
+OSStatus EventManager::install(EventTargetRef target, EventHandlerUPP handler,
+                               std::span<const EventTypeSpec> types, void* userData,
+                               EventHandlerRef* ref) {
+  if (target != dispatcher() || handler == nullptr) return paramErr;
+  {
+    const std::lock_guard lock(mutex_);
+    // Counted up for the life of the process, so that an old reference never comes back.
+    const auto made = reinterpret_cast<EventHandlerRef>(++lastHandler_);
+    handlers_.push_back({made, handler, {types.begin(), types.end()}, userData});
+    if (ref != nullptr) *ref = made;
+  }
+  if (theLog().enabled()) {
+    theLog().write("handler", {{"do", "install"}, {"types", typesAsJson(types)}});
+  }
+  return noErr;
+}
+
+OSStatus EventManager::remove(EventHandlerRef ref) {
+  Handler removed;
+  {
+    const std::lock_guard lock(mutex_);
+    const auto known = std::find_if(handlers_.begin(), handlers_.end(),
+                                    [&](const Handler& h) { return h.ref == ref; });
+    if (known == handlers_.end()) return kEventInternalErr;
+    removed = std::move(*known);
+    handlers_.erase(known);
+  }
+  if (theLog().enabled()) {
+    theLog().write("handler", {{"do", "remove"}, {"types", typesAsJson(removed.types)}});
+  }
+  return noErr;
+}
+
+OSStatus EventManager::callNext(EventHandlerCallRef call, EventRef event) {
+  return callFrom(*reinterpret_cast<Call*>(call), event);
+}
+
+/// Goes down the handlers until one handles the event. A handler that called the next one itself has
+/// moved the way on already, so nobody below it is called twice.
+OSStatus EventManager::callFrom(Call& call, EventRef event) {
+  OSStatus status = eventNotHandledErr;
+  while (status == eventNotHandledErr && call.next < call.handlers.size()) {
+    const Handler& handler = call.handlers[call.next++];
+    if (!isInstalled(handler.ref)) continue;
+    status = handler.function(reinterpret_cast<EventHandlerCallRef>(&call), event,
+                              handler.userData);
+  }
+  if (status == eventNotHandledErr) call.reachedHost = true;
+  return status;
+}
+
+Dispatched EventManager::dispatch(EventRef event) {
+  Call call = {handlersFor(classOf(event), kindOf(event))};
+  const OSStatus status = callFrom(call, event);
+  if (call.reachedHost) application_(event);
+  return {status, call.reachedHost};
+}
+
+bool EventManager::dispatchNext() {
+  const EventRef event = takeNext();
+  if (event == nullptr) return false;
+  dispatch(event);
+  release(event);
+  return true;
+}
+
+void EventManager::setApplication(std::function<void(EventRef)> application) {
+  application_ = std::move(application);
+}
+
+std::size_t EventManager::queued() {
+  const std::lock_guard lock(mutex_);
+  return queue_[0].size() + queue_[1].size() + queue_[2].size();
+}
+
+std::size_t EventManager::installed() {
+  const std::lock_guard lock(mutex_);
+  return handlers_.size();
+}
+
+std::size_t EventManager::live() {
+  const std::lock_guard lock(mutex_);
+  return events_.live();
+}
+
+void EventManager::reportLeaks() {
+  const std::lock_guard lock(mutex_);
+  events_.forEach([](const Event& event) {
+    theLog().misuse(fmt::format("an event of class '{}', kind {}, was leaked",
+                                idText(event.eventClass), event.kind));
+  });
+}
+
+EventManager::Event* EventManager::find(EventRef ref, const char* procedure) {
+  Event* event = events_.find(ref);
+  if (event == nullptr) {
+    theLog().misuse(fmt::format("{}: {} is no event, or was released", procedure,
+                                static_cast<const void*>(ref)));
+  }
+  return event;
+}
+
+std::vector<EventManager::Handler> EventManager::handlersFor(OSType eventClass, UInt32 kind) {
+  const auto listens = [&](const Handler& handler) {
+    return std::any_of(handler.types.begin(), handler.types.end(), [&](const EventTypeSpec& type) {
+      return type.eventClass == eventClass && type.eventKind == kind;
+    });
+  };
+  std::vector<Handler> found;
+  const std::lock_guard lock(mutex_);
+  std::copy_if(handlers_.rbegin(), handlers_.rend(), std::back_inserter(found), listens);
+  return found;
+}
+
+bool EventManager::isInstalled(EventHandlerRef ref) {
+  const std::lock_guard lock(mutex_);
+  return std::any_of(handlers_.begin(), handlers_.end(),
+                     [&](const Handler& handler) { return handler.ref == ref; });
+}
+
+EventRef EventManager::takeNext() {
+  const std::lock_guard lock(mutex_);
+  const auto waiting = std::find_if(queue_.rbegin(), queue_.rend(),
+                                    [](const auto& events) { return !events.empty(); });
+  if (waiting == queue_.rend()) return nullptr;
+  const EventRef event = waiting->front();
+  waiting->pop_front();
+  events_.find(event)->queued = false;
+  return event;
+}
+
+Json EventManager::parametersAsJson(const Event& event) {
+  Json list = Json::array();
+  for (const EventParameter& parameter : event.parameters) {
+    list.push_back({idText(parameter.name), idText(parameter.type),
+                    valueAsJson(parameter.type, parameter.bytes.view())});
+  }
+  return list;
+}
+
+void EventManager::logPosted(const Event& event, EventPriority priority) {
+  if (!theLog().enabled()) return;
+  theLog().write("posted", {{"class", idText(event.eventClass)},
+                            {"kind", event.kind},
+                            {"priority", priority},
+                            {"parameters", parametersAsJson(event)}});
+}
+
+EventManager& theEventManager() {
+  static EventManager& manager = *new EventManager;
+  return manager;
+}
+
+}  // namespace simulator

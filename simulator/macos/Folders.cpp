@@ -1,0 +1,77 @@
+#include "simulator/macos/Folders.h"
+
+#include <algorithm>
+#include <cstring>
+#include <mutex>
+#include <vector>
+
+namespace simulator {
+
+namespace {
+
+/// References hold the number of their path, behind a mark by which strangers are told.
+constexpr UInt8 kMark[8] = {'F', 'S', 'R', 'e', 'f', 's', 'i', 'm'};
+
+struct Folders {
+  std::mutex mutex;
+  std::optional<std::filesystem::path> home;
+  std::vector<std::string> paths;
+};
+
+Folders& folders() {
+  static Folders& instance = *new Folders;
+  return instance;
+}
+
+}  // namespace
+
+void setHomeFolder(std::filesystem::path home) {
+  const std::lock_guard lock(folders().mutex);
+  folders().home = std::move(home);
+}
+
+std::optional<std::filesystem::path> homeFolder() {
+  const std::lock_guard lock(folders().mutex);
+  return folders().home;
+}
+
+std::filesystem::path preferencesFolder(const std::filesystem::path& home) {
+  return home / "Library" / "Preferences";
+}
+
+FSRef refOfPath(const std::string& path) {
+  const std::lock_guard lock(folders().mutex);
+  std::vector<std::string>& paths = folders().paths;
+  const auto known = std::find(paths.begin(), paths.end(), path);
+  const auto number = static_cast<std::uint64_t>(known - paths.begin());
+  if (known == paths.end()) paths.push_back(path);
+  FSRef ref = {};
+  std::memcpy(ref.hidden, kMark, sizeof kMark);
+  std::memcpy(ref.hidden + sizeof kMark, &number, sizeof number);
+  return ref;
+}
+
+std::optional<std::string> pathOfRef(const FSRef& ref) {
+  std::uint64_t number = 0;
+  std::memcpy(&number, ref.hidden + sizeof kMark, sizeof number);
+  const std::lock_guard lock(folders().mutex);
+  const std::vector<std::string>& paths = folders().paths;
+  if (std::memcmp(ref.hidden, kMark, sizeof kMark) != 0 || number >= paths.size()) return {};
+  return paths[number];
+}
+
+}  // namespace simulator
+
+OSErr FSFindFolder(FSVolumeRefNum vRefNum, OSType folderType, Boolean createFolder,
+                   FSRef* foundRef) {
+  constexpr OSErr kFolderNotFound = -43;
+  const auto home = simulator::homeFolder();
+  const bool known = vRefNum == kUserDomain && folderType == kPreferencesFolderType;
+  if (!home || !known) return kFolderNotFound;
+  const std::filesystem::path folder = simulator::preferencesFolder(*home);
+  std::error_code error;
+  if (createFolder) std::filesystem::create_directories(folder, error);
+  if (!std::filesystem::is_directory(folder, error)) return kFolderNotFound;
+  *foundRef = simulator::refOfPath(folder.string());
+  return noErr;
+}

@@ -1,0 +1,145 @@
+#include "simulator/macos/ObjcRuntime.h"
+
+#include <fmt/format.h>
+#include <objc/message.h>
+#include <objc/runtime.h>
+
+#include <map>
+#include <mutex>
+
+#include "simulator/Log.h"
+#include "simulator/macos/WindowServer.h"
+
+namespace simulator {
+
+namespace {
+
+struct Runtime {
+  std::mutex mutex;
+  std::map<std::string, std::string> selectors;  ///< the node's key is the selector
+  std::map<std::string, objc_class*> classes;
+};
+
+Runtime& runtime() {
+  static Runtime& instance = *new Runtime;
+  return instance;
+}
+
+/// Answers a message that the receiver does not know, as one to null would be answered.
+long unrecognized() { return 0; }
+
+}  // namespace
+
+SEL selectorOf(const std::string& name) {
+  const std::lock_guard lock(runtime().mutex);
+  const auto node = runtime().selectors.try_emplace(name).first;
+  return reinterpret_cast<SEL>(const_cast<char*>(node->first.c_str()));
+}
+
+void registerClass(objc_class& made) {
+  const std::lock_guard lock(runtime().mutex);
+  runtime().classes[made.name] = &made;
+}
+
+}  // namespace simulator
+
+using namespace simulator;
+
+SEL sel_registerName(const char* str) { return selectorOf(str); }
+
+Class objc_getClass(const char* name) {
+  theWindowServer();  // makes its classes known
+  const std::lock_guard lock(runtime().mutex);
+  const auto found = runtime().classes.find(name);
+  return found != runtime().classes.end() ? found->second : nullptr;
+}
+
+/// The function that a message calls; looked up by the trampolines below.
+extern "C" void* simulatorFindMethod(id receiver, SEL selector) {
+  for (const objc_class::Method& method : receiver->isa->methods) {
+    if (method.selector == selector) return reinterpret_cast<void*>(method.implementation);
+  }
+  theLog().misuse(fmt::format("{} does not understand '{}'", receiver->isa->name,
+                              reinterpret_cast<const char*>(selector)));
+  return reinterpret_cast<void*>(&unrecognized);
+}
+
+// Both trampolines keep every register that may hold an argument (six integers, eight doubles and
+// the count of the latter), look the method up and jump to it, so that the result comes back to the
+// sender exactly as the method leaves it. `objc_msgSend_stret` finds the receiver behind the hidden
+// pointer to the result. A null receiver is answered with zero in every result register.
+asm(R"(
+.macro MRV_SEND receiver, selector
+    pushq %rbp
+    .cfi_adjust_cfa_offset 8
+    .cfi_rel_offset %rbp, 0
+    movq %rsp, %rbp
+    .cfi_def_cfa_register %rbp
+    subq $192, %rsp
+    movq %rdi, -8(%rbp)
+    movq %rsi, -16(%rbp)
+    movq %rdx, -24(%rbp)
+    movq %rcx, -32(%rbp)
+    movq %r8, -40(%rbp)
+    movq %r9, -48(%rbp)
+    movq %rax, -56(%rbp)
+    movaps %xmm0, -192(%rbp)
+    movaps %xmm1, -176(%rbp)
+    movaps %xmm2, -160(%rbp)
+    movaps %xmm3, -144(%rbp)
+    movaps %xmm4, -128(%rbp)
+    movaps %xmm5, -112(%rbp)
+    movaps %xmm6, -96(%rbp)
+    movaps %xmm7, -80(%rbp)
+    movq \receiver, %rdi
+    movq \selector, %rsi
+    call simulatorFindMethod@PLT
+    movq %rax, %r11
+    movaps -80(%rbp), %xmm7
+    movaps -96(%rbp), %xmm6
+    movaps -112(%rbp), %xmm5
+    movaps -128(%rbp), %xmm4
+    movaps -144(%rbp), %xmm3
+    movaps -160(%rbp), %xmm2
+    movaps -176(%rbp), %xmm1
+    movaps -192(%rbp), %xmm0
+    movq -56(%rbp), %rax
+    movq -48(%rbp), %r9
+    movq -40(%rbp), %r8
+    movq -32(%rbp), %rcx
+    movq -24(%rbp), %rdx
+    movq -16(%rbp), %rsi
+    movq -8(%rbp), %rdi
+    leave
+    .cfi_def_cfa %rsp, 8
+    jmp *%r11
+.endm
+
+    .text
+    .globl objc_msgSend
+    .type objc_msgSend, @function
+objc_msgSend:
+    .cfi_startproc
+    testq %rdi, %rdi
+    jz .Lmrv_null_receiver
+    MRV_SEND -8(%rbp), -16(%rbp)
+    .cfi_endproc
+    .size objc_msgSend, . - objc_msgSend
+
+    .globl objc_msgSend_stret
+    .type objc_msgSend_stret, @function
+objc_msgSend_stret:
+    .cfi_startproc
+    testq %rsi, %rsi
+    jz .Lmrv_null_receiver
+    MRV_SEND -16(%rbp), -24(%rbp)
+    .cfi_endproc
+    .size objc_msgSend_stret, . - objc_msgSend_stret
+
+.Lmrv_null_receiver:
+    xorl %eax, %eax
+    xorl %edx, %edx
+    xorps %xmm0, %xmm0
+    xorps %xmm1, %xmm1
+    ret
+)");

@@ -1,0 +1,35 @@
+// Classes, selectors and methods of the simulated message-passing runtime.
+#pragma once
+
+#include <objc/objc.h>
+
+#include <string>
+#include <vector>
+
+/// A class: the methods of its objects, and through its own `isa` those of the class itself.
+struct objc_class {
+  objc_class* isa;
+  const char* name;
+  struct Method {
+    SEL selector;
+    void (*implementation)();
+  };
+  std::vector<Method> methods;
+};
+
+namespace simulator {
+
+/// The selector of that name. [any-thread]
+SEL selectorOf(const std::string& name);
+
+/// Adds a method to a class. The function takes the receiver, the selector and the arguments, by
+/// the platform's calling convention. [main-thread]
+template <class Result, class... Arguments>
+void addMethod(objc_class& target, const char* name, Result (*function)(Arguments...)) {
+  target.methods.push_back({selectorOf(name), reinterpret_cast<void (*)()>(function)});
+}
+
+/// Makes `objc_getClass` find the class. [main-thread]
+void registerClass(objc_class& made);
+
+}  // namespace simulator

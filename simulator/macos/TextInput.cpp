@@ -1,0 +1,44 @@
+#include "simulator/macos/TextInput.h"
+
+#include <Carbon/Carbon.h>
+
+#include <atomic>
+
+#include "simulator/macos/CFObjects.h"
+
+namespace simulator {
+
+namespace {
+
+std::atomic<std::uint32_t> keyModifiers{0};
+
+/// Only its identity counts; it is no object that could be released.
+constexpr std::uintptr_t kInputSourceIDKey = 0x10;
+
+}  // namespace
+
+std::string& keyboardLayout() {
+  static std::string& layout = *new std::string("com.apple.keylayout.US");
+  return layout;
+}
+
+void setKeyModifiers(std::uint32_t modifiers) { keyModifiers = modifiers; }
+
+}  // namespace simulator
+
+using namespace simulator;
+
+const CFStringRef kTISPropertyInputSourceID = reinterpret_cast<CFStringRef>(kInputSourceIDKey);
+
+UInt32 GetCurrentKeyModifiers() { return keyModifiers.load(); }
+
+TISInputSourceRef TISCopyCurrentKeyboardInputSource() {
+  const CFTypeRef source = theCFObjects().make(InputSource{makeCFString(keyboardLayout())});
+  return static_cast<TISInputSourceRef>(const_cast<void*>(source));
+}
+
+void* TISGetInputSourceProperty(TISInputSourceRef inputSource, CFStringRef propertyKey) {
+  if (propertyKey != kTISPropertyInputSourceID) return nullptr;
+  const auto source = theCFObjects().get<InputSource>(inputSource, "TISGetInputSourceProperty");
+  return source ? const_cast<__CFString*>(source->identifier) : nullptr;
+}

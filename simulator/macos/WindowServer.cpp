@@ -1,0 +1,171 @@
+#include "simulator/macos/WindowServer.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+
+namespace simulator {
+
+namespace {
+
+bool isSame(const CGRect& a, const CGRect& b) {
+  return a.origin.x == b.origin.x && a.origin.y == b.origin.y && a.size.width == b.size.width &&
+         a.size.height == b.size.height;
+}
+
+/// The content rectangle that a window of that frame would have: the borders are the real window's.
+CGRect contentRectFor(const WindowState& window, const CGRect& frame) {
+  const CGRect& own = window.frame;
+  const CGRect& content = window.content;
+  // The own frame gives the content to the last bit, which the sums below might miss.
+  if (isSame(frame, own)) return content;
+  return {{frame.origin.x + (content.origin.x - own.origin.x),
+           frame.origin.y + (content.origin.y - own.origin.y)},
+          {frame.size.width + (content.size.width - own.size.width),
+           frame.size.height + (content.size.height - own.size.height)}};
+}
+
+}  // namespace
+
+/// The methods of the objects, each with the receiver and the selector in front.
+struct AppKitMethods {
+  static id sharedApplication(id, SEL) { return &theWindowServer().application_; }
+
+  static id mainWindow(id, SEL) {
+    WindowServer& server = theWindowServer();
+    return server.window.isMain ? &server.window_ : nullptr;
+  }
+
+  static CGPoint mouseLocation(id, SEL) { return theWindowServer().mouse; }
+
+  static BOOL viewsNeedDisplay(id, SEL) { return theWindowServer().window.viewsNeedDisplay; }
+
+  static void displayIfNeeded(id, SEL) {
+    ++theWindowServer().displaysForced;
+    theWindowServer().window.viewsNeedDisplay = false;
+  }
+
+  static CGRect windowFrame(id, SEL) { return theWindowServer().window.frame; }
+
+  static CGRect contentRectForFrameRect(id, SEL, CGRect frame) {
+    return contentRectFor(theWindowServer().window, frame);
+  }
+
+  static id contentView(id, SEL) { return &theWindowServer().view_; }
+
+  static id windowScreen(id, SEL) {
+    WindowServer& server = theWindowServer();
+    return server.windowHasScreen ? &server.screen_ : nullptr;
+  }
+
+  static id retain(id self, SEL) {
+    ++theWindowServer().window.references;
+    return self;
+  }
+
+  static void release(id, SEL) {
+    if (--theWindowServer().window.references < 1) {
+      theLog().misuse("the window was released more often than it was retained");
+    }
+  }
+
+  static BOOL needsDisplay(id, SEL) { return theWindowServer().window.contentNeedsDisplay; }
+
+  static void setNeedsDisplayInRect(id, SEL, CGRect rect) {
+    theWindowServer().window.contentNeedsDisplay = true;
+    theWindowServer().invalidated.push_back(rect);
+  }
+
+  static CGRect screenFrame(id, SEL) { return theWindowServer().screen; }
+};
+
+WindowServer::WindowServer()
+    : windowClass_{nullptr, "NSWindow", {}},
+      viewClass_{nullptr, "NSView", {}},
+      screenClass_{nullptr, "NSScreen", {}},
+      applicationMeta_{nullptr, "NSApplication class", {}},
+      applicationClass_{&applicationMeta_, "NSApplication", {}},
+      eventMeta_{nullptr, "NSEvent class", {}},
+      eventClass_{&eventMeta_, "NSEvent", {}},
+      application_{&applicationClass_},
+      window_{&windowClass_},
+      view_{&viewClass_},
+      screen_{&screenClass_},
+      deliver_([](const SynthesizedEvent&) {}) {
+  addMethod(applicationMeta_, "sharedApplication", &AppKitMethods::sharedApplication);
+  addMethod(applicationClass_, "mainWindow", &AppKitMethods::mainWindow);
+  addMethod(eventMeta_, "mouseLocation", &AppKitMethods::mouseLocation);
+  addMethod(windowClass_, "viewsNeedDisplay", &AppKitMethods::viewsNeedDisplay);
+  addMethod(windowClass_, "displayIfNeeded", &AppKitMethods::displayIfNeeded);
+  addMethod(windowClass_, "frame", &AppKitMethods::windowFrame);
+  addMethod(windowClass_, "contentRectForFrameRect:", &AppKitMethods::contentRectForFrameRect);
+  addMethod(windowClass_, "contentView", &AppKitMethods::contentView);
+  addMethod(windowClass_, "screen", &AppKitMethods::windowScreen);
+  addMethod(windowClass_, "retain", &AppKitMethods::retain);
+  addMethod(windowClass_, "release", &AppKitMethods::release);
+  addMethod(viewClass_, "needsDisplay", &AppKitMethods::needsDisplay);
+  addMethod(viewClass_, "setNeedsDisplayInRect:", &AppKitMethods::setNeedsDisplayInRect);
+  addMethod(screenClass_, "frame", &AppKitMethods::screenFrame);
+  registerClass(applicationClass_);
+  registerClass(eventClass_);
+}
+
+void WindowServer::post(CGEventTapLocation tap, const SynthesizedEvent& event) {
+  input_.push_back(event);
+  if (!theLog().enabled()) return;
+  if (const auto* key = std::get_if<KeyboardEvent>(&event.input)) {
+    theLog().write("key",
+                   {{"key", key->key}, {"down", key->down}, {"type", event.type}, {"tap", tap}});
+  } else {
+    const auto& wheel = std::get<WheelEvent>(event.input);
+    theLog().write("wheel", {{"units", wheel.units},
+                             {"wheels", wheel.wheels},
+                             {"flags", event.flags},
+                             {"location", {event.location.x, event.location.y}},
+                             {"type", event.type},
+                             {"tap", tap}});
+  }
+}
+
+void WindowServer::deliverInput() {
+  while (!input_.empty()) {
+    const SynthesizedEvent event = input_.front();
+    input_.pop_front();
+    deliver_(event);
+  }
+}
+
+void WindowServer::setApplication(std::function<void(const SynthesizedEvent&)> application) {
+  deliver_ = std::move(application);
+}
+
+void WindowServer::registerRefresh(CGScreenRefreshCallback callback, void* userInfo) {
+  refreshCallbacks_.emplace_back(callback, userInfo);
+  theLog().write("refreshCallback", {{"do", "register"}});
+}
+
+void WindowServer::unregisterRefresh(CGScreenRefreshCallback callback, void* userInfo) {
+  std::erase(refreshCallbacks_, RefreshCallback{callback, userInfo});
+  theLog().write("refreshCallback", {{"do", "unregister"}});
+}
+
+void WindowServer::refresh(const std::vector<CGRect>& rects) {
+  const auto callbacks = refreshCallbacks_;
+  for (const auto& [callback, userInfo] : callbacks) {
+    callback(static_cast<std::uint32_t>(rects.size()), rects.data(), userInfo);
+  }
+}
+
+void WindowServer::reportLeaks() {
+  const long leaked = window.references - 1;
+  if (leaked > 0) {
+    theLog().misuse(fmt::format("references to the window were leaked: {}", leaked));
+  }
+}
+
+WindowServer& theWindowServer() {
+  static WindowServer& server = *new WindowServer;
+  return server;
+}
+
+}  // namespace simulator
