@@ -28,6 +28,9 @@ function(mrv_system_library name)
   add_library(${name} STATIC ${ARGN})
   mrv_compile_options(${name})
   target_compile_options(${name} PUBLIC -ffp-contract=off)
+  # A unique symbol would keep the module that it ends up in from being unloaded.
+  target_compile_options(${name} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-fno-gnu-unique>
+                                         -ffunction-sections -fdata-sections)
   set_target_properties(${name} PROPERTIES CXX_VISIBILITY_PRESET hidden
                                            VISIBILITY_INLINES_HIDDEN ON)
   target_include_directories(${name} PUBLIC "${MRV_ROOT}")

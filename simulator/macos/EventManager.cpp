@@ -133,8 +133,8 @@ OSStatus EventManager::getParameter(EventRef ref, EventParamName name, EventPara
 EventQueueRef EventManager::mainQueue() { return reinterpret_cast<EventQueueRef>(&queue_); }
 
 OSStatus EventManager::post(EventQueueRef queue, EventRef ref, EventPriority priority) {
-  const bool known = queue == mainQueue() && kEventPriorityLow <= priority &&
-                     priority <= kEventPriorityHigh;
+  const bool known =
+      queue == mainQueue() && kEventPriorityLow <= priority && priority <= kEventPriorityHigh;
   Event posted;
   {
     const std::lock_guard lock(mutex_);
@@ -190,15 +190,15 @@ OSStatus EventManager::callNext(EventHandlerCallRef call, EventRef event) {
   return callFrom(*reinterpret_cast<Call*>(call), event);
 }
 
-/// Goes down the handlers until one handles the event. A handler that called the next one itself has
-/// moved the way on already, so nobody below it is called twice.
+/// Goes down the handlers until one handles the event. A handler that called the next one itself
+/// has moved the way on already, so nobody below it is called twice.
 OSStatus EventManager::callFrom(Call& call, EventRef event) {
   OSStatus status = eventNotHandledErr;
   while (status == eventNotHandledErr && call.next < call.handlers.size()) {
     const Handler& handler = call.handlers[call.next++];
     if (!isInstalled(handler.ref)) continue;
-    status = handler.function(reinterpret_cast<EventHandlerCallRef>(&call), event,
-                              handler.userData);
+    status =
+        handler.function(reinterpret_cast<EventHandlerCallRef>(&call), event, handler.userData);
   }
   if (status == eventNotHandledErr) call.reachedHost = true;
   return status;

@@ -1,4 +1,6 @@
 // What the kernel and the debugger's log answer.
+#include "simulator/macos/Kernel.h"
+
 #include <CoreServices/CoreServices.h>
 #include <sys/sysctl.h>
 
@@ -6,7 +8,6 @@
 #include <string>
 
 #include "simulator/Log.h"
-#include "simulator/macos/Kernel.h"
 
 namespace simulator {
 

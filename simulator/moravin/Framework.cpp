@@ -14,7 +14,8 @@ Json textOrNull(const char* text) { return text != nullptr ? Json(text) : Json(n
 }  // namespace
 
 std::int16_t Framework::install(MoravinMessageHandler handler) {
-  const auto status = static_cast<std::int16_t>(theFaults().strike("Framework.Install").value_or(0));
+  const auto status =
+      static_cast<std::int16_t>(theFaults().strike("Framework.Install").value_or(0));
   if (status == 0) {
     const std::lock_guard lock(mutex_);
     handler_ = handler;

@@ -1,0 +1,196 @@
+#include "simulator/scenario/Player.h"
+
+#include <MoravinClient/MoravinClient.h>
+#include <PIActionsPlugIn.h>
+
+#include <algorithm>
+
+#include "simulator/Log.h"
+#include "simulator/host/DocumentView.h"
+#include "simulator/host/Host.h"
+#include "simulator/macos/CFObjects.h"
+#include "simulator/macos/EventManager.h"
+#include "simulator/macos/Folders.h"
+#include "simulator/macos/RunLoops.h"
+#include "simulator/macos/TextInput.h"
+#include "simulator/macos/WindowServer.h"
+#include "simulator/moravin/Framework.h"
+
+namespace simulator {
+
+namespace {
+
+constexpr std::uint64_t kNanosecondsInMillisecond = 1000000;
+
+void setMainWindow(const MainWindow& window) {
+  WindowState& state = theWindowServer().window;
+  state.isMain = window.has_value();
+  if (!window) return;
+  state.frame = window->frame;
+  state.content = window->content;
+}
+
+MoravinDeviceState recordOf(const DeviceMessage& message, std::int64_t at) {
+  MoravinDeviceState state = {};
+  state.client = message.client.value_or(theFramework().client());
+  state.command = message.command;
+  state.value = message.value;
+  state.time = static_cast<std::uint64_t>(at) * kNanosecondsInMillisecond;
+  std::copy(message.axes.begin(), message.axes.end(), state.axis);
+  state.button = message.button;
+  return state;
+}
+
+/// Sends an event straight to the dispatcher, as the system's own come.
+Dispatched send(OSType eventClass, UInt32 kind) {
+  EventManager& events = theEventManager();
+  const EventRef event = events.create(eventClass, kind, 0.0);
+  const Dispatched dispatched = events.dispatch(event);
+  events.release(event);
+  return dispatched;
+}
+
+const char* nameOf(Click click) {
+  switch (click) {
+    case Click::down:
+      return "down";
+    case Click::up:
+      return "up";
+    case Click::moved:
+      return "moved";
+    default:
+      return "dragged";
+  }
+}
+
+}  // namespace
+
+void runMainLoopUntilIdle() {
+  do {
+    theWindowServer().deliverInput();
+    theThreads().waitUntilIdle();
+  } while (theEventManager().dispatchNext());
+  theWindowServer().deliverInput();
+}
+
+void reportAllLeaks() {
+  theHost().reportLeaks();
+  theEventManager().reportLeaks();
+  theCFObjects().reportLeaks();
+  theWindowServer().reportLeaks();
+}
+
+Player::Player(const Scenario& scenario, const TemporaryHome& home, PlayerObserver* observer)
+    : scenario_(scenario), observer_(observer) {
+  setUp(home);
+}
+
+void Player::setUp(const TemporaryHome& home) {
+  const HostSetup& setup = scenario_.host;
+  writeHostFiles(setup, preferencesFolder(home.path()));
+  setHomeFolder(home.path());
+  theHost().setVersion(setup.version);
+  theHost().setTool(setup.tool);
+  theHost().setBrush(setup.brush);
+  keyboardLayout() = scenario_.layout;
+  setKeyModifiers(scenario_.modifiers);
+  WindowServer& server = theWindowServer();
+  setMainWindow(setup.window);
+  server.screen.size.height = setup.screenHeight;
+  server.mouse = scenario_.mouse;
+  DocumentView& view = theDocumentView();
+  view.redrawDelay = setup.redrawDelay;
+  view.zoomWithScrollWheel = setup.zoomWithScrollWheel.value_or(false);
+  view.redrawn = [this] {
+    if (observer_ != nullptr) observer_->redrawn();
+  };
+  server.setApplication([](const SynthesizedEvent& event) { theDocumentView().react(event); });
+  theEventManager().setApplication([](EventRef event) { theDocumentView().react(event); });
+}
+
+void Player::play(const std::string& plugin, const std::string& framework) {
+  if (scenario_.framework) loadFramework(framework);
+  plugin_ = loadPlugin(plugin);
+  for (const Step& step : scenario_.steps) take(step);
+  plugin_.reset();
+  reportAllLeaks();
+}
+
+void Player::take(const Step& step) {
+  advanceTo(step.at);
+  at_ = step.at;
+  // What the device thread does comes behind what the main thread does in the step.
+  theThreads().holdNewTasks(true);
+  std::visit([this](const auto& action) { act(action); }, step.action);
+  theThreads().holdNewTasks(false);
+  settle();
+}
+
+/// Lets virtual time pass, with the redraws that fall due on the way.
+void Player::advanceTo(std::int64_t at) {
+  DocumentView& view = theDocumentView();
+  while (view.redrawDue() && *view.redrawDue() <= static_cast<double>(at)) {
+    theLog().setNow(static_cast<std::int64_t>(*view.redrawDue()));
+    view.redraw();
+    settle();
+  }
+  theLog().setNow(at);
+}
+
+void Player::settle() { runMainLoopUntilIdle(); }
+
+void Player::act(const CallStep& step) {
+  PSActionsPlugInMessage message = {};
+  auto* data = reinterpret_cast<SPMessageData*>(&message);
+  data->self = theHost().plugIn();
+  data->basic = theHost().basicSuite();
+  const int result = plugin_->entry()(step.caller.c_str(), step.selector.c_str(), &message);
+  theLog().write("result", {{"value", static_cast<std::uint32_t>(result)}});
+}
+
+void Player::act(const MessageStep& step) {
+  if (!scenario_.framework) return;
+  if (observer_ != nullptr) {
+    observer_->message(step.message, active_, theWindowServer().window.viewsNeedDisplay);
+  }
+  theFramework().send(step.message.type, recordOf(step.message, at_));
+}
+
+void Player::act(const ActiveStep& step) {
+  active_ = step.active;
+  send(kEventClassApplication, step.active ? kEventAppActivated : kEventAppDeactivated);
+}
+
+void Player::act(const WindowPendingStep& step) {
+  theWindowServer().window.viewsNeedDisplay = step.pending;
+}
+
+void Player::act(const ToolbarPendingStep& step) {
+  theWindowServer().window.contentNeedsDisplay = step.pending;
+}
+
+void Player::act(const RefreshStep& step) {
+  theWindowServer().refresh(step.rects);
+  if (observer_ != nullptr) observer_->redrawn();
+}
+
+void Player::act(const MouseStep& step) { theWindowServer().mouse = step.place; }
+
+void Player::act(const ClickStep& step) {
+  const Dispatched click = send(kEventClassMouse, static_cast<UInt32>(step.click));
+  theLog().write("click", {{"kind", nameOf(step.click)}, {"passed", click.reachedHost}});
+}
+
+void Player::act(const ModifiersStep& step) { setKeyModifiers(step.modifiers); }
+
+void Player::act(const ToolStep& step) { theHost().setTool(step.tool); }
+
+void Player::act(const BrushStep& step) { theHost().setBrush(step.diameter); }
+
+void Player::act(const WindowStep& step) { setMainWindow(step.window); }
+
+void Player::act(const LayoutStep& step) { keyboardLayout() = step.layout; }
+
+void Player::act(const FailStep& step) { theFaults().add(step.rule); }
+
+}  // namespace simulator

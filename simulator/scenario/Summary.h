@@ -1,0 +1,50 @@
+// Sums a played scenario up for a reader.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "simulator/Log.h"
+#include "simulator/scenario/Player.h"
+
+namespace simulator {
+
+/// Listens to the log and the player, and writes a page about what came of the device's motion.
+class Summary : public PlayerObserver {
+ public:
+  void message(const DeviceMessage& message, bool active, bool pending) override;
+  void redrawn() override;
+
+  /// Takes one line of the log.
+  void line(const Json& line);
+
+  std::string text() const;
+
+ private:
+  enum Kind { kRest, kBrush, kZoom, kPan, kKinds };
+  static Kind kindOf(const DeviceMessage& message, bool active);
+
+  void sample(Kind kind, bool pending);
+  void wheel(const Json& line);
+  void endWait();
+
+  std::uint64_t samples_[kKinds] = {};
+  std::uint64_t inBackground_ = 0;
+  std::uint64_t otherMessages_ = 0;
+  std::uint64_t dropped_ = 0;
+  std::uint64_t zoomIn_ = 0, zoomOut_ = 0, vertical_ = 0, horizontal_ = 0;
+  std::uint64_t keysTyped_ = 0;
+  std::uint64_t clicks_ = 0, clicksHeldBack_ = 0;
+  std::uint64_t misuses_ = 0;
+  int wait_ = 0;  ///< 0: the next sample acts; else counts the samples dropped since
+  std::optional<std::int64_t> waitingSince_;
+  std::int64_t longestWait_ = 0;
+  std::int64_t now_ = 0;
+  Json view_;
+  std::vector<std::pair<std::int64_t, double>> brushSizes_;
+};
+
+}  // namespace simulator

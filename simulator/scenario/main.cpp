@@ -1,0 +1,33 @@
+// mrvsim: a Mac, a host and a device made of software, for the plug-in to run in.
+#include <CLI/CLI.hpp>
+
+#include "simulator/scenario/PlayCommand.h"
+
+namespace {
+
+void addPlay(CLI::App& app, int& status) {
+  auto options = std::make_shared<simulator::PlayOptions>();
+  CLI::App* play = app.add_subcommand("play", "Play a scenario and write what the plug-in does");
+  play->add_option("SCENARIO", options->scenario, "The scenario, a JSON file")->required();
+  play->add_option("--log", options->log, "Write the log to this file, not to standard output");
+  play->add_option("--plugin", options->plugin, "The plug-in's module to load");
+  play->add_flag("--summary", options->summary,
+                 "Print a summary; a log goes to the file of --log only");
+  play->callback([options, &status] { status = simulator::runPlay(*options); });
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  CLI::App app("A simulated Mac, host and device for the plug-in to run in");
+  app.require_subcommand(1);
+  int status = 0;
+  addPlay(app, status);
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::ParseError& error) {
+    constexpr int kBadUsage = 2;
+    return app.exit(error) == 0 ? 0 : kBadUsage;
+  }
+  return status;
+}
