@@ -163,7 +163,7 @@ struct PSActionListProcs {
   OSErr (*GetGlobalClass)(PIActionList list, uint32 index, DescriptorClassID* value);
   OSErr (*GetAlias)(PIActionList list, uint32 index, Handle* value);
   OSErr (*PutIntegers)(PIActionList list, uint32 count, const int32* values);
-  OSErr (*GetIntegers)(PIActionList list, uint32 index, uint32 count, int32* values);
+  OSErr (*GetIntegers)(PIActionList list, uint32 count, int32* values);
   OSErr (*PutData)(PIActionList list, int32 length, const void* value);
   OSErr (*GetDataLength)(PIActionList list, uint32 index, int32* length);
   OSErr (*GetData)(PIActionList list, uint32 index, void* value);

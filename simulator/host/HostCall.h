@@ -1,0 +1,71 @@
+// How every procedure of a suite is entered and left.
+#pragma once
+
+#include <cstdint>
+#include <mutex>
+#include <optional>
+#include <utility>
+
+#include "simulator/Faults.h"
+#include "simulator/host/HostErrors.h"
+#include "simulator/host/HostState.h"
+
+namespace simulator {
+
+/// Stands for the call of one procedure: serialises the host, and reports a misuse where the call
+/// comes on another thread than the main one or through a suite that is not held.
+class HostEntry {
+ public:
+  HostEntry(SuiteId suite, const char* procedure);
+
+ private:
+  std::lock_guard<std::recursive_mutex> lock_;
+};
+
+/// Runs `body`: 0, or the error of the HostError that it throws.
+template <class Body>
+std::int32_t outcome(Body&& body) {
+  try {
+    std::forward<Body>(body)();
+    return 0;
+  } catch (const HostError& failure) {
+    return failure.error;
+  }
+}
+
+/// A procedure that may fail: `body` does not run where it is ordered to.
+template <class Result, class Body>
+Result hostCall(SuiteId suite, const char* procedure, Body&& body) {
+  const HostEntry entry(suite, procedure);
+  if (const auto error = theFaults().strike(procedure)) return static_cast<Result>(*error);
+  return static_cast<Result>(outcome(std::forward<Body>(body)));
+}
+
+/// A procedure that gives something back. Ordered to fail it reports so, but takes it back all the
+/// same: there is nothing more that the caller could do.
+template <class Result, class Body>
+Result hostRelease(SuiteId suite, const char* procedure, Body&& body) {
+  const HostEntry entry(suite, procedure);
+  const auto error = theFaults().strike(procedure);
+  const std::int32_t own = outcome(std::forward<Body>(body));
+  return static_cast<Result>(error.value_or(own));
+}
+
+/// A procedure without an error code: `body`'s result, or `otherwise` where it cannot answer.
+template <class Result, class Body>
+Result hostAnswer(SuiteId suite, const char* procedure, Result otherwise, Body&& body) {
+  const HostEntry entry(suite, procedure);
+  if (theFaults().strike(procedure)) return otherwise;
+  Result result = otherwise;
+  outcome([&] { result = std::forward<Body>(body)(); });
+  return result;
+}
+
+/// Where a procedure writes its answer. A null destination ends it with paramErr.
+template <class T>
+T& destination(T* pointer) {
+  if (pointer == nullptr) throw HostError{paramErr};
+  return *pointer;
+}
+
+}  // namespace simulator

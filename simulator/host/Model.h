@@ -1,0 +1,71 @@
+// What the simulated host is about: the application, its tool, its documents and its actions.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "platform/host/PIActions.h"
+
+namespace simulator {
+
+/// Diameter in pixels; hardness and spacing in percent.
+struct Brush {
+  double diameter = 13.0;
+  double hardness = 100.0;
+  double spacing = 25.0;
+};
+
+struct Layer {
+  std::uint32_t id = 1;
+  std::string name = "Background";
+  double opacity = 100.0;
+  bool visible = true;
+  bool background = false;
+};
+
+struct Document {
+  std::uint32_t id = 1;
+  std::string name = "Untitled-1";
+  std::string path = "/Users/simulated/Pictures/Untitled-1.psd";
+  double width = 800.0;  ///< pixels
+  double height = 600.0;
+  double resolution = 72.0;  ///< pixels an inch
+  double zoom = 1.0;
+  bool dirty = false;
+  std::vector<Layer> layers = {{1, "Background", 100.0, true, true}, {2, "Layer 1"}};
+  std::size_t currentLayer = 0;
+  std::vector<std::string> history = {"Open"};
+};
+
+/// What playing an action does: it leaves a message, if any, in the result, or fails.
+struct Action {
+  std::uint32_t id = 1;
+  std::string name;
+  std::optional<std::string> message = {};
+  OSErr error = 0;
+};
+
+struct ActionSet {
+  std::uint32_t id = 1;
+  std::string name;
+  std::vector<Action> actions;
+};
+
+struct Model {
+  /// Major and minor; without one the host has no answer.
+  std::optional<std::pair<int, int>> version = {{12, 1}};
+  /// The string ID of the current tool; empty: the answer names no tool.
+  std::string tool = "paintbrushTool";
+  /// Without one the current tool has no brush options.
+  std::optional<Brush> brush = Brush{};
+  std::intptr_t modal = 0;
+  std::vector<Document> documents = {Document{}};
+  std::size_t currentDocument = 0;
+  std::vector<ActionSet> actionSets = {
+      {1, "Default Actions", {{1, "Vignette"}, {2, "Frame Channel"}, {3, "Wood Frame"}}}};
+};
+
+}  // namespace simulator
