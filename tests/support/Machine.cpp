@@ -1,0 +1,61 @@
+#include "tests/support/Machine.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <iterator>
+
+namespace testing_support {
+
+using namespace simulator;
+
+Machine::Machine() {
+  sSPBasic = theHost().basicSuite();
+  std::filesystem::create_directories(preferences());
+  setHomeFolder(home_.path());
+  theLog().setSink([this](const Json& line) { lines_.push_back(line); });
+}
+
+Machine::~Machine() {
+  reportAllLeaks();
+  EXPECT_EQ(theLog().misuses(), expectedMisuses_);
+  for (const Json& line : lines("misuse")) {
+    if (theLog().misuses() != expectedMisuses_) ADD_FAILURE() << line.dump();
+  }
+  theLog().setSink({});
+}
+
+std::vector<Json> Machine::lines(const std::string& what) const {
+  std::vector<Json> found;
+  std::copy_if(lines_.begin(), lines_.end(), std::back_inserter(found),
+               [&](const Json& line) { return line["what"] == what; });
+  return found;
+}
+
+std::vector<Json> Machine::drain() {
+  std::vector<Json> fresh(lines_.begin() + static_cast<std::ptrdiff_t>(drained_), lines_.end());
+  drained_ = lines_.size();
+  return fresh;
+}
+
+std::filesystem::path Machine::preferences() const { return preferencesFolder(home_.path()); }
+
+int failEachHostCall(std::int32_t error, const std::function<Outcome()>& call,
+                     const std::function<void(int n, const Outcome&)>& check) {
+  for (int n = 0;; ++n) {
+    theFaults().clear();
+    theFaults().add({"*", error, static_cast<std::uint64_t>(n), 1});
+    const Outcome outcome = call();
+    const bool fired = theFaults().fired() > 0;
+    theFaults().clear();
+    EXPECT_EQ(theHost().objectsOwned(), 0U) << "after call " << n << " failed";
+    if (!fired) {
+      EXPECT_FALSE(outcome.threw);
+      EXPECT_EQ(outcome.result, 0);
+      return n;
+    }
+    check(n, outcome);
+  }
+}
+
+}  // namespace testing_support
