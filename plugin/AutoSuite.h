@@ -25,8 +25,13 @@ class AutoSuite {
   /// parameter error where there is no basic suite yet. With `throwOnError` a failure throws that
   /// code as a `std::uint32_t`.
   void AcquireSuite(bool throwOnError) {
-    error = acquireSuite(name, version, reinterpret_cast<const void**>(&suite));
+    TryAcquireSuite();
     if (error != 0 && throwOnError) throw static_cast<std::uint32_t>(error);
+  }
+
+  /// `AcquireSuite(false)`, for places that nothing may be thrown out of.
+  void TryAcquireSuite() noexcept {
+    error = acquireSuite(name, version, reinterpret_cast<const void**>(&suite));
   }
 
   /// Gives the suite back to the host; nothing where it is not held or the host is not known.

@@ -40,7 +40,7 @@ class HostObject {
   /// suite the host still refuses cannot be freed by anybody.
   void free() noexcept {
     if (object_ == nullptr) return;
-    if (Suite.suite == nullptr) Suite.AcquireSuite(false);
+    if (Suite.suite == nullptr) Suite.TryAcquireSuite();
     if (Suite.suite != nullptr) Suite.suite->Free(object_);
     object_ = nullptr;
   }

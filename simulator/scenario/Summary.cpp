@@ -67,10 +67,18 @@ void Summary::line(const Json& line) {
   if (what == "view") {
     view_ = line;
     const Json& brush = line["brush"];
-    const bool changed = brush.is_number() &&
-                         (brushSizes_.empty() || brushSizes_.back().second != brush.get<double>());
-    if (changed) brushSizes_.emplace_back(now_, brush.get<double>());
+    if (brush.is_number()) brushSize(brush.get<double>());
   }
+}
+
+/// Keeps the sizes where the brush begins, turns and ends.
+void Summary::brushSize(double size) {
+  const std::size_t count = brushSizes_.size();
+  if (count > 0 && brushSizes_.back().second == size) return;
+  const auto at = [&](std::size_t fromEnd) { return brushSizes_[count - fromEnd].second; };
+  const bool goesOn = count > 1 && (at(2) < at(1)) == (at(1) < size);
+  if (goesOn) brushSizes_.pop_back();
+  brushSizes_.emplace_back(now_, size);
 }
 
 void Summary::wheel(const Json& line) {

@@ -29,6 +29,7 @@ class Summary : public PlayerObserver {
 
   void sample(Kind kind, bool pending);
   void wheel(const Json& line);
+  void brushSize(double size);
   void endWait();
 
   std::uint64_t samples_[kKinds] = {};

@@ -54,9 +54,9 @@ struct Outcome {
   std::uint32_t thrown = 0;
 };
 
-/// Runs `call` again and again, with the first host call made to fail with `error`, then the second,
-/// and so on, until a run meets no failure. `check` is told each failing outcome; the last run must
-/// succeed. Nothing may leak at any point. Returns how many calls were made to fail.
+/// Runs `call` again and again, with the first host call made to fail with `error`, then the
+/// second, and so on, until a run meets no failure. `check` is told each failing outcome; the last
+/// run must succeed. Nothing may leak at any point. Returns how many calls were made to fail.
 int failEachHostCall(std::int32_t error, const std::function<Outcome()>& call,
                      const std::function<void(int n, const Outcome&)>& check);
 

@@ -1,0 +1,123 @@
+// Every scenario that has its expected log beside it is played and compared line by line.
+//
+// After a change that is meant, look at the difference and write the log anew:
+//     mrvsim play NAME.json > NAME.expected.jsonl
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <filesystem>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "tests/support/Process.h"
+
+namespace {
+
+using nlohmann::json;
+using testing_support::Finished;
+using testing_support::readFile;
+using testing_support::run;
+
+const std::filesystem::path kScenarios = MRV_SCENARIOS;
+
+std::vector<std::string> scenarioNames() {
+  std::vector<std::string> names;
+  const std::string ending = ".expected.jsonl";
+  for (const auto& entry : std::filesystem::directory_iterator(kScenarios)) {
+    const std::string name = entry.path().filename().string();
+    if (name.ends_with(ending)) names.push_back(name.substr(0, name.size() - ending.size()));
+  }
+  std::sort(names.begin(), names.end());
+  return names;
+}
+
+std::vector<json> parseLines(const std::string& text) {
+  std::vector<json> lines;
+  std::istringstream stream(text);
+  for (std::string line; std::getline(stream, line);) lines.push_back(json::parse(line));
+  return lines;
+}
+
+class Scenario : public testing::TestWithParam<std::string> {};
+
+TEST_P(Scenario, isPlayedAsExpected) {
+  const std::string scenario = (kScenarios / (GetParam() + ".json")).string();
+  const Finished played = run({MRVSIM, "play", scenario});
+  SCOPED_TRACE(std::string("to see it: ") + MRVSIM + " play " + scenario);
+  const auto log = parseLines(played.output);
+  const auto expected = parseLines(readFile(kScenarios / (GetParam() + ".expected.jsonl")));
+  ASSERT_FALSE(expected.empty());
+  for (std::size_t i = 0; i < std::min(log.size(), expected.size()); ++i) {
+    ASSERT_EQ(log[i], expected[i]) << "at line " << i + 1;
+  }
+  EXPECT_EQ(log.size(), expected.size());
+  const auto isMisuse = [](const json& line) { return line["what"] == "misuse"; };
+  const bool misused = std::any_of(expected.begin(), expected.end(), isMisuse);
+  EXPECT_EQ(played.status, misused ? 3 : 0);
+  EXPECT_EQ(played.errors, "");
+}
+
+INSTANTIATE_TEST_SUITE_P(, Scenario, testing::ValuesIn(scenarioNames()), [](const auto& test) {
+  std::string name = test.param;
+  std::replace(name.begin(), name.end(), '-', '_');
+  return name;
+});
+
+TEST(Scenarios, haveAnExpectedLogEach) { EXPECT_GE(scenarioNames().size(), 18U); }
+
+class Motion : public testing::TestWithParam<const char*> {
+ protected:
+  std::string file() const { return (kScenarios / GetParam()).string(); }
+};
+
+TEST_P(Motion, isPlayedTheSameEveryTimeWithoutMisuse) {
+  const Finished first = run({MRVSIM, "play", file()});
+  const Finished second = run({MRVSIM, "play", file()});
+  EXPECT_EQ(first.status, 0);
+  EXPECT_EQ(first.output, second.output);
+}
+
+TEST_P(Motion, leavesNoKeyHeldAndPacesTicksByTheRedraw) {
+  const auto scenario = json::parse(readFile(file()));
+  const int delay = scenario["host"]["redrawDelay"];
+  int held = 0;
+  std::int64_t lastTick = -delay;
+  for (const json& line : parseLines(run({MRVSIM, "play", file()}).output)) {
+    if (line["what"] == "key") held += line["down"] ? 1 : -1;
+    if (line["what"] != "wheel") continue;
+    EXPECT_GE(line["t"].get<std::int64_t>() - lastTick, delay);
+    lastTick = line["t"];
+  }
+  EXPECT_EQ(held, 0);
+  EXPECT_GT(lastTick, 0);
+}
+
+TEST_P(Motion, hasAReadableSummary) {
+  const Finished played = run({MRVSIM, "play", file(), "--summary"});
+  EXPECT_EQ(played.status, 0);
+  for (const char* row : {"Device samples", "Wheel ticks", "Dropped by pacing", "Clicks held back",
+                          "Keys typed", "View at the end"}) {
+    EXPECT_NE(played.output.find(row), std::string::npos) << row;
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(, Motion, testing::Values("flight.json", "brush.json"),
+                         [](const auto& test) {
+                           return std::string(test.param, std::string_view(test.param).find('.'));
+                         });
+
+TEST(Flight, isAMinuteOfEveryKindOfMotion) {
+  const auto steps = json::parse(readFile(kScenarios / "flight.json"))["steps"];
+  const auto count = [&](const char* kind) {
+    return std::count_if(steps.begin(), steps.end(),
+                         [&](const json& step) { return step.contains(kind); });
+  };
+  EXPECT_EQ(count("axes"), 6000);
+  EXPECT_GE(count("click"), 6);
+  EXPECT_EQ(count("active"), 2);
+  EXPECT_EQ(steps.back()["at"], 61000);
+}
+
+}  // namespace
