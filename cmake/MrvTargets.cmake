@@ -32,7 +32,9 @@ function(mrv_system_library name)
   target_compile_options(${name} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-fno-gnu-unique>
                                          -ffunction-sections -fdata-sections)
   set_target_properties(${name} PROPERTIES CXX_VISIBILITY_PRESET hidden
-                                           VISIBILITY_INLINES_HIDDEN ON)
+                                           VISIBILITY_INLINES_HIDDEN ON
+                                           # The folders call one another in a ring.
+                                           LINK_INTERFACE_MULTIPLICITY 4)
   target_include_directories(${name} PUBLIC "${MRV_ROOT}")
   target_link_libraries(${name} PUBLIC platform)
 endfunction()
