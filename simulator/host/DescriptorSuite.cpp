@@ -38,7 +38,8 @@ const Container& content(PIActionDescriptor descriptor, const char* procedure) {
 OSErr make(PIActionDescriptor* descriptor) {
   constexpr const char* procedure = "ActionDescriptor.Make";
   return call(procedure, [&] {
-    destination(descriptor) = hostState().descriptors.add(std::make_shared<Container>(), procedure);
+    handOut(descriptor,
+            [&] { return hostState().descriptors.add(std::make_shared<Container>(), procedure); });
   });
 }
 
@@ -125,7 +126,7 @@ OSErr asHandle(PIActionDescriptor descriptor, Handle* value) {
   constexpr const char* procedure = "ActionDescriptor.AsHandle";
   return call(procedure, [&] {
     const Json json = descriptorToJson(content(descriptor, procedure), hostState().ids);
-    destination(value) = hostState().handles.make(json.dump(), procedure);
+    handOut(value, [&] { return hostState().handles.make(json.dump(), procedure); });
   });
 }
 
@@ -142,7 +143,7 @@ OSErr handleToDescriptor(Handle value, PIActionDescriptor* descriptor) {
   constexpr const char* procedure = "ActionDescriptor.HandleToDescriptor";
   return call(procedure, [&] {
     ContainerPtr content = parseDescriptor(hostState().handles.bytes(value, procedure));
-    destination(descriptor) = hostState().descriptors.add(std::move(content), procedure);
+    handOut(descriptor, [&] { return hostState().descriptors.add(std::move(content), procedure); });
   });
 }
 

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <numeric>
 #include <vector>
 
@@ -17,7 +18,10 @@ using Lock = std::lock_guard<std::recursive_mutex>;
 
 void reportMemoryBlocks(HostState& state) {
   std::vector<std::size_t> ordinals;
-  for (const auto& [block, ordinal] : state.memoryBlocks) ordinals.push_back(ordinal);
+  for (const auto& [block, ordinal] : state.memoryBlocks) {
+    ordinals.push_back(ordinal);
+    std::free(block);
+  }
   std::sort(ordinals.begin(), ordinals.end());
   for (const std::size_t ordinal : ordinals) {
     theLog().misuse(fmt::format("leaked: memory block {}", ordinal));

@@ -68,4 +68,11 @@ T& destination(T* pointer) {
   return *pointer;
 }
 
+/// Writes what `make` makes, and makes nothing where there is no place for it.
+template <class T, class Make>
+void handOut(T* pointer, Make&& make) {
+  T& place = destination(pointer);
+  place = std::forward<Make>(make)();
+}
+
 }  // namespace simulator

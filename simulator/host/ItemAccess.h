@@ -171,7 +171,7 @@ OSErr getText(const char* procedure, Slot slot, char* text, uint32 maxLength) {
 template <class Slot>
 OSErr getString(const char* procedure, Slot slot, ASZString* string) {
   return getItem<Text>(procedure, slot, [&](const Text& item) {
-    destination(string) = hostState().strings.add({utf16From(item.utf8)}, procedure);
+    handOut(string, [&] { return hostState().strings.add({utf16From(item.utf8)}, procedure); });
   });
 }
 
@@ -183,7 +183,7 @@ inline ContainerPtr shared(const NestedContainer& content) {
 template <class Slot>
 OSErr getList(const char* procedure, Slot slot, PIActionList* list) {
   return getItem<List>(procedure, slot, [&](const List& item) {
-    destination(list) = hostState().lists.add(shared(item.content), procedure);
+    handOut(list, [&] { return hostState().lists.add(shared(item.content), procedure); });
   });
 }
 
@@ -192,14 +192,14 @@ OSErr getObject(const char* procedure, Slot slot, DescriptorClassID* type,
                 PIActionDescriptor* object) {
   return getItem<Object>(procedure, slot, [&](const Object& item) {
     destination(type) = item.type;
-    destination(object) = hostState().descriptors.add(shared(item.content), procedure);
+    handOut(object, [&] { return hostState().descriptors.add(shared(item.content), procedure); });
   });
 }
 
 template <class Slot>
 OSErr getReference(const char* procedure, Slot slot, PIActionReference* reference) {
   return getItem<Reference>(procedure, slot, [&](const Reference& item) {
-    destination(reference) = hostState().references.add(item, procedure);
+    handOut(reference, [&] { return hostState().references.add(item, procedure); });
   });
 }
 
@@ -208,7 +208,7 @@ template <class Slot>
 OSErr getAlias(const char* procedure, Slot slot, Handle* alias) {
   return getItem<FilePath>(procedure, slot, [&](const FilePath& item) {
     if (slot.item(procedure).type == kTypeBookmark) throw HostError{kWrongDataType};
-    destination(alias) = reinterpret_cast<Handle>(makeAlias(item.path, procedure));
+    handOut(alias, [&] { return reinterpret_cast<Handle>(makeAlias(item.path, procedure)); });
   });
 }
 
@@ -216,7 +216,7 @@ template <class Slot>
 OSErr getBookmark(const char* procedure, Slot slot, CFDataRef* bookmark) {
   return getItem<FilePath>(procedure, slot, [&](const FilePath& item) {
     if (slot.item(procedure).type != kTypeBookmark) throw HostError{kWrongDataType};
-    destination(bookmark) = makeBookmark(item.path);
+    handOut(bookmark, [&] { return makeBookmark(item.path); });
   });
 }
 

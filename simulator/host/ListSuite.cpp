@@ -48,7 +48,7 @@ OSErr call(const char* procedure, Body&& body) {
 OSErr make(PIActionList* list) {
   constexpr const char* procedure = "ActionList.Make";
   return call(procedure, [&] {
-    destination(list) = hostState().lists.add(std::make_shared<Container>(), procedure);
+    handOut(list, [&] { return hostState().lists.add(std::make_shared<Container>(), procedure); });
   });
 }
 

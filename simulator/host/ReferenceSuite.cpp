@@ -50,8 +50,9 @@ OSErr get(const char* procedure, PIActionReference reference, DescriptorFormID f
 
 OSErr make(PIActionReference* reference) {
   constexpr const char* procedure = "ActionReference.Make";
-  return call(procedure,
-              [&] { destination(reference) = hostState().references.add({}, procedure); });
+  return call(procedure, [&] {
+    handOut(reference, [&] { return hostState().references.add({}, procedure); });
+  });
 }
 
 OSErr free(PIActionReference reference) {
@@ -122,7 +123,7 @@ OSErr getNameString(PIActionReference reference, ASZString* name) {
   constexpr const char* procedure = "ActionReference.GetNameZString";
   return call(procedure, [&] {
     const Form& form = first(reference, kFormName, procedure);
-    destination(name) = hostState().strings.add({utf16From(form.name)}, procedure);
+    handOut(name, [&] { return hostState().strings.add({utf16From(form.name)}, procedure); });
   });
 }
 
