@@ -1,0 +1,179 @@
+// Points, vectors, 4x4 matrices and positions in three dimensions, in double precision.
+//
+//   CMatrix4D quarterTurn(CVector3D(0, 0, 1.5707963267948966));  // about the third axis
+//   CPoint3D moved = quarterTurn * CPoint3D(1, 0, 0);            // about (0, 1, 0)
+//
+// Every sum and product is rounded in the order in which its contract states it, so results are the
+// same bit for bit wherever arithmetic is IEEE 754 double precision; nothing is ever contracted
+// into a fused multiplication and addition. Products of three factors are taken from left to right.
+//
+// Two conventions for the translation live side by side, and both are meant: the transform of a
+// point and `Inverse` take it from the last column (columns act on column vectors); the matrix of a
+// `CU3DPosition` and `U3DPosition` keep it in the bottom row.
+//
+// An object is its virtual table reference followed by its fields. Nothing but the destructor is
+// virtual. No operation reports failure, and none throws. All may be called from any thread
+// [any-thread]; an object is no more shared between threads than a double is.
+#pragma once
+
+#include "geometry/RowPairs.h"
+
+/// A location.
+class CPoint3D {
+ public:
+  CPoint3D() = default;  ///< the origin
+  CPoint3D(double ax, double ay, double az) : x(ax), y(ay), z(az) {}
+  CPoint3D(const CPoint3D&) = default;
+  CPoint3D& operator=(const CPoint3D&) = default;
+  virtual ~CPoint3D() = default;
+
+  /// Component-wise sum.
+  CPoint3D operator+(const CPoint3D& other) const {
+    return CPoint3D(x + other.x, y + other.y, z + other.z);
+  }
+
+  /// Component-wise difference, this - other. The difference of two points is a point, not a
+  /// vector.
+  CPoint3D operator-(const CPoint3D& other) const {
+    return CPoint3D(x - other.x, y - other.y, z - other.z);
+  }
+
+  double x = 0.0;
+  double y = 0.0;
+  double z = 0.0;
+};
+
+/// A direction or displacement.
+class CVector3D {
+ public:
+  CVector3D() = default;  ///< the zero vector
+  CVector3D(double ax, double ay, double az) : x(ax), y(ay), z(az) {}
+  CVector3D(const CVector3D&) = default;
+  CVector3D& operator=(const CVector3D&) = default;
+  virtual ~CVector3D() = default;
+
+  /// Divides each component by the length sqrt(z*z + (x*x + y*y)). A length that is not above 0
+  /// (zero, or not a number) leaves the vector as it is.
+  CVector3D& Normalize();
+
+  /// z*z' + (x*x' + y*y').
+  double DotProduct(const CVector3D& other) const {
+    return z * other.z + (x * other.x + y * other.y);
+  }
+
+  /// this x other = (y*z' - z*y', z*x' - x*z', x*y' - y*x').
+  CVector3D CrossProduct(const CVector3D& other) const {
+    return CVector3D(y * other.z - z * other.y, z * other.x - x * other.z,
+                     x * other.y - y * other.x);
+  }
+
+  /// Component-wise sum.
+  CVector3D operator+(const CVector3D& other) const {
+    return CVector3D(x + other.x, y + other.y, z + other.z);
+  }
+
+  /// Component-wise difference, this - other.
+  CVector3D operator-(const CVector3D& other) const {
+    return CVector3D(x - other.x, y - other.y, z - other.z);
+  }
+
+  /// Each component times `s`.
+  CVector3D operator*(double s) const { return CVector3D(x * s, y * s, z * s); }
+
+  double x = 0.0;
+  double y = 0.0;
+  double z = 0.0;
+};
+
+/// A position and attitude: a translation and three rotation angles in degrees.
+class CU3DPosition {
+ public:
+  CU3DPosition() = default;  ///< no translation, no rotation
+  CU3DPosition(double ax, double ay, double az, double arx, double ary, double arz)
+      : x(ax), y(ay), z(az), rx(arx), ry(ary), rz(arz) {}
+  CU3DPosition(const CU3DPosition&) = default;
+  CU3DPosition& operator=(const CU3DPosition&) = default;
+  virtual ~CU3DPosition() = default;
+
+  double x = 0.0;
+  double y = 0.0;
+  double z = 0.0;
+  double rx = 0.0;  ///< degrees about the first axis
+  double ry = 0.0;  ///< degrees about the second axis
+  double rz = 0.0;  ///< degrees about the third axis
+};
+
+/// A transform: `m[row][column]`, row-major.
+class CMatrix4D {
+ public:
+  CMatrix4D() { Identity(); }
+  CMatrix4D(const CMatrix4D&) = default;
+  CMatrix4D& operator=(const CMatrix4D&) = default;
+  virtual ~CMatrix4D() = default;
+
+  /// The matrix whose first three columns are a, b and c; the last row and column are the
+  /// identity's.
+  CMatrix4D(const CVector3D& a, const CVector3D& b, const CVector3D& c);
+
+  /// The rotation about the axis of `v` by its length in radians (Rodrigues' rotation formula for
+  /// column vectors). A length below 0.0001 gives the identity.
+  explicit CMatrix4D(const CVector3D& v);
+
+  /// The rotation and translation of `position`; the translation goes in the bottom row.
+  explicit CMatrix4D(const CU3DPosition& position);
+
+  /// The inverse of the constructor from a position: the translation is read from the bottom row.
+  /// Where the attitude is at about +-90 degrees round the second axis, `rx` is 0 and `rz` holds
+  /// the whole roll.
+  CU3DPosition U3DPosition() const;
+
+  /// Makes this the identity.
+  CMatrix4D& Identity();
+
+  /// Rows and columns exchanged.
+  CMatrix4D Transpose() const;
+
+  /// The determinant of the upper-left 3x3 block alone; row 3 and column 3 do not count.
+  double Determinant() const;
+
+  /// Not a general inverse, on purpose: the upper-left 3x3 block is inverted (left as it is where
+  /// its determinant is exactly 0), the last column's upper three elements are negated without
+  /// being rotated, and the bottom row is copied.
+  CMatrix4D Inverse() const;
+
+  /// The matrix product with this on the left. Each element is summed up from 0.0 in the order
+  /// k = 0, 1, 2, 3.
+  CMatrix4D operator*(const CMatrix4D& b) const;
+
+  /// The point transformed, translation column included. Row 3 is not used and there is no division
+  /// by w.
+  CPoint3D operator*(const CPoint3D& p) const {
+    return CPoint3D(m[0][0] * p.x + m[0][1] * p.y + m[0][2] * p.z + m[0][3],
+                    m[1][0] * p.x + m[1][1] * p.y + m[1][2] * p.z + m[1][3],
+                    m[2][0] * p.x + m[2][1] * p.y + m[2][2] * p.z + m[2][3]);
+  }
+
+  /// The vector transformed as if it were a point. The translation column is therefore added to
+  /// vectors too; this is meant, callers depend on it.
+  CVector3D operator*(const CVector3D& v) const {
+    const CPoint3D p = *this * CPoint3D(v.x, v.y, v.z);
+    return CVector3D(p.x, p.y, p.z);
+  }
+
+  double m[4][4];
+
+ private:
+  struct Uninitialised {};
+  explicit CMatrix4D(Uninitialised) {}
+};
+
+inline CMatrix4D CMatrix4D::operator*(const CMatrix4D& b) const {
+  const geometry_internal::ColumnPair left(b.m, 0);
+  const geometry_internal::ColumnPair right(b.m, 2);
+  CMatrix4D result{Uninitialised()};
+  for (int i = 0; i < 4; ++i) {
+    geometry_internal::putPair(&result.m[i][0], left.product(m[i]));
+    geometry_internal::putPair(&result.m[i][2], right.product(m[i]));
+  }
+  return result;
+}

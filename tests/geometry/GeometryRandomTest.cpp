@@ -1,0 +1,262 @@
+// Every operation beside a second implementation, written down plainly from what each one promises,
+// over a million random inputs, bit for bit.
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "geometry/Geometry.h"
+#include "tests/geometry/Samples.h"
+
+namespace {
+
+using geometry_test::sameBits;
+using geometry_test::Samples;
+
+constexpr int kInputs = 1'000'000;
+
+struct Row {
+  double c0, c1, c2, c3;
+};
+
+struct Expected {
+  Row r0, r1, r2, r3;
+};
+
+constexpr Row kBottom = {0, 0, 0, 1};
+constexpr Expected kIdentity = {{1, 0, 0, 0}, {0, 1, 0, 0}, {0, 0, 1, 0}, kBottom};
+
+bool same(const double (&row)[4], const Row& expected) {
+  return sameBits(row[0], expected.c0) && sameBits(row[1], expected.c1) &&
+         sameBits(row[2], expected.c2) && sameBits(row[3], expected.c3);
+}
+
+bool same(const CMatrix4D& matrix, const Expected& expected) {
+  return same(matrix.m[0], expected.r0) && same(matrix.m[1], expected.r1) &&
+         same(matrix.m[2], expected.r2) && same(matrix.m[3], expected.r3);
+}
+
+template <class T>
+bool same(const T& a, double x, double y, double z) {
+  return sameBits(a.x, x) && sameBits(a.y, y) && sameBits(a.z, z);
+}
+
+CMatrix4D randomMatrix(Samples& samples) {
+  CMatrix4D matrix;
+  for (auto& row : matrix.m) {
+    for (double& element : row) element = samples.next();
+  }
+  return matrix;
+}
+
+template <class T>
+T randomTriple(Samples& samples) {
+  const double x = samples.next();
+  const double y = samples.next();
+  const double z = samples.next();
+  return T(x, y, z);
+}
+
+Expected rotation(double x, double y, double z) {
+  const double theta = std::sqrt((x * x + y * y) + z * z);
+  if (0.0001 > std::fabs(theta)) return kIdentity;
+  const double nx = x / theta, ny = y / theta, nz = z / theta;
+  const double s = std::sin(theta), c = std::cos(theta), t = 1 - c;
+  return {{c + (t * nx) * nx, (t * nx) * ny - s * nz, (t * nx) * nz + s * ny, 0},
+          {s * nz + (t * nx) * ny, c + (t * ny) * ny, (t * ny) * nz - s * nx, 0},
+          {(t * nz) * nx - s * ny, s * nx + (t * ny) * nz, c + (t * nz) * nz, 0},
+          kBottom};
+}
+
+Expected attitude(const CU3DPosition& p) {
+  const double a = p.rx * 0.0174532925, b = p.ry * 0.0174532925, c = p.rz * 0.0174532925;
+  const double sa = std::sin(a), ca = std::cos(a), sb = std::sin(b), cb = std::cos(b),
+               sc = std::sin(c), cc = std::cos(c);
+  return {{cb * cc, -(cb * sc), -sb, 0},
+          {sc * ca - (sa * sb) * cc, ca * cc + (sc * sa) * sb, -sa * cb, 0},
+          {sa * sc + (cc * sb) * ca, cc * sa - (sb * ca) * sc, ca * cb, 0},
+          {p.x, p.y, p.z, 1}};
+}
+
+double element(const CMatrix4D& a, const CMatrix4D& b, int row, int column) {
+  double sum = 0.0;
+  sum = sum + a.m[row][0] * b.m[0][column];
+  sum = sum + a.m[row][1] * b.m[1][column];
+  sum = sum + a.m[row][2] * b.m[2][column];
+  sum = sum + a.m[row][3] * b.m[3][column];
+  return sum;
+}
+
+double coordinate(const double (&row)[4], double x, double y, double z) {
+  return ((row[0] * x + row[1] * y) + row[2] * z) + row[3];
+}
+
+double determinant(const double (&m)[4][4]) {
+  const double first = m[0][0] * (m[1][1] * m[2][2] - m[1][2] * m[2][1]);
+  const double second = m[0][1] * (m[1][2] * m[2][0] - m[1][0] * m[2][2]);
+  const double third = m[0][2] * (m[1][0] * m[2][1] - m[1][1] * m[2][0]);
+  return (first + second) + third;
+}
+
+Expected inverse(const CMatrix4D& matrix) {
+  const double(&m)[4][4] = matrix.m;
+  const double d = determinant(m);
+  const Row bottom = {m[3][0], m[3][1], m[3][2], m[3][3]};
+  if (d == 0.0) {
+    return {{m[0][0], m[0][1], m[0][2], -m[0][3]},
+            {m[1][0], m[1][1], m[1][2], -m[1][3]},
+            {m[2][0], m[2][1], m[2][2], -m[2][3]},
+            bottom};
+  }
+  return {{(m[1][1] * m[2][2] - m[2][1] * m[1][2]) / d, (m[2][1] * m[0][2] - m[2][2] * m[0][1]) / d,
+           (m[1][2] * m[0][1] - m[1][1] * m[0][2]) / d, -m[0][3]},
+          {(m[2][0] * m[1][2] - m[2][2] * m[1][0]) / d, (m[0][0] * m[2][2] - m[0][2] * m[2][0]) / d,
+           (m[0][2] * m[1][0] - m[1][2] * m[0][0]) / d, -m[1][3]},
+          {(m[2][1] * m[1][0] - m[2][0] * m[1][1]) / d, (m[0][1] * m[2][0] - m[2][1] * m[0][0]) / d,
+           (m[1][1] * m[0][0] - m[0][1] * m[1][0]) / d, -m[2][3]},
+          bottom};
+}
+
+TEST(RandomGeometry, point_arithmetic) {
+  Samples samples(1);
+  for (int i = 0; i < kInputs; ++i) {
+    const CPoint3D a = randomTriple<CPoint3D>(samples);
+    const CPoint3D b = randomTriple<CPoint3D>(samples);
+    ASSERT_TRUE(same(a + b, a.x + b.x, a.y + b.y, a.z + b.z)) << "input " << i;
+    ASSERT_TRUE(same(a - b, a.x - b.x, a.y - b.y, a.z - b.z)) << "input " << i;
+  }
+}
+
+TEST(RandomGeometry, vector_arithmetic) {
+  Samples samples(2);
+  for (int i = 0; i < kInputs; ++i) {
+    const CVector3D a = randomTriple<CVector3D>(samples);
+    const CVector3D b = randomTriple<CVector3D>(samples);
+    const double s = samples.next();
+    ASSERT_TRUE(same(a + b, a.x + b.x, a.y + b.y, a.z + b.z)) << "input " << i;
+    ASSERT_TRUE(same(a - b, a.x - b.x, a.y - b.y, a.z - b.z)) << "input " << i;
+    ASSERT_TRUE(same(a * s, a.x * s, a.y * s, a.z * s)) << "input " << i;
+    const double xy = a.x * b.x + a.y * b.y;
+    ASSERT_TRUE(sameBits(a.DotProduct(b), a.z * b.z + xy)) << "input " << i;
+    ASSERT_TRUE(same(a.CrossProduct(b), a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z,
+                     a.x * b.y - a.y * b.x))
+        << "input " << i;
+  }
+}
+
+TEST(RandomGeometry, normalize) {
+  Samples samples(3);
+  for (int i = 0; i < kInputs; ++i) {
+    const CVector3D v = randomTriple<CVector3D>(samples);
+    const double length = std::sqrt(v.z * v.z + (v.x * v.x + v.y * v.y));
+    const bool kept = !(length > 0);
+    CVector3D n = v;
+    n.Normalize();
+    ASSERT_TRUE(
+        same(n, kept ? v.x : v.x / length, kept ? v.y : v.y / length, kept ? v.z : v.z / length))
+        << "input " << i;
+  }
+}
+
+TEST(RandomGeometry, matrix_of_three_vectors) {
+  Samples samples(4);
+  for (int i = 0; i < kInputs; ++i) {
+    const CVector3D a = randomTriple<CVector3D>(samples);
+    const CVector3D b = randomTriple<CVector3D>(samples);
+    const CVector3D c = randomTriple<CVector3D>(samples);
+    ASSERT_TRUE(same(CMatrix4D(a, b, c),
+                     {{a.x, b.x, c.x, 0}, {a.y, b.y, c.y, 0}, {a.z, b.z, c.z, 0}, kBottom}))
+        << "input " << i;
+  }
+}
+
+TEST(RandomGeometry, matrix_of_a_rotation_vector) {
+  Samples samples(5);
+  for (int i = 0; i < kInputs; ++i) {
+    const double scale = i % 3 == 0 ? 1e-5 : 1.0;
+    const CVector3D v = randomTriple<CVector3D>(samples) * scale;
+    ASSERT_TRUE(same(CMatrix4D(v), rotation(v.x, v.y, v.z))) << "input " << i;
+  }
+}
+
+TEST(RandomGeometry, matrix_of_a_position) {
+  Samples samples(6);
+  for (int i = 0; i < kInputs; ++i) {
+    CU3DPosition p;
+    for (double* field : {&p.x, &p.y, &p.z, &p.rx, &p.ry, &p.rz}) *field = 20 * samples.next();
+    ASSERT_TRUE(same(CMatrix4D(p), attitude(p))) << "input " << i;
+  }
+}
+
+TEST(RandomGeometry, position_of_a_matrix) {
+  Samples samples(7);
+  for (int i = 0; i < kInputs; ++i) {
+    CMatrix4D matrix = randomMatrix(samples);
+    if (i % 4 != 0) matrix.m[0][2] = std::fmod(matrix.m[0][2], 1.0);
+    if (i % 8 == 1) matrix.m[0][2] = 1.0 - std::fabs(matrix.m[0][2]) * 5e-5;
+    const double(&m)[4][4] = matrix.m;
+    const double u = std::asin(m[0][2]);
+    const double k = std::cos(u);
+    double rx = 0;
+    double rz = std::atan2(m[1][0], m[1][1]) * 57.2957795;
+    if (std::fabs(k) > 0.005) {
+      rx = std::atan2(-m[1][2] / k, m[2][2] / k) * 57.2957795;
+      rz = std::atan2(-m[0][1] / k, m[0][0] / k) * 57.2957795;
+    }
+    const CU3DPosition p = matrix.U3DPosition();
+    ASSERT_TRUE(same(p, m[3][0], m[3][1], m[3][2])) << "input " << i;
+    ASSERT_TRUE(sameBits(p.rx, rx) && sameBits(p.ry, u * -57.2957795) && sameBits(p.rz, rz))
+        << "input " << i;
+  }
+}
+
+TEST(RandomGeometry, transpose) {
+  Samples samples(8);
+  for (int i = 0; i < kInputs; ++i) {
+    const CMatrix4D matrix = randomMatrix(samples);
+    const double(&m)[4][4] = matrix.m;
+    ASSERT_TRUE(same(matrix.Transpose(), {{m[0][0], m[1][0], m[2][0], m[3][0]},
+                                          {m[0][1], m[1][1], m[2][1], m[3][1]},
+                                          {m[0][2], m[1][2], m[2][2], m[3][2]},
+                                          {m[0][3], m[1][3], m[2][3], m[3][3]}}))
+        << "input " << i;
+  }
+}
+
+TEST(RandomGeometry, determinant_and_inverse) {
+  Samples samples(9);
+  for (int i = 0; i < kInputs; ++i) {
+    CMatrix4D matrix = randomMatrix(samples);
+    if (i % 16 == 0) matrix.m[1][0] = matrix.m[1][1] = matrix.m[1][2] = 0;
+    ASSERT_TRUE(sameBits(matrix.Determinant(), determinant(matrix.m))) << "input " << i;
+    ASSERT_TRUE(same(matrix.Inverse(), inverse(matrix))) << "input " << i;
+  }
+}
+
+TEST(RandomGeometry, matrix_product) {
+  Samples samples(10);
+  for (int i = 0; i < kInputs; ++i) {
+    const CMatrix4D a = randomMatrix(samples);
+    const CMatrix4D b = randomMatrix(samples);
+    const CMatrix4D product = a * b;
+    for (int row = 0; row < 4; ++row) {
+      for (int column = 0; column < 4; ++column) {
+        ASSERT_TRUE(sameBits(product.m[row][column], element(a, b, row, column))) << "input " << i;
+      }
+    }
+  }
+}
+
+TEST(RandomGeometry, point_and_vector_transform) {
+  Samples samples(11);
+  for (int i = 0; i < kInputs; ++i) {
+    const CMatrix4D matrix = randomMatrix(samples);
+    const CPoint3D p = randomTriple<CPoint3D>(samples);
+    const double x = coordinate(matrix.m[0], p.x, p.y, p.z);
+    const double y = coordinate(matrix.m[1], p.x, p.y, p.z);
+    const double z = coordinate(matrix.m[2], p.x, p.y, p.z);
+    ASSERT_TRUE(same(matrix * p, x, y, z)) << "input " << i;
+    ASSERT_TRUE(same(matrix * CVector3D(p.x, p.y, p.z), x, y, z)) << "input " << i;
+  }
+}
+
+}  // namespace

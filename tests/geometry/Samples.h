@@ -1,0 +1,57 @@
+// Numbers for the tests of the geometry: bits compared, and random values worth trying.
+#pragma once
+
+#include <array>
+#include <bit>
+#include <cmath>
+#include <cstdint>
+#include <limits>
+#include <random>
+
+namespace geometry_test {
+
+/// Whether two numbers are the same bit for bit; any two that are not a number count as the same.
+inline bool sameBits(double a, double b) {
+  if (std::isnan(a) || std::isnan(b)) return std::isnan(a) && std::isnan(b);
+  return std::bit_cast<std::uint64_t>(a) == std::bit_cast<std::uint64_t>(b);
+}
+
+/// Random numbers of every kind: fractions, whole numbers, any magnitude, and the special values.
+class Samples {
+ public:
+  explicit Samples(std::uint64_t seed) : random_(seed) {}
+
+  double next() {
+    switch (random_() % 16) {
+      case 0:
+        return special();
+      case 1:
+        return std::bit_cast<double>(random_());
+      case 2:
+      case 3:
+        return static_cast<double>(static_cast<std::int64_t>(random_() % 2001) - 1000);
+      default:
+        return std::uniform_real_distribution<double>(-10.0, 10.0)(random_);
+    }
+  }
+
+ private:
+  double special() {
+    using Limits = std::numeric_limits<double>;
+    static const std::array<double, 10> kSpecial = {0.0,
+                                                    -0.0,
+                                                    1.0,
+                                                    -1.0,
+                                                    Limits::denorm_min(),
+                                                    Limits::max(),
+                                                    Limits::min(),
+                                                    Limits::infinity(),
+                                                    -Limits::infinity(),
+                                                    Limits::quiet_NaN()};
+    return kSpecial[random_() % kSpecial.size()];
+  }
+
+  std::mt19937_64 random_;
+};
+
+}  // namespace geometry_test
