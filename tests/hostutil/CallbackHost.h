@@ -1,0 +1,41 @@
+// The simulated host's records, and a check at each test's end that nothing was treated badly.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "simulator/Faults.h"
+#include "simulator/Log.h"
+#include "simulator/host/CallbackRecords.h"
+#include "simulator/host/Host.h"
+
+namespace hostutil_test {
+
+class CallbackTest : public testing::Test {
+ protected:
+  /// Nothing may be leaked, freed twice or used after that.
+  void TearDown() override {
+    simulator::theFaults().clear();
+    callbacks.reportLeaks();
+    host.reportLeaks();
+    EXPECT_EQ(simulator::theLog().misuses() - misusesBefore, expectedMisuses);
+  }
+
+  /// Makes `procedure` fail with `error` from its next call on.
+  static void fail(const std::string& procedure, int error) {
+    simulator::theFaults().add({procedure, error, 0, 1000});
+  }
+
+  simulator::Host& host = simulator::theHost();
+  simulator::Callbacks& callbacks = simulator::theCallbacks();
+  const BufferProcs buffers = simulator::bufferProcs();
+  const ResourceProcs resources = simulator::resourceProcs();
+  const HandleProcs handles = simulator::handleProcs();
+  int expectedMisuses = 0;
+
+ private:
+  const int misusesBefore = simulator::theLog().misuses();
+};
+
+}  // namespace hostutil_test
