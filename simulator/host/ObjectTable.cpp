@@ -1,5 +1,7 @@
 #include "simulator/host/ObjectTable.h"
 
+#include "simulator/host/CallbackState.h"
+
 namespace simulator {
 
 const char* objectKindName(std::uintptr_t tag) {
@@ -12,6 +14,14 @@ const char* objectKindName(std::uintptr_t tag) {
       return "reference";
     case ObjectKind<ASZString>::tag:
       return "string";
+    case ObjectKind<BufferID>::tag:
+      return "buffer";
+    case ObjectKind<PIChannelPort>::tag:
+      return "channel port";
+    case ObjectKind<PIReadDescriptor>::tag:
+      return "reader";
+    case ObjectKind<PIWriteDescriptor>::tag:
+      return "writer";
     default:
       return "object";
   }
