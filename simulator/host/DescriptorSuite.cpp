@@ -93,7 +93,7 @@ OSErr erase(PIActionDescriptor descriptor, DescriptorKeyID key) {
 
 OSErr clear(PIActionDescriptor descriptor) {
   constexpr const char* procedure = "ActionDescriptor.Clear";
-  return call(procedure, [&] { writable(descriptor, procedure).entries.clear(); });
+  return call(procedure, [&] { writable(descriptor, procedure).clear(); });
 }
 
 OSErr hasKeys(PIActionDescriptor descriptor, const DescriptorKeyID* required, Boolean* result) {

@@ -67,24 +67,43 @@ Container::~Container() {
   if (!own.empty()) drain(own);
 }
 
+// Callers that walk a descriptor ask for one key after another, most of them several times.
+std::size_t Container::placeOf(DescriptorKeyID key) const {
+  for (std::size_t place = lastFound_; place < std::min(lastFound_ + 2, entries.size()); ++place) {
+    if (entries[place].key == key) return lastFound_ = place;
+  }
+  for (; indexed_ < entries.size(); ++indexed_) places_.emplace(entries[indexed_].key, indexed_);
+  const auto found = places_.find(key);
+  return found == places_.end() ? entries.size() : lastFound_ = found->second;
+}
+
 const Item* Container::find(DescriptorKeyID key) const {
-  const auto entry = std::find_if(entries.begin(), entries.end(),
-                                  [&](const Entry& candidate) { return candidate.key == key; });
-  return entry == entries.end() ? nullptr : &entry->item;
+  const std::size_t place = placeOf(key);
+  return place == entries.size() ? nullptr : &entries[place].item;
 }
 
 void Container::put(DescriptorKeyID key, Item item) {
-  const auto entry = std::find_if(entries.begin(), entries.end(),
-                                  [&](const Entry& candidate) { return candidate.key == key; });
-  if (entry == entries.end()) {
+  const std::size_t place = placeOf(key);
+  if (place == entries.size()) {
     entries.push_back({key, std::move(item)});
   } else {
-    entry->item = std::move(item);
+    entries[place].item = std::move(item);
   }
 }
 
 bool Container::erase(DescriptorKeyID key) {
-  return std::erase_if(entries, [&](const Entry& entry) { return entry.key == key; }) > 0;
+  const std::size_t place = placeOf(key);
+  if (place == entries.size()) return false;
+  entries.erase(entries.begin() + static_cast<std::ptrdiff_t>(place));
+  places_.clear();
+  indexed_ = 0;
+  return true;
+}
+
+void Container::clear() {
+  entries.clear();
+  places_.clear();
+  indexed_ = 0;
 }
 
 const NestedContainer* nested(const Item& item) {

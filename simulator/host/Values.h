@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <unordered_map>
 #include <variant>
 #include <vector>
 
@@ -100,11 +101,22 @@ struct Container {
   Container& operator=(const Container&) = delete;
   ~Container();
 
+  /// Takes constant time: a million items can be looked up one by one.
   const Item* find(DescriptorKeyID key) const;
   /// Replaces the item under `key` in its place, or appends one.
   void put(DescriptorKeyID key, Item item);
   /// False where there is no such key.
   bool erase(DescriptorKeyID key);
+  void clear();
+
+ private:
+  std::size_t placeOf(DescriptorKeyID key) const;
+
+  // The places of the first `indexed_` entries. Entries may be appended without it, but removed
+  // only by the members above.
+  mutable std::unordered_map<DescriptorKeyID, std::size_t> places_;
+  mutable std::size_t indexed_ = 0;
+  mutable std::size_t lastFound_ = 0;
 };
 
 /// The container inside an object or a list; null for all other items.

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <array>
+#include <map>
 
 #include "simulator/Log.h"
 
@@ -11,8 +12,8 @@ namespace simulator {
 namespace {
 
 const char* nameOf(const CFObjects::Value& value) {
-  static constexpr std::array<const char*, 5> kNames = {"string", "URL", "data", "input source",
-                                                        "synthesized event"};
+  static constexpr std::array<const char*, 6> kNames = {
+      "string", "URL", "data", "array", "input source", "synthesized event"};
   return kNames[value.index()];
 }
 
@@ -20,7 +21,13 @@ const char* nameOf(const CFObjects::Value& value) {
 
 CFTypeRef CFObjects::make(Value value) {
   const std::lock_guard lock(mutex_);
-  return objects_.insert({std::move(value), 1});
+  return objects_.insert({std::move(value)});
+}
+
+CFTypeRef CFObjects::makeConstant(Value value) {
+  const std::lock_guard lock(mutex_);
+  ++constants_;
+  return objects_.insert({.value = std::move(value), .constant = true});
 }
 
 void CFObjects::retain(CFTypeRef handle) {
@@ -36,7 +43,7 @@ void CFObjects::release(CFTypeRef handle) {
     const std::lock_guard lock(mutex_);
     Object* object = objects_.find(handle);
     if (object == nullptr) return reportWrongUse(handle, "CFRelease");
-    if (--object->references > 0) return;
+    if (object->constant || --object->references > 0) return;
     if (const auto* source = std::get_if<InputSource>(&object->value)) owned = source->identifier;
     objects_.erase(handle);
   }
@@ -45,12 +52,13 @@ void CFObjects::release(CFTypeRef handle) {
 
 std::size_t CFObjects::live() {
   const std::lock_guard lock(mutex_);
-  return objects_.live();
+  return objects_.live() - constants_;
 }
 
 void CFObjects::reportLeaks() {
   const std::lock_guard lock(mutex_);
   objects_.forEach([](const Object& object) {
+    if (object.constant) return;
     theLog().misuse(fmt::format("a {} was leaked", nameOf(object.value)));
   });
 }
@@ -66,6 +74,15 @@ CFObjects& theCFObjects() {
 
 CFStringRef makeCFString(std::string utf8) {
   return static_cast<CFStringRef>(theCFObjects().make(CFText{std::move(utf8)}));
+}
+
+CFStringRef constantCFString(const std::string& utf8) {
+  static std::mutex mutex;
+  static auto& constants = *new std::map<std::string, CFTypeRef>;
+  const std::lock_guard lock(mutex);
+  CFTypeRef& constant = constants[utf8];
+  if (constant == nullptr) constant = theCFObjects().makeConstant(CFText{utf8});
+  return static_cast<CFStringRef>(constant);
 }
 
 }  // namespace simulator

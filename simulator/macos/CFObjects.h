@@ -1,5 +1,5 @@
-// The reference-counted objects of the simulated Mac: strings, URLs, data, input sources and
-// synthesized events. [any-thread]
+// The reference-counted objects of the simulated Mac: strings, URLs, data, arrays, input sources
+// and synthesized events. [any-thread]
 #pragma once
 
 #include <Carbon/Carbon.h>
@@ -27,6 +27,10 @@ struct CFBytes {
   std::vector<std::uint8_t> bytes;
 };
 
+struct CFList {
+  std::vector<CFTypeRef> values;  ///< constants
+};
+
 struct InputSource {
   CFStringRef identifier = nullptr;  ///< owned by the source
 };
@@ -51,10 +55,13 @@ struct SynthesizedEvent {
 /// All objects of the process. Wrong use by a caller is a misuse line that names the procedure.
 class CFObjects {
  public:
-  using Value = std::variant<CFText, CFUrl, CFBytes, InputSource, SynthesizedEvent>;
+  using Value = std::variant<CFText, CFUrl, CFBytes, CFList, InputSource, SynthesizedEvent>;
 
   /// Makes an object with one reference.
   CFTypeRef make(Value value);
+
+  /// Makes an object for as long as the process lives, however often it is released.
+  CFTypeRef makeConstant(Value value);
 
   /// A copy of the object's value where it is alive and a `T`; else none, and a misuse in
   /// `procedure`.
@@ -75,15 +82,17 @@ class CFObjects {
   void retain(CFTypeRef object);
   void release(CFTypeRef object);
 
+  /// How many objects are alive, constants not counted.
   std::size_t live();
 
-  /// A misuse line for every object that is still alive.
+  /// A misuse line for every object that is still alive, but for constants.
   void reportLeaks();
 
  private:
   struct Object {
     Value value;
     long references = 1;
+    bool constant = false;
   };
 
   template <class T>
@@ -97,6 +106,7 @@ class CFObjects {
 
   std::mutex mutex_;
   HandleTable<Object> objects_;
+  std::size_t constants_ = 0;
 };
 
 /// The objects of the process; they outlive every static object.
@@ -104,5 +114,8 @@ CFObjects& theCFObjects();
 
 /// A string object with one reference.
 CFStringRef makeCFString(std::string utf8);
+
+/// A string object that is never released; the same one for the same text.
+CFStringRef constantCFString(const std::string& utf8);
 
 }  // namespace simulator

@@ -9,8 +9,14 @@ struct FSRef {
   UInt8 hidden[80];
 };
 
-/// A record that finds a file again by more than its path.
-using AliasHandle = struct AliasRecord**;
+/// The head of an alias, a record that finds a file again by more than its path: data of the
+/// application's own and the size of the whole record.
+struct AliasRecord {
+  OSType userType;
+  unsigned short aliasSize;
+};
+using AliasPtr = AliasRecord*;
+using AliasHandle = AliasPtr*;
 
 using FSVolumeRefNum = SInt16;
 using MPTaskID = struct OpaqueMPTaskID*;
@@ -28,6 +34,13 @@ extern "C" {
 /// Finds one of the system's folders, making it where `createFolder` says so. [any-thread]
 OSErr FSFindFolder(FSVolumeRefNum vRefNum, OSType folderType, Boolean createFolder,
                    FSRef* foundRef);
+
+/// Writes the POSIX path of `ref` with a terminating zero byte. [any-thread]
+OSStatus FSRefMakePath(const FSRef* ref, UInt8* path, UInt32 pathBufferSize);
+
+/// Finds the file or folder that an alias leads to, by a path relative to `fromFile` first where
+/// that is not null. `wasChanged` tells whether the alias was brought up to date. [any-thread]
+OSErr FSResolveAlias(const FSRef* fromFile, AliasHandle alias, FSRef* target, Boolean* wasChanged);
 
 /// Starts a preemptive task with a stack of `stackSize` bytes. `notifyQueue`, the termination
 /// parameters and `task` may be null. [any-thread]
