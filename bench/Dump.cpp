@@ -1,0 +1,154 @@
+// Dumping a descriptor of many items against writing the same bytes with fwrite, to files of the
+// same folder. Two hosts: the simulated one, and a bare one that costs next to nothing, so that the
+// generator's own part can be told from the host's.
+#include <benchmark/benchmark.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <string>
+
+#include "codegen/DumpDescriptor.h"
+#include "platform/host/HostTerms.h"
+#include "plugin/BasicSuite.h"
+#include "plugin/Suites.h"
+#include "simulator/host/Host.h"
+
+namespace {
+
+constexpr std::int64_t kItems = 1'000'000;
+constexpr DescriptorKeyID kFirstKey = fourCharCode("0000");
+
+std::string fileName(const char* name) {
+  return (std::filesystem::temp_directory_path() / (name + std::to_string(getpid()))).string();
+}
+
+/// What a dump writes to a new file.
+void dump(PIActionDescriptor descriptor, const std::string& file) {
+  std::filesystem::remove(file);
+  PIUDumpDescriptor(kEventSet, descriptor, file.c_str());
+}
+
+void measureDump(benchmark::State& state, PIActionDescriptor descriptor) {
+  const std::string file = fileName("dump");
+  for (auto _ : state) dump(descriptor, file);
+  state.SetBytesProcessed(state.iterations() *
+                          static_cast<std::int64_t>(std::filesystem::file_size(file)));
+  state.SetComplexityN(state.range(0));
+  std::filesystem::remove(file);
+}
+
+simulator::ContainerPtr integers(std::int64_t count) {
+  auto container = std::make_shared<simulator::Container>();
+  for (std::int64_t i = 0; i < count; ++i) {
+    container->put(kFirstKey + static_cast<DescriptorKeyID>(i),
+                   {kTypeInteger, static_cast<std::int32_t>(i)});
+  }
+  return container;
+}
+
+PIActionDescriptor simulated(std::int64_t count) {
+  sSPBasic = simulator::theHost().basicSuite();
+  return simulator::theHost().makeDescriptor(integers(count));
+}
+
+void DumpFromSimulatedHost(benchmark::State& state) {
+  PIUSuitesRelease();
+  measureDump(state, simulated(state.range(0)));
+}
+BENCHMARK(DumpFromSimulatedHost)
+    ->RangeMultiplier(10)
+    ->Range(kItems / 100, kItems)
+    ->Unit(benchmark::kMillisecond)
+    ->Complexity(benchmark::oN);
+
+/// A host of one descriptor: item i has the key kFirstKey + i and the value i.
+struct BareHost {
+  static inline uint32 count = 0;
+  PSActionDescriptorProcs descriptor{};
+  PSActionListProcs list{};
+  PSActionReferenceProcs reference{};
+  PSActionControlProcs control{};
+
+  explicit BareHost(std::int64_t items) {
+    count = static_cast<uint32>(items);
+    descriptor.GetCount = [](PIActionDescriptor, uint32* out) -> OSErr { return *out = count, 0; };
+    descriptor.GetKey = [](PIActionDescriptor, uint32 i, DescriptorKeyID* key) -> OSErr {
+      return *key = kFirstKey + i, 0;
+    };
+    descriptor.GetType = [](PIActionDescriptor, DescriptorKeyID, DescriptorTypeID* type) -> OSErr {
+      return *type = kTypeInteger, 0;
+    };
+    descriptor.GetInteger = [](PIActionDescriptor, DescriptorKeyID key, int32* value) -> OSErr {
+      return *value = static_cast<int32>(key - kFirstKey), 0;
+    };
+    sPSActionDescriptor.suite = &descriptor;
+    sPSActionList.suite = &list;
+    sPSActionReference.suite = &reference;
+    sPSActionControl.suite = &control;
+  }
+
+  ~BareHost() {
+    sPSActionDescriptor.suite = nullptr;
+    sPSActionList.suite = nullptr;
+    sPSActionReference.suite = nullptr;
+    sPSActionControl.suite = nullptr;
+  }
+};
+
+void DumpFromBareHost(benchmark::State& state) {
+  PIUSuitesRelease();
+  const BareHost host(state.range(0));
+  measureDump(state, reinterpret_cast<PIActionDescriptor>(0x600000000011));
+}
+BENCHMARK(DumpFromBareHost)
+    ->RangeMultiplier(10)
+    ->Range(kItems / 100, kItems)
+    ->Unit(benchmark::kMillisecond)
+    ->Complexity(benchmark::oN);
+
+std::string dumpedText(std::int64_t items) {
+  const std::string file = fileName("text");
+  dump(simulated(items), file);
+  std::stringstream bytes;
+  bytes << std::ifstream(file).rdbuf();
+  std::filesystem::remove(file);
+  return bytes.str();
+}
+
+/// `write` writes the text to a new file's stream.
+template <class Write>
+void measureFwrite(benchmark::State& state, Write write) {
+  const std::string text = dumpedText(state.range(0));
+  const std::string file = fileName("fwrite");
+  for (auto _ : state) {
+    std::filesystem::remove(file);
+    std::FILE* stream = std::fopen(file.c_str(), "a");
+    write(text, stream);
+    std::fclose(stream);
+  }
+  state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(text.size()));
+  std::filesystem::remove(file);
+}
+
+void FwriteInOnePiece(benchmark::State& state) {
+  measureFwrite(state, [](std::string_view text, std::FILE* stream) {
+    std::fwrite(text.data(), 1, text.size(), stream);
+  });
+}
+BENCHMARK(FwriteInOnePiece)->Arg(kItems)->Unit(benchmark::kMillisecond);
+
+void FwriteLineByLine(benchmark::State& state) {
+  measureFwrite(state, [](std::string_view text, std::FILE* stream) {
+    while (!text.empty()) {
+      const std::size_t length = text.find('\n') + 1;
+      std::fwrite(text.data(), 1, length, stream);
+      text.remove_prefix(length);
+    }
+  });
+}
+BENCHMARK(FwriteLineByLine)->Arg(kItems)->Unit(benchmark::kMillisecond);
+
+}  // namespace

@@ -1,0 +1,64 @@
+// The three kinds of containers: their types, their suites, and their names in the generated code.
+// In descriptors the getters tell an item by its key, in lists by its index.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "codegen/DumpDescriptor.h"
+#include "codegen/HostValues.h"
+#include "codegen/SourceWriter.h"
+#include "codegen/SpelledID.h"
+#include "codegen/VariableNames.h"
+
+struct DescriptorKind {
+  using Container = PIActionDescriptor;
+  static constexpr std::string_view kType = "PIActionDescriptor";
+  static constexpr std::string_view kCall = "error = sPSActionDescriptor->";
+  static constexpr std::string_view kVariable = "desc";
+  static auto suite() { return sPSActionDescriptor.operator->(); }
+  static std::uint32_t selector(DescriptorKeyID key, std::uint32_t) { return key; }
+  static bool readKey(Container descriptor, std::uint32_t index, DescriptorKeyID* key) {
+    return suite()->GetKey(descriptor, index, key) == 0;
+  }
+
+  using Key = SpelledID;
+  static void writeKey(const Key& key, SourceWriter& out) { out.write(", ", key.spelling()); }
+};
+
+struct ListKind {
+  using Container = PIActionList;
+  static constexpr std::string_view kType = "PIActionList";
+  static constexpr std::string_view kCall = "error = sPSActionList->";
+  static constexpr std::string_view kVariable = "list";
+  static auto suite() { return sPSActionList.operator->(); }
+  static std::uint32_t selector(DescriptorKeyID, std::uint32_t index) { return index; }
+  static bool readKey(Container, std::uint32_t, DescriptorKeyID*) { return true; }
+
+  /// Items of lists have no keys: nothing is looked up and nothing is written.
+  struct Key {
+    Key(SourceWriter&, DescriptorKeyID, const IDRole&) {}
+  };
+  static void writeKey(const Key&, SourceWriter&) {}
+};
+
+struct ReferenceKind {
+  using Container = PIActionReference;
+  static constexpr std::string_view kType = "PIActionReference";
+  static constexpr std::string_view kCall = "error = sPSActionReference->";
+  static constexpr std::string_view kVariable = "ref";
+  static auto suite() { return sPSActionReference.operator->(); }
+};
+
+inline constexpr std::string_view kMoveToTop = "// Move this to the top of the routine!";
+
+/// Writes a container's declaration and making, and has it released at the function's end.
+template <class Kind>
+void WriteContainerHeader(typename Kind::Container container, SourceWriter& out) {
+  const std::string variable = DeclaredName(Kind::kVariable, container);
+  out.indentedLine(kMoveToTop);
+  out.indentedLine(Kind::kType, " ", variable, " = NULL;");
+  out.indentedLine(Kind::kCall, "Make(&", variable, ");");
+  out.errorCheck();
+  if (freeZone != nullptr) freeZone->Add(container);
+}

@@ -1,0 +1,39 @@
+// How the statements of the generated code spell an identifier.
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include "codegen/SourceWriter.h"
+#include "codegen/Terminology.h"
+
+/// What an identifier is in a statement: the kind of its name, and the variable of the generated
+/// function that holds it where it is a run-time one.
+struct IDRole {
+  const char* kind;
+  std::string_view variable;
+};
+
+inline constexpr IDRole kKeyRole = {"key", "runtimeKeyID"};
+inline constexpr IDRole kClassRole = {"class", "runtimeClassID"};
+inline constexpr IDRole kObjectClassRole = {"class", "runtimeObjID"};
+inline constexpr IDRole kEnumRole = {"enum", "runtimeEnumID"};
+inline constexpr IDRole kEnumTypeRole = {"type", "runtimeTypeID"};
+inline constexpr IDRole kUnitRole = {"unit", "runtimeUnitID"};
+inline constexpr IDRole kPropertyRole = {"key", "runtimePropID"};
+
+/// One identifier, ready to stand in a statement. [main-thread]
+class SpelledID {
+ public:
+  /// For a run-time identifier, writes the statement that looks it up.
+  SpelledID(SourceWriter& out, std::uint32_t id, const IDRole& role);
+  SpelledID(const SpelledID&) = delete;
+  SpelledID& operator=(const SpelledID&) = delete;
+
+  /// The variable of a run-time identifier, the name of any other.
+  BareName spelling() const { return BareName{spelling_}; }
+
+ private:
+  char buffer_[kNameSize];
+  std::string_view spelling_;
+};

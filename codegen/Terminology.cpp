@@ -1,0 +1,97 @@
+#include "codegen/Terminology.h"
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+
+#include "platform/FourCharCode.h"
+#include "plugin/Suites.h"
+
+constexpr PSConst PSConstA[kPSConstCount] = {
+#include "codegen/Terminology.inc"
+};
+
+namespace {
+
+using Row = std::uint16_t;
+constexpr Row kNoRow = 0xFFFF;
+
+/// Finds the rows of an identifier without looking at any other's, but for rare collisions: a hash
+/// table of each identifier's first row, from which `next` leads through its others in table order.
+struct Index {
+  static constexpr unsigned kSlotBits = 13;  // a load of a fifth keeps probes short
+  static constexpr std::size_t kSlots = std::size_t{1} << kSlotBits;
+
+  std::array<Row, kSlots> first{};
+  std::array<Row, kPSConstCount> next{};
+
+  /// The slot that holds the identifier's first row, or the empty one where it would stand.
+  constexpr std::size_t slot(std::uint32_t id) const {
+    std::size_t place = (id * 0x9E3779B1u) >> (32 - kSlotBits);  // Knuth's multiplicative hash
+    while (first[place] != kNoRow && PSConstA[first[place]].id != id) place = (place + 1) % kSlots;
+    return place;
+  }
+
+  constexpr Index() {
+    first.fill(kNoRow);
+    next.fill(kNoRow);
+    for (std::size_t row = kPSConstCount; row-- > 0;) {  // backwards: the lowest ends up first
+      Row& head = first[slot(PSConstA[row].id)];
+      next[row] = head;
+      head = static_cast<Row>(row);
+    }
+  }
+};
+
+constexpr Index kIndex;
+
+const char* publishedName(std::uint32_t id, const char* kind) {
+  for (Row row = kIndex.first[kIndex.slot(id)]; row != kNoRow; row = kIndex.next[row]) {
+    if (std::strstr(PSConstA[row].name, kind)) return PSConstA[row].name;
+  }
+  return nullptr;
+}
+
+bool readHostName(std::uint32_t id, char* buffer) {
+  if (sPSActionControl->TypeIDToStringID(id, buffer, kNameSize) != 0) return false;
+  buffer[kNameSize - 1] = '\0';
+  return true;
+}
+
+std::string_view quotedCode(std::uint32_t id, char* buffer) {
+  const char code[] = {'\'',
+                       static_cast<char>(id >> 24),
+                       static_cast<char>(id >> 16),
+                       static_cast<char>(id >> 8),
+                       static_cast<char>(id),
+                       '\'',
+                       '\0'};
+  std::memcpy(buffer, code, sizeof code);
+  return {buffer, static_cast<std::size_t>(std::find(code, std::end(code), '\0') - code)};
+}
+
+}  // namespace
+
+std::string_view NameOfID(std::uint32_t id, const char* kind, char* buffer) {
+  if (IsRuntimeID(id) && readHostName(id, buffer)) return buffer;
+  if (const char* name = publishedName(id, kind)) return name;
+  return quotedCode(id, buffer);
+}
+
+void LongToStr(std::int32_t id, const char* kind, char* out) {
+  out[0] = '\0';
+  char buffer[kNameSize];
+  const std::string_view name = NameOfID(static_cast<std::uint32_t>(id), kind, buffer);
+  std::memcpy(out, name.data(), name.size());
+  out[name.size()] = '\0';
+}
+
+std::uint32_t PIUCharToID(const char* text) {
+  std::uint32_t id = 0;
+  for (int i = 0; i < 4; ++i) {
+    // Meant: the sign of a character spreads over the higher bytes; identifiers made so from such
+    // characters are in use.
+    id = (id << 8) | static_cast<std::uint32_t>(static_cast<signed char>(text[i]));
+  }
+  return id;
+}

@@ -1,0 +1,52 @@
+#include "codegen/TextConversion.h"
+
+#include <CoreFoundation/CoreFoundation.h>
+
+#include <vector>
+
+#include "hostutil/CFObject.h"
+#include "plugin/Suites.h"
+
+namespace {
+
+constexpr UniChar kReplacementCharacter = 0xFFFD;
+
+bool isHighSurrogate(UniChar unit) { return (unit & 0xFC00) == 0xD800; }
+bool isLowSurrogate(UniChar unit) { return (unit & 0xFC00) == 0xDC00; }
+
+/// Unpaired surrogates have no form in UTF-8; the platform would refuse the whole text for one.
+void replaceUnpairedSurrogates(std::vector<UniChar>& units) {
+  for (std::size_t i = 0; i < units.size(); ++i) {
+    const bool isPair =
+        isHighSurrogate(units[i]) && i + 1 < units.size() && isLowSurrogate(units[i + 1]);
+    if (isPair) {
+      ++i;
+    } else if (isHighSurrogate(units[i]) || isLowSurrogate(units[i])) {
+      units[i] = kReplacementCharacter;
+    }
+  }
+}
+
+/// `units` ends with a zero unit, which is converted along.
+std::optional<std::string> convert(const std::vector<UniChar>& units) {
+  const CFObject<CFStringRef> string(CFStringCreateWithCharacters(
+      kCFAllocatorDefault, units.data(), static_cast<CFIndex>(units.size())));
+  if (!string) return std::nullopt;
+  std::vector<char> utf8(units.size() * 3);  // the most that a unit can take
+  if (!CFStringGetCString(string.get(), utf8.data(), static_cast<CFIndex>(utf8.size()),
+                          kCFStringEncodingUTF8)) {
+    return std::nullopt;
+  }
+  return std::string(utf8.data());
+}
+
+}  // namespace
+
+std::optional<std::string> TextToUTF8(ASZString text) {
+  const ASUInt32 size = sASZString->LengthAsUnicodeCString(text) + 1;
+  std::vector<UniChar> units(size);
+  if (sASZString->AsUnicodeCString(text, units.data(), size, true) != 0) return std::nullopt;
+  units.back() = 0;
+  replaceUnpairedSurrogates(units);
+  return convert(units);
+}

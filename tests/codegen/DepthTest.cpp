@@ -1,0 +1,97 @@
+// Containers within containers, on stacks of different sizes.
+#include <HostTerms.h>
+#include <gtest/gtest.h>
+#include <pthread.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <memory>
+
+#include "codegen/Walkers.h"
+#include "plugin/Suites.h"
+#include "simulator/host/Host.h"
+
+namespace {
+
+constexpr std::size_t kDepth = 10'000;
+
+/// A stream that keeps nothing of the text but the number of its lines.
+class LineCounter {
+ public:
+  LineCounter() : file_(fopencookie(this, "w", {nullptr, count, nullptr, nullptr}), std::fclose) {}
+
+  std::FILE* file() { return file_.get(); }
+
+  std::size_t lines() {
+    std::fflush(file_.get());
+    return lines_;
+  }
+
+ private:
+  static ssize_t count(void* self, const char* text, std::size_t size) {
+    static_cast<LineCounter*>(self)->lines_ +=
+        static_cast<std::size_t>(std::count(text, text + size, '\n'));
+    return static_cast<ssize_t>(size);
+  }
+
+  std::size_t lines_ = 0;
+  std::unique_ptr<std::FILE, int (*)(std::FILE*)> file_;
+};
+
+/// A descriptor in which `depth` lists and objects lie within one another by turns.
+simulator::ContainerPtr nested(std::size_t depth) {
+  using namespace simulator;
+  auto content = std::make_shared<Container>();
+  for (std::size_t level = depth; level > 0; --level) {
+    auto outer = std::make_shared<Container>();
+    const bool isKeyed = level % 2 == 1;  // the outermost is a descriptor
+    const Item item = isKeyed ? Item{kTypeValueList, List{content}}
+                              : Item{kTypeObject, Object{kClassLayer, content}};
+    outer->entries.push_back({isKeyed ? kKeyName : 0, item});
+    content = outer;
+  }
+  return content;
+}
+
+struct Walked {
+  std::size_t lines = 0;
+  std::size_t owned = 0;
+};
+
+void* walk(void* out) {
+  simulator::Host& host = simulator::theHost();
+  sSPBasic = host.basicSuite();
+  LineCounter counter;
+  DumpInfoFromDescriptor(host.makeDescriptor(nested(kDepth)), counter.file());
+  *static_cast<Walked*>(out) = {counter.lines(), host.objectsOwned()};
+  return nullptr;
+}
+
+Walked walkedOnStackOf(std::size_t bytes) {
+  Walked walked;
+  pthread_attr_t attributes;
+  pthread_t thread;
+  pthread_attr_init(&attributes);
+  pthread_attr_setstacksize(&attributes, bytes);
+  pthread_create(&thread, &attributes, walk, &walked);
+  pthread_join(thread, nullptr);
+  pthread_attr_destroy(&attributes);
+  return walked;
+}
+
+// Each container has a header of five lines, and each but the outermost a put of three.
+constexpr std::size_t kLines = (kDepth + 1) * 5 + kDepth * 3;
+
+TEST(Depth, OfTenThousandContainersNeedsNoMoreThan512KilobytesOfStack) {
+  const Walked walked = walkedOnStackOf(512 * 1024);
+  EXPECT_EQ(walked.lines, kLines);
+  EXPECT_EQ(walked.owned, 0u);
+}
+
+TEST(Depth, OfTenThousandContainersIsWalkedOnAMainThreadsStack) {
+  const Walked walked = walkedOnStackOf(8 * 1024 * 1024);
+  EXPECT_EQ(walked.lines, kLines);
+  EXPECT_EQ(walked.owned, 0u);
+}
+
+}  // namespace

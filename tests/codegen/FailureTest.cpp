@@ -1,0 +1,133 @@
+// Every host call made to fail in turn, once and for good.
+#include <HostTerms.h>
+
+#include <fstream>
+#include <regex>
+#include <sstream>
+
+#include "simulator/Faults.h"
+#include "tests/codegen/GeneratorFixture.h"
+
+namespace {
+
+constexpr std::int32_t kError = -1731;
+constexpr std::uint64_t kForGood = UINT64_MAX;
+
+/// The text without the numbers of the handles, line by line.
+std::multiset<std::string> linesOf(const std::string& text) {
+  std::istringstream stream(text);
+  std::multiset<std::string> lines;
+  for (std::string line; std::getline(stream, line);) lines.insert(line);
+  return lines;
+}
+
+/// Whether a line may stand in the text because of a failed call: the error lines, a code for a
+/// name that the host did not tell, and an empty path for a file that was not found.
+bool isDueToFailure(const std::string& line) {
+  static const std::regex allowed(
+      " *(ERROR DumpInfoFromDescriptor type: '.*, key: .*, entry: \\d+"
+      "|ERROR: DumpInfoFromList type: '.*, entry: \\d+, Total Entry: \\d+"
+      "|ERROR: DumpInfoFromReferene on (GetForm|GetDesiredClass|GetEnumerated|GetIdentifier"
+      "|GetProperty|GetOffset|GetIndex|GetNameLength|GetName) = -1731"
+      "|error = sPSActionControl->StringIDToTypeID\\(\"'\", &runtime[A-Z][a-z]+ID\\);"
+      "|SPErr Play'\\(/\\*your parameters go here\\*/void\\))");
+  return std::regex_match(line, allowed);
+}
+
+class Failures : public GeneratorFixture {
+ protected:
+  Failures() {
+    const std::string path = (folder() / "picture.psd").string();
+    std::ofstream stream(path);
+    json_ = R"([
+      {"key": "$first", "type": "long", "value": 1},
+      {"key": "A   ", "type": "comp", "value": 2},
+      {"key": "B   ", "type": "doub", "value": 3.5},
+      {"key": "C   ", "type": "UntF", "unit": "$inches", "value": 4},
+      {"key": "D   ", "type": "bool", "value": true},
+      {"key": "E   ", "type": "enum", "enumType": "$kinds", "value": "$kind"},
+      {"key": "F   ", "type": "type", "value": "$thing"},
+      {"key": "G   ", "type": "GlbC", "value": "Lyr "},
+      {"key": "H   ", "type": "Objc", "class": "$class", "value": [
+        {"key": "I   ", "type": "TEXT", "value": "text"}]},
+      {"key": "J   ", "type": "GlbO", "class": "Brsh", "value": []},
+      {"key": "K   ", "type": "VlLs", "value": [
+        {"type": "long", "value": 1}, {"type": "comp", "value": 2}, {"type": "doub", "value": 3},
+        {"type": "UntF", "unit": "#Pxl", "value": 4}, {"type": "bool", "value": true},
+        {"type": "enum", "enumType": "Ordn", "value": "Trgt"}, {"type": "type", "value": "Lyr "},
+        {"type": "GlbC", "value": "Lyr "}, {"type": "Objc", "class": "Brsh", "value": []},
+        {"type": "GlbO", "class": "Brsh", "value": []}, {"type": "VlLs", "value": []},
+        {"type": "obj ", "value": [{"form": "Clss", "class": "Lyr "}]},
+        {"type": "alis", "value": ")" +
+            path + R"("}, {"type": "TEXT", "value": "text"},
+        {"type": "bkmk", "value": ")" +
+            path + R"("}, {"type": "tdta", "value": "AAEC"}]},
+      {"key": "L   ", "type": "obj ", "value": [
+        {"form": "Enmr", "class": "Lyr ", "enumType": "Ordn", "value": "Trgt"},
+        {"form": "Idnt", "class": "Lyr ", "value": 1}, {"form": "indx", "class": "Lyr ", "value": 2},
+        {"form": "rele", "class": "Lyr ", "value": 3}, {"form": "prop", "class": "Prpr", "key": "$p"},
+        {"form": "name", "class": "Lyr ", "value": "name"}]},
+      {"key": "M   ", "type": "alis", "value": ")" +
+            path + R"("},
+      {"key": "N   ", "type": "bkmk", "value": ")" +
+            path + R"("},
+      {"key": "O   ", "type": "TEXT", "value": "text"},
+      {"key": "P   ", "type": "tdta", "value": "AAEC"}])";
+  }
+
+  /// A dump in which the calls from the n-th on fail, `times` of them; the suites are acquired
+  /// anew.
+  std::string dumpedWithFailure(PIActionDescriptor desc, std::uint64_t n, std::uint64_t times) {
+    PIUSuitesRelease();
+    simulator::theFaults().clear();
+    simulator::theFaults().add({"*", kError, n, times});
+    const std::string text = numbered(dumped(event_, desc));
+    fired_ = simulator::theFaults().fired();
+    simulator::theFaults().clear();
+    EXPECT_EQ(simulator::theHost().objectsOwned(), 0u) << "leaked after call " << n << " failed";
+    EXPECT_EQ(freeZone, nullptr);
+    return std::regex_replace(text, std::regex("<\\d+>"), "<>");
+  }
+
+  /// Lines that the whole text does not have are due to the failure.
+  static void expectOnlyFailures(const std::string& text, const std::multiset<std::string>& whole,
+                                 std::uint64_t n) {
+    for (const std::string& line : linesOf(text)) {
+      EXPECT_TRUE(whole.contains(line) || isDueToFailure(line)) << "call " << n << ": " << line;
+    }
+  }
+
+  std::string json_;
+  std::uint32_t event_ = simulator::theHost().typeIds().idOf("sampleEvent");
+  std::uint64_t fired_ = 0;
+};
+
+TEST_F(Failures, OfOneCallLeaveTheNamedErrorLinesAndTheRestOfTheText) {
+  const auto desc = descriptor(json_);
+  const auto whole = linesOf(dumpedWithFailure(desc, UINT64_MAX, 1));
+  std::uint64_t n = 0;
+  std::size_t withErrorLine = 0;
+  do {
+    const std::string text = dumpedWithFailure(desc, n, 1);
+    expectOnlyFailures(text, whole, n);
+    EXPECT_TRUE(text.empty() || text.ends_with("     return error;\n}\n\n")) << "call " << n;
+    if (text.find("ERROR") != std::string::npos) ++withErrorLine;
+    ++n;
+  } while (fired_ > 0);
+  EXPECT_GT(n, 150u) << "calls were made";
+  EXPECT_GT(withErrorLine, 60u);
+}
+
+TEST_F(Failures, ThatStayLeaveTheFrameOfTheFunction) {
+  const auto desc = descriptor(json_);
+  const auto whole = linesOf(dumpedWithFailure(desc, UINT64_MAX, 1));
+  std::uint64_t n = 0;
+  do {
+    const std::string text = dumpedWithFailure(desc, n, kForGood);
+    expectOnlyFailures(text, whole, n);
+    EXPECT_TRUE(text.empty() || text.ends_with("     return error;\n}\n\n")) << "call " << n;
+    ++n;
+  } while (fired_ > 0);
+}
+
+}  // namespace
