@@ -3,17 +3,14 @@
 #include <MoravinClient/MoravinClient.h>
 #include <fmt/format.h>
 
-#include <cerrno>
 #include <cmath>
-#include <cstring>
-#include <fstream>
 #include <functional>
 #include <limits>
 #include <map>
-#include <sstream>
 #include <string_view>
 
 #include "simulator/Log.h"
+#include "simulator/scenario/JsonFile.h"
 #include "simulator/scenario/Procedures.h"
 
 namespace simulator {
@@ -351,45 +348,24 @@ Scenario readDocument(const Field& document) {
   return scenario;
 }
 
-/// The parser's message without its own prefix, which ends with the first "] ".
-std::string reasonOf(const Json::parse_error& error) {
-  const std::string message = error.what();
-  const std::size_t prefix = message.find("] ");
-  return prefix == std::string::npos ? message : message.substr(prefix + 2);
-}
-
-/// Errors are one line, whatever a text in the scenario holds.
-std::string onOneLine(std::string text) {
-  for (char& c : text) {
-    if (static_cast<unsigned char>(c) < 0x20) c = ' ';
-  }
-  return text;
-}
-
 }  // namespace
 
 Scenario parseScenario(const std::string& text, const std::string& name) {
   try {
-    const Json document = Json::parse(text);
-    return readDocument(Field(document, ""));
-  } catch (const Json::parse_error& error) {
-    throw BadScenario(onOneLine(fmt::format("{}: {}", name, reasonOf(error))));
+    return readDocument(Field(parseJson(text, name), ""));
+  } catch (const BadJsonFile& error) {
+    throw BadScenario(error.what());
   } catch (const BadScenario& error) {
     throw BadScenario(onOneLine(fmt::format("{}: {}", name, error.what())));
   }
 }
 
 Scenario readScenario(const std::string& file) {
-  errno = 0;
-  std::ifstream stream(file, std::ios::binary);
-  std::ostringstream text;
-  if (stream) text << stream.rdbuf();
-  // Reading a folder opens well and fails at the first byte.
-  const bool isRead = stream.is_open() && !stream.bad() && (text || stream.peek() == EOF);
-  if (!isRead || errno == EISDIR) {
-    throw BadScenario(fmt::format("{}: cannot be read: {}", file, std::strerror(errno)));
+  try {
+    return parseScenario(readTextFile(file), file);
+  } catch (const BadJsonFile& error) {
+    throw BadScenario(error.what());
   }
-  return parseScenario(text.str(), file);
 }
 
 }  // namespace simulator

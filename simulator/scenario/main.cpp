@@ -1,6 +1,7 @@
 // mrvsim: a Mac, a host and a device made of software, for the plug-in to run in.
 #include <CLI/CLI.hpp>
 
+#include "simulator/scenario/DumpCommand.h"
 #include "simulator/scenario/PlayCommand.h"
 
 namespace {
@@ -16,6 +17,17 @@ void addPlay(CLI::App& app, int& status) {
   play->callback([options, &status] { status = simulator::runPlay(*options); });
 }
 
+void addDump(CLI::App& app, int& status) {
+  auto options = std::make_shared<simulator::DumpOptions>();
+  CLI::App* dump = app.add_subcommand(
+      "dump", "Append source text that rebuilds a descriptor and plays an event with it");
+  dump->add_option("DESCRIPTOR", options->descriptor, "The descriptor, a JSON file")->required();
+  dump->add_option("FILE", options->file, "The file to append to")->required();
+  dump->add_option("--event", options->event, "The ID of the event to play")->capture_default_str();
+  dump->footer(simulator::kDescriptorHelp);
+  dump->callback([options, &status] { status = simulator::runDump(*options); });
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -23,6 +35,7 @@ int main(int argc, char** argv) {
   app.require_subcommand(1);
   int status = 0;
   addPlay(app, status);
+  addDump(app, status);
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {

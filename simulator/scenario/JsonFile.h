@@ -1,0 +1,26 @@
+// Reads JSON files, with errors of one line.
+#pragma once
+
+#include <stdexcept>
+#include <string>
+
+#include "simulator/Log.h"
+
+namespace simulator {
+
+/// Why a file cannot be read or is no JSON; `what` is one line that begins with the file's name.
+class BadJsonFile : public std::runtime_error {
+ public:
+  using runtime_error::runtime_error;
+};
+
+/// The file's bytes. Throws BadJsonFile.
+std::string readTextFile(const std::string& file);
+
+/// The JSON of a text; `name` stands for the file in errors. Throws BadJsonFile.
+Json parseJson(const std::string& text, const std::string& name);
+
+/// The text with each line break and other control byte made a space.
+std::string onOneLine(std::string text);
+
+}  // namespace simulator
