@@ -62,8 +62,10 @@ const BrushKeys& keysOf(const char* layout) {
 
 bool hasBrush(int tool) { return tool <= kLastBrushTool && ((kBrushTools >> tool) & 1) != 0; }
 
+/// Adds in 16 bits: the delta's low ones count, and the sum wraps.
 void accumulate(int delta) {
-  brushSizeAccumulator = static_cast<std::int16_t>(brushSizeAccumulator + delta);
+  const auto counts = static_cast<std::int16_t>(delta);
+  brushSizeAccumulator = static_cast<std::int16_t>(brushSizeAccumulator + counts);
   if (std::abs(brushSizeAccumulator) < kKeyThreshold) return;
   SimulateKeyboardEvent(brushSizeAccumulator > 0 ? brushSizeLarger : brushSizeSmaller, 0, 0);
   brushSizeAccumulator = kAfterKey;

@@ -17,6 +17,12 @@ void Faults::clear() {
   rules_.clear();
   armed_ = false;
   fired_ = 0;
+  lastFired_.clear();
+}
+
+std::string Faults::lastFired() {
+  const std::lock_guard lock(mutex_);
+  return lastFired_;
 }
 
 std::optional<std::int32_t> Faults::strike(std::string_view procedure) {
@@ -32,6 +38,7 @@ std::optional<std::int32_t> Faults::strike(std::string_view procedure) {
   }
   const std::int32_t error = rule->error;
   ++fired_;
+  lastFired_ = procedure;
   if (--rule->times == 0) rules_.erase(rule);
   return error;
 }

@@ -35,9 +35,13 @@ class Faults {
   /// How many calls were made to fail since the last `clear`.
   std::uint64_t fired() const { return fired_.load(); }
 
+  /// The procedure of the last such call; empty where there was none.
+  std::string lastFired();
+
  private:
   std::mutex mutex_;
   std::vector<FaultRule> rules_;
+  std::string lastFired_;
   std::atomic<bool> armed_{false};
   std::atomic<std::uint64_t> fired_{0};
 };

@@ -45,8 +45,9 @@ int failEachHostCall(std::int32_t error, const std::function<Outcome()>& call,
   for (int n = 0;; ++n) {
     theFaults().clear();
     theFaults().add({"*", error, static_cast<std::uint64_t>(n), 1});
-    const Outcome outcome = call();
+    Outcome outcome = call();
     const bool fired = theFaults().fired() > 0;
+    outcome.failed = theFaults().lastFired();
     theFaults().clear();
     EXPECT_EQ(theHost().objectsOwned(), 0U) << "after call " << n << " failed";
     if (!fired) {

@@ -52,6 +52,7 @@ struct Outcome {
   int result = 0;
   bool threw = false;
   std::uint32_t thrown = 0;
+  std::string failed = {};  ///< the host's procedure that was made to fail, "Suite.Member"
 };
 
 /// Runs `call` again and again, with the first host call made to fail with `error`, then the

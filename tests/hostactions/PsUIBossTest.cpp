@@ -1,0 +1,146 @@
+// What the plug-in knows of the host's user interface.
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <type_traits>
+
+#include "hostactions/PsUIBoss.h"
+#include "plugin/Suites.h"
+#include "tests/hostactions/RecordingHost.h"
+
+using namespace simulator;
+using namespace testing_support;
+
+namespace {
+
+static_assert(!std::is_polymorphic_v<PsUIBoss>);
+
+class PsUIBossTest : public testing::Test {
+ protected:
+  /// Gives the plug-in a shortcut: Option and that key.
+  void writeShortcut(char key) {
+    const auto folder = machine_.preferences() / settingsFolderOf(12, 1);
+    std::filesystem::create_directories(folder);
+    std::ofstream(folder / "Keyboard Shortcuts.psp", std::ios::binary)
+        << shortcutsFile({{.plugIn = "MrvPhotoshop", .option = true, .key = key}}, 0);
+  }
+
+  std::size_t versionQuestions() const { return machine_.lines("get").size(); }
+
+  Machine machine_;
+};
+
+}  // namespace
+
+TEST_F(PsUIBossTest, ThereIsOne) {
+  EXPECT_EQ(&PsUIBoss::Instance(), &PsUIBoss::Instance());
+  EXPECT_EQ(versionQuestions(), 1U);
+}
+
+TEST_F(PsUIBossTest, TheMouseIsUpUntilItIsSaidToBeDown) {
+  PsUIBoss& boss = PsUIBoss::Instance();
+  EXPECT_FALSE(boss.MouseIsDown());
+  boss.SetMouseDown(true);
+  EXPECT_TRUE(boss.MouseIsDown());
+  boss.SetMouseDown(false);
+  EXPECT_FALSE(boss.MouseIsDown());
+}
+
+TEST_F(PsUIBossTest, TheShortcutIsReadOnlyOnFirstUse) {
+  writeShortcut('k');
+  EXPECT_EQ(PsUIBoss::Instance().ShortcutKey(), 'k');
+  EXPECT_EQ(PsUIBoss::Instance().ShortcutModifier(), 58);
+  writeShortcut('m');
+  EXPECT_EQ(PsUIBoss::Instance().ShortcutKey(), 'k');
+  PsUIBoss::Instance().getPluginShortcutKey();
+  EXPECT_EQ(PsUIBoss::Instance().ShortcutKey(), 'm');
+}
+
+TEST_F(PsUIBossTest, WithoutASettingsFolderTheShortcutIs0) {
+  EXPECT_EQ(PsUIBoss::Instance().ShortcutKey(), 0);
+  EXPECT_EQ(PsUIBoss::Instance().ShortcutModifier(), 0);
+}
+
+TEST_F(PsUIBossTest, AFileThatIsGoneLeavesTheShortcutAsItWas) {
+  writeShortcut('k');
+  PsUIBoss& boss = PsUIBoss::Instance();
+  std::filesystem::remove_all(machine_.preferences());
+  boss.getPluginShortcutKey();
+  EXPECT_EQ(boss.ShortcutKey(), 'k');
+  EXPECT_EQ(boss.ShortcutModifier(), 58);
+}
+
+TEST_F(PsUIBossTest, AConstructionThatThrowsIsTriedAgainByTheNextCall) {
+  writeShortcut('k');
+  theFaults().add({"Basic.AcquireSuite", 42, 0, 2});
+  for (int i = 0; i < 2; ++i) {
+    const Outcome outcome = attempt([] { return PsUIBoss::Instance().ShortcutKey(); });
+    EXPECT_TRUE(outcome.threw);
+    EXPECT_EQ(outcome.thrown, 42U);
+  }
+  EXPECT_EQ(PsUIBoss::Instance().ShortcutKey(), 'k');
+}
+
+TEST_F(PsUIBossTest, TheToolBarIsDirtyWhileTheContentViewNeedsDisplay) {
+  PsUIBoss& boss = PsUIBoss::Instance();
+  EXPECT_FALSE(boss.IsToolbarDirty());
+  theWindowServer().window.viewsNeedDisplay = true;
+  EXPECT_FALSE(boss.IsToolbarDirty()) << "other views are of no account";
+  theWindowServer().window.contentNeedsDisplay = true;
+  EXPECT_TRUE(boss.IsToolbarDirty());
+}
+
+TEST_F(PsUIBossTest, TheToolBarWindowIsFetchedOnFirstNeedAndKept) {
+  PsUIBoss& boss = PsUIBoss::Instance();
+  WindowState& window = theWindowServer().window;
+  window.contentNeedsDisplay = true;
+  window.isMain = false;
+  EXPECT_FALSE(boss.IsToolbarDirty()) << "there is none yet";
+  window.isMain = true;
+  EXPECT_TRUE(boss.IsToolbarDirty());
+  window.isMain = false;
+  EXPECT_TRUE(boss.IsToolbarDirty()) << "the one of before";
+}
+
+TEST_F(PsUIBossTest, GetToolbarWindowAsksAfreshEachTime) {
+  PsUIBoss& boss = PsUIBoss::Instance();
+  EXPECT_EQ(boss.getToolbarWindow(), theWindowServer().windowObject());
+  theWindowServer().window.isMain = false;
+  EXPECT_EQ(boss.getToolbarWindow(), nullptr);
+  EXPECT_FALSE(boss.IsToolbarDirty());
+}
+
+TEST_F(PsUIBossTest, RedrawToolbarMarksTheBrushAreaAndKeepsTheWindowsReferences) {
+  PsUIBoss& boss = PsUIBoss::Instance();
+  for (int i = 0; i < 3; ++i) EXPECT_EQ(boss.RedrawToolbar(), 0);
+  WindowServer& server = theWindowServer();
+  ASSERT_EQ(server.invalidated.size(), 3U);
+  const CGRect& area = server.invalidated.front();
+  EXPECT_EQ(area.origin.x, 70);
+  EXPECT_EQ(area.origin.y, 0);
+  EXPECT_EQ(area.size.width, 80);
+  EXPECT_EQ(area.size.height, 31);
+  EXPECT_EQ(server.window.references, 1);
+  EXPECT_TRUE(boss.IsToolbarDirty());
+}
+
+TEST_F(PsUIBossTest, RedrawToolbarKeepsTheWindowThatItFetched) {
+  PsUIBoss& boss = PsUIBoss::Instance();
+  boss.RedrawToolbar();
+  theWindowServer().window.isMain = false;
+  boss.RedrawToolbar();
+  EXPECT_EQ(theWindowServer().invalidated.size(), 2U);
+}
+
+TEST_F(PsUIBossTest, RedrawToolbarWithoutAWindowDoesNothing) {
+  theWindowServer().window.isMain = false;
+  EXPECT_EQ(PsUIBoss::Instance().RedrawToolbar(), 0);
+  EXPECT_TRUE(theWindowServer().invalidated.empty());
+}
+
+TEST_F(PsUIBossTest, PlayingTheShortcutDoesNothingYet) {
+  PsUIBoss& boss = PsUIBoss::Instance();
+  machine_.drain();
+  boss.PlayMrvPhotoshopPlugin();
+  EXPECT_TRUE(machine_.drain().empty());
+}

@@ -1,0 +1,234 @@
+// A suite that the host refuses: once, and for good.
+#include <HostTerms.h>
+#include <PIProperties.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "hostactions/ActiveTool.h"
+#include "hostactions/BrushSize.h"
+#include "hostactions/DescriptorUtilities.h"
+#include "hostactions/HostVersion.h"
+#include "hostactions/PsUIBoss.h"
+#include "hostactions/QueuedEvent.h"
+#include "hostactions/ShortcutFile.h"
+#include "plugin/Suites.h"
+#include "tests/hostactions/RecordingHost.h"
+
+using namespace simulator;
+using namespace testing_support;
+
+namespace {
+
+constexpr std::int32_t kRefused = kSPSuiteNotFoundError;
+constexpr int kForGood = 1000000;
+
+/// A function of the host-action layer, and the suites without which it cannot do.
+struct Function {
+  const char* name;
+  std::function<int()> call;
+  std::vector<std::string> suites;
+};
+
+int number = 0;
+char text[64];
+std::uint32_t length = 0;
+std::int32_t value = 0;
+char hardness[] = "hardness";
+
+const std::vector<std::string> kActionSuites = {kPSActionReferenceSuite, kPSActionControlSuite,
+                                                kPSActionDescriptorSuite};
+
+int playRequest() {
+  gActiveTool = theHost().typeIds().idOf("eraserTool");
+  gDoubleValue = 20.0;
+  gPlayFunction = kPlayMasterDiameter;
+  return PlayQueuedEvent();
+}
+
+int askWhetherModal() {
+  PSIsModal();
+  return 0;
+}
+
+int takeSample() {
+  ResetBrushSizeAccumulator();
+  AdjustBrushSize(100);
+  return 0;
+}
+
+std::vector<Function> functions() {
+  constexpr std::uint32_t kDocumentID = fourCharCode("DocI");
+  constexpr std::uint32_t kLayerID = fourCharCode("LyrI");
+  return {
+      {"PSIsModal", askWhetherModal, {kPSPropertySuite}},
+      {"PlayeventGetActiveTool", [] { return PlayeventGetActiveTool(&number, &number); },
+       kActionSuites},
+      {"PlayeventGetBrushSize", [] { return PlayeventGetBrushSize(&number); }, kActionSuites},
+      {"AdjustBrushSize", takeSample, kActionSuites},
+      {"PlayQueuedEvent", playRequest, kActionSuites},
+      {"PlayeventDynamicSetProperty",
+       [] { return PlayeventDynamicSetProperty(hardness, kUnitPercent, 10.0); }, kActionSuites},
+      {"PlayeventSelectBrush", [] { return PlayeventSelectBrush(); }, kActionSuites},
+      {"PIUActionsPlayByName", [] { return PIUActionsPlayByName("Default Actions", "Vignette"); },
+       kActionSuites},
+      {"PIUActionsGetName by indexes",
+       [] { return PIUActionsGetName(std::uint32_t{1}, 1, text, &length); }, kActionSuites},
+      {"PIUActionsGetName by name",
+       [] { return PIUActionsGetName("Default Actions", 1, text, &length); }, kActionSuites},
+      {"PIUGetInfo", [] { return PIUGetInfo(kClassDocument, kDocumentID, &value, nullptr); },
+       kActionSuites},
+      {"PIUGetInfoByIndex",
+       [] { return PIUGetInfoByIndex(1, kClassDocument, kDocumentID, &value, nullptr); },
+       kActionSuites},
+      {"PIUGetInfoByID",
+       [] { return PIUGetInfoByID(1, kClassDocument, kDocumentID, &value, nullptr); },
+       kActionSuites},
+      {"PIUGetInfoByIndexIndex",
+       [] {
+         return PIUGetInfoByIndexIndex(1, 1, kClassLayer, kClassDocument, kLayerID, &value,
+                                       nullptr);
+       },
+       kActionSuites},
+      {"PIUGetInfoByIDID",
+       [] {
+         return PIUGetInfoByIDID(1, 1, kClassLayer, kClassDocument, kLayerID, &value, nullptr);
+       },
+       kActionSuites},
+      {"PIUGetBackgroundInfo", [] { return PIUGetBackgroundInfo(kKeyBackground, &value, nullptr); },
+       kActionSuites},
+  };
+}
+
+class SuiteRefusal : public testing::Test {
+ protected:
+  SuiteRefusal() { gActiveTool = theHost().typeIds().idOf("eraserTool"); }
+  ~SuiteRefusal() override {
+    while (theEventManager().dispatchNext()) {
+    }
+  }
+
+  void expectThrown(const std::function<int()>& call) {
+    const Outcome outcome = attempt(call);
+    EXPECT_TRUE(outcome.threw);
+    EXPECT_EQ(outcome.thrown, static_cast<std::uint32_t>(kRefused));
+  }
+
+  /// A descriptor whose suite is refused cannot be freed by anybody.
+  void expectOnlyAnswersLeft() {
+    for (const std::string& name : recorder_.made) {
+      const auto& freed = recorder_.freed;
+      const bool left = std::find(freed.begin(), freed.end(), name) == freed.end();
+      EXPECT_TRUE(!left || name.starts_with("answer")) << name;
+    }
+  }
+
+  Machine machine_;
+  RecordingHost recorder_;
+};
+
+}  // namespace
+
+TEST_F(SuiteRefusal, OnceThrowsTheHostsCodeLeaksNothingAndTheNextCallSucceeds) {
+  PsUIBoss::Instance();
+  for (const Function& function : functions()) {
+    for (const std::string& suite : function.suites) {
+      SCOPED_TRACE(std::string(function.name) + " without " + suite);
+      recorder_.startOver();
+      recorder_.refuse(suite, kRefused, 1);
+      expectThrown(function.call);
+      EXPECT_EQ(theHost().objectsOwned(), 0U);
+      EXPECT_EQ(recorder_.made.size(), recorder_.freed.size());
+      EXPECT_EQ(function.call(), 0);
+    }
+  }
+}
+
+TEST_F(SuiteRefusal, ForGoodThrowsTheHostsCodeEachTime) {
+  PsUIBoss::Instance();
+  for (const Function& function : functions()) {
+    for (const std::string& suite : function.suites) {
+      SCOPED_TRACE(std::string(function.name) + " without " + suite);
+      recorder_.startOver();
+      recorder_.refuse(suite, kRefused, kForGood);
+      expectThrown(function.call);
+      expectThrown(function.call);
+      expectOnlyAnswersLeft();
+      recorder_.refuse(suite, 0, 0);
+    }
+  }
+  machine_.expectMisuses(static_cast<int>(theHost().objectsOwned()));
+}
+
+TEST_F(SuiteRefusal, OfTheReferenceOrControlSuiteForGoodLeaksNothing) {
+  PsUIBoss::Instance();
+  for (const Function& function : functions()) {
+    for (const std::string suite : {kPSActionReferenceSuite, kPSActionControlSuite}) {
+      SCOPED_TRACE(std::string(function.name) + " without " + suite);
+      recorder_.startOver();
+      recorder_.refuse(suite, kRefused, kForGood);
+      attempt(function.call);
+      EXPECT_EQ(theHost().objectsOwned(), 0U);
+    }
+  }
+}
+
+TEST_F(SuiteRefusal, OnceForEachSuiteInTheFirstUseOfTheInterfacesRecord) {
+  for (const std::string& suite : kActionSuites) {
+    recorder_.startOver();
+    recorder_.refuse(suite, kRefused, 1);
+    expectThrown([] { return PsUIBoss::Instance().ShortcutKey(); });
+    EXPECT_EQ(theHost().objectsOwned(), 0U) << suite;
+  }
+  EXPECT_EQ(PsUIBoss::Instance().ShortcutKey(), 0);
+}
+
+TEST_F(SuiteRefusal, OnceForEachSuiteInTheVersionQuery) {
+  int major = -1;
+  int minor = -1;
+  for (const std::string& suite : kActionSuites) {
+    recorder_.startOver();
+    recorder_.refuse(suite, kRefused, 1);
+    expectThrown([&] { return PSMajorVersion(&major, &minor); });
+    EXPECT_EQ(major, -1);
+    EXPECT_EQ(minor, -1);
+    EXPECT_EQ(theHost().objectsOwned(), 0U) << suite;
+  }
+  EXPECT_EQ(PSMajorVersion(&major, &minor), 12);
+}
+
+TEST_F(SuiteRefusal, OnceInTheShortcutsQuery) {
+  Shortcut shortcut;
+  recorder_.refuse(kPSActionControlSuite, kRefused, 1);
+  expectThrown([&] { return readPluginShortcut(shortcut) ? 1 : 0; });
+  EXPECT_EQ(shortcut.key, 0);
+  EXPECT_EQ(shortcut.modifier, 0);
+}
+
+TEST_F(SuiteRefusal, OfADescriptorsSuiteThrowsFromReadsOfADescriptorThatIsGiven) {
+  const PIActionDescriptor given = theHost().makeDescriptor(std::make_shared<Container>());
+  for (const int times : {1, kForGood}) {
+    recorder_.startOver();
+    recorder_.refuse(kPSActionDescriptorSuite, kRefused, times);
+    expectThrown([&] { return PIUGetSingleItemFromDescriptor(given, 1, &value, nullptr); });
+    recorder_.refuse(kPSActionDescriptorSuite, kRefused, times);
+    expectThrown([&] { return PIUGetErrorStringFromDescriptor(given, text, 10); });
+    recorder_.refuse(kPSActionDescriptorSuite, kRefused, times);
+    expectThrown([&] { return PIUCheckPlayResult(given); });
+  }
+  recorder_.refuse(kPSActionDescriptorSuite, 0, 0);
+  EXPECT_EQ(PIUCheckPlayResult(given), 0);
+}
+
+TEST_F(SuiteRefusal, WithoutABasicSuiteThrowsTheParameterError) {
+  PsUIBoss::Instance();
+  PIUSuitesRelease();
+  SPBasicSuite* const basic = sSPBasic;
+  sSPBasic = nullptr;
+  for (const Function& function : functions()) {
+    const Outcome outcome = attempt(function.call);
+    EXPECT_TRUE(outcome.threw) << function.name;
+    EXPECT_EQ(outcome.thrown, 0x5061726DU) << function.name;
+  }
+  sSPBasic = basic;
+}
