@@ -1,0 +1,25 @@
+# The host-side description: its readable form, its resource, and the tool that makes one the other.
+set(MRV_RESOURCE_SOURCES
+  "${CMAKE_CURRENT_LIST_DIR}/HostDescription.cpp"
+  "${CMAKE_CURRENT_LIST_DIR}/ResourceFork.cpp")
+set(MRV_RESOURCE_TOOL_SOURCES ${MRV_RESOURCE_SOURCES} "${CMAKE_CURRENT_LIST_DIR}/makersrc.cpp")
+
+if(CMAKE_CROSSCOMPILING)
+  # The tool runs on the machine that builds.
+  find_program(MRV_BUILD_CXX NAMES c++ g++ clang++ clang++-19 REQUIRED)
+  set(MRV_MAKERSRC "${CMAKE_CURRENT_BINARY_DIR}/makersrc")
+  file(GLOB headers CONFIGURE_DEPENDS "${CMAKE_CURRENT_LIST_DIR}/*.h")
+  add_custom_command(
+    OUTPUT "${MRV_MAKERSRC}"
+    COMMAND "${MRV_BUILD_CXX}" -std=c++20 -I "${MRV_ROOT}" ${MRV_RESOURCE_TOOL_SOURCES} -o "${MRV_MAKERSRC}"
+    DEPENDS ${MRV_RESOURCE_TOOL_SOURCES} ${headers}
+    COMMENT "Building the resource tool" VERBATIM)
+else()
+  add_library(hostresource STATIC ${MRV_RESOURCE_SOURCES})
+  mrv_compile_options(hostresource)
+  target_include_directories(hostresource PUBLIC "${MRV_ROOT}")
+  add_executable(makersrc "${CMAKE_CURRENT_LIST_DIR}/makersrc.cpp")
+  mrv_compile_options(makersrc)
+  target_link_libraries(makersrc PRIVATE hostresource)
+  set(MRV_MAKERSRC makersrc)
+endif()
