@@ -1,0 +1,252 @@
+#include "simulator/loader/EhFrame.h"
+
+#include <cstring>
+#include <map>
+#include <utility>
+
+#include "simulator/loader/DwarfFrames.h"
+#include "simulator/loader/UnwindInfo.h"
+
+// Published by the unwinder's library; it takes a whole table at once.
+extern "C" void __register_frame(void* table);
+extern "C" void __deregister_frame(void* table);
+
+namespace simulator {
+
+namespace {
+
+constexpr std::uint8_t kRbp = 6;
+constexpr std::uint8_t kRsp = 7;
+constexpr std::uint8_t kReturnAddress = 16;
+constexpr std::int64_t kDataAlignment = -8;
+constexpr std::uint32_t kWord = 8;
+
+enum CallFrameInstruction : std::uint8_t {
+  kNop = 0x00,
+  kDefineFrameAddress = 0x0C,
+  kOffset = 0x80,  // with the register in the low six bits
+};
+
+// What a common entry is shared by: the personality and how its instructions are to be read.
+struct CommonKey {
+  std::uint64_t personality = 0;
+  std::int64_t codeAlignment = 1;
+  std::int64_t dataAlignment = kDataAlignment;
+  std::vector<std::byte> instructions;
+
+  auto operator<=>(const CommonKey&) const = default;
+};
+
+class ByteWriter {
+ public:
+  std::size_t size() const { return bytes_.size(); }
+  std::vector<std::byte>& bytes() { return bytes_; }
+
+  template <class T>
+  void write(T value) {
+    const auto* const begin = reinterpret_cast<const std::byte*>(&value);
+    bytes_.insert(bytes_.end(), begin, begin + sizeof value);
+  }
+
+  void writeBytes(Bytes bytes) { bytes_.insert(bytes_.end(), bytes.begin(), bytes.end()); }
+
+  void writeUleb(std::uint64_t value) {
+    for (; value >= 0x80; value >>= 7) write(static_cast<std::uint8_t>(value | 0x80));
+    write(static_cast<std::uint8_t>(value));
+  }
+
+  void writeSleb(std::int64_t value) {
+    for (; value < -64 || value > 63; value >>= 7) write(static_cast<std::uint8_t>(value | 0x80));
+    write(static_cast<std::uint8_t>(value & 0x7F));
+  }
+
+  void patch(std::size_t offset, std::uint32_t value) {
+    std::memcpy(bytes_.data() + offset, &value, sizeof value);
+  }
+
+ private:
+  std::vector<std::byte> bytes_;
+};
+
+class EhFrameWriter {
+ public:
+  // One function: `lsda` is null or the address of the language's data.
+  void add(const CommonKey& common, std::uint64_t start, std::uint64_t size, std::uint64_t lsda,
+           Bytes instructions) {
+    const std::size_t commonOffset = commonEntry(common);
+    const std::size_t begin = beginEntry();
+    out_.write(static_cast<std::uint32_t>(out_.size() - commonOffset));
+    out_.write(start);
+    out_.write(size);
+    out_.writeUleb(sizeof lsda);
+    out_.write(lsda);
+    out_.writeBytes(instructions);
+    endEntry(begin);
+  }
+
+  std::vector<std::byte> finish() {
+    out_.write(std::uint32_t{0});
+    return std::move(out_.bytes());
+  }
+
+ private:
+  std::size_t commonEntry(const CommonKey& key) {
+    const auto [known, added] = commons_.try_emplace(key, out_.size());
+    if (added) writeCommonEntry(key);
+    return known->second;
+  }
+
+  // The augmentation says that a personality, the language's data and the functions' addresses
+  // follow; each in the plain absolute form, which is encoding 0.
+  void writeCommonEntry(const CommonKey& key) {
+    constexpr char kAugmentation[] = "zPLR";
+    const std::size_t begin = beginEntry();
+    out_.write(std::uint32_t{0});
+    out_.write(std::uint8_t{1});
+    out_.writeBytes(std::as_bytes(std::span(kAugmentation)));
+    out_.writeUleb(static_cast<std::uint64_t>(key.codeAlignment));
+    out_.writeSleb(key.dataAlignment);
+    out_.writeUleb(kReturnAddress);
+    out_.writeUleb(3 + sizeof key.personality);
+    out_.write(std::uint8_t{0});
+    out_.write(key.personality);
+    out_.write(std::uint8_t{0});
+    out_.write(std::uint8_t{0});
+    out_.writeBytes(key.instructions);
+    endEntry(begin);
+  }
+
+  std::size_t beginEntry() {
+    out_.write(std::uint32_t{0});
+    return out_.size();
+  }
+
+  void endEntry(std::size_t begin) {
+    while (out_.size() % kWord != 0) out_.write(std::uint8_t{kNop});
+    out_.patch(begin - sizeof(std::uint32_t), static_cast<std::uint32_t>(out_.size() - begin));
+  }
+
+  ByteWriter out_;
+  std::map<CommonKey, std::size_t> commons_;
+};
+
+void defineFrameAddress(ByteWriter& out, std::uint8_t reg, std::uint32_t offset) {
+  out.write(std::uint8_t{kDefineFrameAddress});
+  out.writeUleb(reg);
+  out.writeUleb(offset);
+}
+
+void saveRegister(ByteWriter& out, const SavedRegister& saved) {
+  out.write(static_cast<std::uint8_t>(kOffset | saved.number));
+  out.writeUleb(saved.below / kWord);
+}
+
+// On entry of a function only the return address is on the stack.
+std::vector<std::byte> entryInstructions() {
+  ByteWriter out;
+  defineFrameAddress(out, kRsp, kWord);
+  saveRegister(out, {kReturnAddress, kWord});
+  return std::move(out.bytes());
+}
+
+class Converter {
+ public:
+  Converter(const MachFile& file, const ImageMemory& memory)
+      : file_(file), memory_(memory), entryInstructions_(entryInstructions()) {}
+
+  std::vector<std::byte> run() {
+    const Section* const table = file_.findSection("__TEXT", "__unwind_info");
+    if (table == nullptr) return {};
+    for (const UnwindEntry& entry : readUnwindInfo(file_.contents(*table))) convert(entry);
+    return writer_.finish();
+  }
+
+ private:
+  void convert(const UnwindEntry& entry) {
+    memory_.at(entry.start, entry.end - entry.start, "a function of the unwind table");
+    const Frame frame = decodeFrame(entry.encoding);
+    if (frame.kind == FrameKind::kDwarf) return copyDwarf(frame.dwarfOffset);
+    CommonKey common;
+    common.personality = entry.personality == 0 ? 0 : pointerAt(entry.personality);
+    common.instructions = entryInstructions_;
+    const std::vector<std::byte> instructions = frameInstructions(entry, frame);
+    writer_.add(common, address(entry.start), entry.end - entry.start,
+                entry.lsda == 0 ? 0 : addressInside(entry.lsda), instructions);
+  }
+
+  std::vector<std::byte> frameInstructions(const UnwindEntry& entry, const Frame& frame) const {
+    ByteWriter out;
+    if (frame.kind == FrameKind::kBasePointer) {
+      defineFrameAddress(out, kRbp, 2 * kWord);
+      saveRegister(out, {kRbp, 2 * kWord});
+    } else {
+      defineFrameAddress(out, kRsp, stackSize(entry, frame));
+    }
+    for (const SavedRegister& saved : frame.savedRegisters()) saveRegister(out, saved);
+    return std::move(out.bytes());
+  }
+
+  std::uint32_t stackSize(const UnwindEntry& entry, const Frame& frame) const {
+    if (frame.kind == FrameKind::kStackImmediate) return frame.stackSize;
+    const Bytes immediate = memory_.at(std::uint64_t{entry.start} + frame.sizeOffset,
+                                       sizeof(std::uint32_t), "a function's stack size");
+    return ByteReader(immediate, "a stack size").read<std::uint32_t>() + frame.stackAdjust;
+  }
+
+  // A function that the encodings cannot express has an entry of its own in the file.
+  void copyDwarf(std::uint32_t offset) {
+    const Section* const section = file_.findSection("__TEXT", "__eh_frame");
+    if (section == nullptr) throw LoadError("the file has no __eh_frame section");
+    const Bytes bytes = memory_.at(section->address, section->size, "__eh_frame");
+    const DwarfFrame frame = readDwarfFrame(bytes, offset, address(section->address));
+    CommonKey common{0,
+                     frame.codeAlignment,
+                     frame.dataAlignment,
+                     {frame.commonInstructions.begin(), frame.commonInstructions.end()}};
+    if (frame.personality != 0) common.personality = pointerAt(offsetOf(frame.personality));
+    if (frame.lsda != 0) offsetOf(frame.lsda);
+    memory_.at(offsetOf(frame.start), frame.size, "a function of __eh_frame");
+    writer_.add(common, frame.start, frame.size, frame.lsda, frame.instructions);
+  }
+
+  std::uint64_t address(std::uint64_t offset) const {
+    return reinterpret_cast<std::uintptr_t>(memory_.base()) + offset;
+  }
+
+  std::uint64_t addressInside(std::uint64_t offset) const {
+    memory_.at(offset, 1, "data of the unwind table");
+    return address(offset);
+  }
+
+  std::uint64_t offsetOf(std::uint64_t address) const {
+    const std::uint64_t offset = address - reinterpret_cast<std::uintptr_t>(memory_.base());
+    memory_.at(offset, 1, "data of __eh_frame");
+    return offset;
+  }
+
+  std::uint64_t pointerAt(std::uint64_t offset) const {
+    const Bytes pointer = memory_.at(offset, sizeof(std::uint64_t), "a personality");
+    return ByteReader(pointer, "a personality").read<std::uint64_t>();
+  }
+
+  const MachFile& file_;
+  const ImageMemory& memory_;
+  std::vector<std::byte> entryInstructions_;
+  EhFrameWriter writer_;
+};
+
+}  // namespace
+
+std::vector<std::byte> makeEhFrame(const MachFile& file, const ImageMemory& memory) {
+  return Converter(file, memory).run();
+}
+
+EhFrameRegistration::EhFrameRegistration(std::vector<std::byte> table) : table_(std::move(table)) {
+  if (!table_.empty()) __register_frame(table_.data());
+}
+
+EhFrameRegistration::~EhFrameRegistration() {
+  if (!table_.empty()) __deregister_frame(table_.data());
+}
+
+}  // namespace simulator

@@ -1,0 +1,221 @@
+#include "simulator/loader/MachFile.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <iterator>
+#include <memory>
+#include <utility>
+
+namespace simulator {
+
+namespace {
+
+constexpr std::uint64_t kPage = 0x1000;
+// Far above any plug-in, and far below what would make a damaged size harmful.
+constexpr std::uint64_t kLargestImage = 256u << 20;
+
+template <std::size_t size>
+std::string fixedText(const char (&text)[size]) {
+  return {text, std::find(text, text + size, '\0')};
+}
+
+std::string versionText(std::uint32_t version) {
+  return fmt::format("{}.{}", version >> 16, (version >> 8) & 0xFF);
+}
+
+// Load commands that this loader knows by name only, for the error that refuses them.
+std::string commandName(std::uint32_t command) {
+  static constexpr std::pair<std::uint32_t, std::string_view> kNames[] = {
+      {0x4, "LC_THREAD"},
+      {0x5, "LC_UNIXTHREAD"},
+      {0xE, "LC_LOAD_DYLINKER"},
+      {0x1, "LC_SEGMENT"},
+      {0x1A, "LC_ROUTINES_64"},
+      {0x20, "LC_LAZY_LOAD_DYLIB"},
+      {0x2C, "LC_ENCRYPTION_INFO_64"},
+      {0x2D, "LC_LINKER_OPTION"},
+      {0x1F | mach::kRequiredByLoader, "LC_REEXPORT_DYLIB"},
+      {0x23 | mach::kRequiredByLoader, "LC_LOAD_UPWARD_DYLIB"},
+      {0x28 | mach::kRequiredByLoader, "LC_MAIN"},
+      {0x33 | mach::kRequiredByLoader, "LC_DYLD_EXPORTS_TRIE"},
+      {0x34 | mach::kRequiredByLoader, "LC_DYLD_CHAINED_FIXUPS"},
+  };
+  for (const auto& [number, name] : kNames) {
+    if (number == command) return fmt::format("{} ({:#x})", name, command);
+  }
+  return fmt::format("{:#x}", command);
+}
+
+bool isKnownSectionType(std::uint32_t type) {
+  return type <= mach::kCoalesced || type == mach::k16ByteLiterals;
+}
+
+// The message-passing runtime registers classes and selectors of an image from these; a plug-in
+// that reaches AppKit by functions alone has at most the mark that says so.
+bool needsObjectiveCRuntime(const Section& section) {
+  return section.name.starts_with("__objc_") && section.name != "__objc_imageinfo";
+}
+
+}  // namespace
+
+MachFile::MachFile(std::vector<std::byte> bytes) : bytes_(std::move(bytes)) { readHeader(); }
+
+MachFile MachFile::open(const std::filesystem::path& path) {
+  const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(path.c_str(), "rb"),
+                                                             &std::fclose);
+  std::error_code error;
+  const std::uintmax_t size = std::filesystem::file_size(path, error);
+  if (!file || error) throw LoadError(fmt::format("{} cannot be read", path.string()));
+  std::vector<std::byte> bytes(size);
+  bytes.resize(std::fread(bytes.data(), 1, bytes.size(), file.get()));
+  return MachFile(std::move(bytes));
+}
+
+const Section* MachFile::findSection(std::string_view segment, std::string_view name) const {
+  const auto found = std::find_if(sections_.begin(), sections_.end(), [&](const Section& section) {
+    return section.segment == segment && section.name == name;
+  });
+  return found == sections_.end() ? nullptr : &*found;
+}
+
+Bytes MachFile::contents(const Segment& segment) const {
+  return slice(bytes_, segment.fileOffset, segment.fileSize, segment.name);
+}
+
+Bytes MachFile::contents(const Section& section) const {
+  if (section.type == mach::kZeroFill) return {};
+  return slice(bytes_, section.fileOffset, section.size, section.name);
+}
+
+void MachFile::readHeader() {
+  ByteReader reader(bytes_, "the file header");
+  const auto header = reader.read<mach::Header>();
+  if (header.magic == mach::kUniversalMagicSwapped) {
+    throw LoadError("the file is a universal one; only a thin x86_64 file can be loaded");
+  }
+  if (header.magic != mach::kMagic64) throw LoadError("the file is not a 64-bit Mach-O file");
+  if (header.cpuType != mach::kCpuX86_64) throw LoadError("the file is not for x86_64");
+  if (header.fileType != mach::kTypeBundle && header.fileType != mach::kTypeDylib) {
+    throw LoadError(fmt::format("file type {} is neither a bundle nor a library", header.fileType));
+  }
+  fileType_ = header.fileType;
+  const Bytes commands = slice(bytes_, sizeof header, header.commandSize, "the load commands");
+  ByteReader commandReader(commands, "the load commands");
+  readCommands(commandReader, header.commandCount);
+  if (segments_.empty()) throw LoadError("the file has no segments");
+}
+
+void MachFile::readCommands(ByteReader& reader, std::uint32_t count) {
+  for (std::uint32_t i = 0; i < count; ++i) {
+    const std::size_t start = reader.position();
+    const auto head = reader.read<mach::LoadCommand>();
+    if (head.size < sizeof head) {
+      throw LoadError(fmt::format("load command {} has a size of {}", i, head.size));
+    }
+    reader.seek(start);
+    readCommand(reader.take(head.size));
+  }
+}
+
+void MachFile::readCommand(Bytes command) {
+  const auto head = ByteReader(command, "a load command").read<mach::LoadCommand>();
+  switch (head.command) {
+    case mach::kSegment64:
+      return readSegment(command);
+    case mach::kLoadDylib:
+      return readLibrary(command, false);
+    case mach::kLoadWeakDylib:
+      return readLibrary(command, true);
+    case mach::kDyldInfo:
+    case mach::kDyldInfoOnly:
+      return readDyldInfo(command);
+    case mach::kVersionMinMacos:
+      minimumSystem_ = versionText(
+          ByteReader(command, "LC_VERSION_MIN_MACOSX").read<mach::VersionMinCommand>().version);
+      return;
+    case mach::kBuildVersion:
+      minimumSystem_ = versionText(
+          ByteReader(command, "LC_BUILD_VERSION").read<mach::BuildVersionCommand>().minimumSystem);
+      return;
+    // Known, and of no consequence for loading.
+    case mach::kSymtab:
+    case mach::kDysymtab:
+    case mach::kIdDylib:
+    case mach::kUuid:
+    case mach::kRpath:
+    case mach::kCodeSignature:
+    case mach::kFunctionStarts:
+    case mach::kDataInCode:
+    case mach::kSourceVersion:
+      return;
+    default:
+      throw LoadError(fmt::format("load command {} is not supported", commandName(head.command)));
+  }
+}
+
+void MachFile::readSegment(Bytes command) {
+  ByteReader reader(command, "LC_SEGMENT_64");
+  const auto record = reader.read<mach::SegmentCommand>();
+  Segment segment;
+  segment.name = fixedText(record.name);
+  segment.address = record.address;
+  segment.size = record.size;
+  segment.fileOffset = record.fileOffset;
+  segment.fileSize = record.fileSize;
+  segment.protection = record.protection & 7;
+  segment.readOnlyAfterFixups = (record.flags & mach::kSegmentReadOnly) != 0;
+  addSegment(segment);
+  for (std::uint32_t i = 0; i < record.sectionCount; ++i) readSection(reader, segment);
+}
+
+void MachFile::addSegment(Segment segment) {
+  contents(segment);
+  if (segment.address % kPage != 0 || segment.fileSize > segment.size ||
+      segment.address > kLargestImage || segment.size > kLargestImage) {
+    throw LoadError(fmt::format("segment {} has an impossible place or size", segment.name));
+  }
+  segment.size = (segment.size + kPage - 1) / kPage * kPage;
+  for (const Segment& other : segments_) {
+    if (segment.address < other.address + other.size &&
+        other.address < segment.address + segment.size) {
+      throw LoadError(fmt::format("segments {} and {} overlap", other.name, segment.name));
+    }
+  }
+  imageSize_ = std::max(imageSize_, segment.address + segment.size);
+  segments_.push_back(std::move(segment));
+}
+
+void MachFile::readSection(ByteReader& reader, const Segment& segment) {
+  const auto record = reader.read<mach::SectionRecord>();
+  Section section{segment.name, fixedText(record.name), record.address,
+                  record.size,  record.fileOffset,      record.flags & mach::kSectionTypeMask};
+  if (!isKnownSectionType(section.type) || needsObjectiveCRuntime(section)) {
+    throw LoadError(fmt::format("section {},{} (type {:#x}) is not supported", section.segment,
+                                section.name, section.type));
+  }
+  const std::uint64_t offset = section.address - segment.address;
+  if (section.address < segment.address || offset > segment.size ||
+      section.size > segment.size - offset) {
+    throw LoadError(fmt::format("section {} lies outside its segment", section.name));
+  }
+  contents(section);
+  sections_.push_back(std::move(section));
+}
+
+void MachFile::readLibrary(Bytes command, bool weak) {
+  const auto record = ByteReader(command, "a library's load command").read<mach::DylibCommand>();
+  ByteReader name(command, "a library's name", record.nameOffset);
+  libraries_.push_back({std::string(name.readText()), weak});
+}
+
+void MachFile::readDyldInfo(Bytes command) {
+  dyldInfo_ = ByteReader(command, "LC_DYLD_INFO").read<mach::DyldInfoCommand>();
+}
+
+Bytes MachFile::linkData(const mach::FileRange& range, std::string_view what) const {
+  return slice(bytes_, range.offset, range.size, what);
+}
+
+}  // namespace simulator

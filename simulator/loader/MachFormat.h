@@ -1,0 +1,134 @@
+// The records of a Mach-O file, as the platform publishes them in <mach-o/loader.h>,
+// <mach-o/nlist.h> and <mach-o/compact_unwind_encoding.h>. Only what the loader reads.
+#pragma once
+
+#include <cstdint>
+
+namespace simulator::mach {
+
+inline constexpr std::uint32_t kMagic64 = 0xFEEDFACF;
+inline constexpr std::uint32_t kUniversalMagicSwapped = 0xBEBAFECA;
+inline constexpr std::int32_t kCpuX86_64 = 0x01000007;
+inline constexpr std::uint32_t kTypeDylib = 6;
+inline constexpr std::uint32_t kTypeBundle = 8;
+
+struct Header {
+  std::uint32_t magic;
+  std::int32_t cpuType;
+  std::int32_t cpuSubtype;
+  std::uint32_t fileType;
+  std::uint32_t commandCount;
+  std::uint32_t commandSize;
+  std::uint32_t flags;
+  std::uint32_t reserved;
+};
+
+struct LoadCommand {
+  std::uint32_t command;
+  std::uint32_t size;
+};
+
+inline constexpr std::uint32_t kRequiredByLoader = 0x80000000;
+
+enum Command : std::uint32_t {
+  kSymtab = 0x2,
+  kDysymtab = 0xB,
+  kLoadDylib = 0xC,
+  kIdDylib = 0xD,
+  kLoadWeakDylib = 0x18 | kRequiredByLoader,
+  kSegment64 = 0x19,
+  kUuid = 0x1B,
+  kRpath = 0x1C | kRequiredByLoader,
+  kCodeSignature = 0x1D,
+  kDyldInfo = 0x22,
+  kDyldInfoOnly = 0x22 | kRequiredByLoader,
+  kVersionMinMacos = 0x24,
+  kFunctionStarts = 0x26,
+  kDataInCode = 0x29,
+  kSourceVersion = 0x2A,
+  kBuildVersion = 0x32,
+};
+
+struct SegmentCommand {
+  LoadCommand head;
+  char name[16];
+  std::uint64_t address;
+  std::uint64_t size;
+  std::uint64_t fileOffset;
+  std::uint64_t fileSize;
+  std::int32_t maximumProtection;
+  std::int32_t protection;
+  std::uint32_t sectionCount;
+  std::uint32_t flags;
+};
+
+inline constexpr std::uint32_t kSegmentReadOnly = 0x10;  ///< read-only once fixups are applied
+
+struct SectionRecord {
+  char name[16];
+  char segment[16];
+  std::uint64_t address;
+  std::uint64_t size;
+  std::uint32_t fileOffset;
+  std::uint32_t alignment;
+  std::uint32_t relocationOffset;
+  std::uint32_t relocationCount;
+  std::uint32_t flags;
+  std::uint32_t reserved[3];
+};
+
+inline constexpr std::uint32_t kSectionTypeMask = 0xFF;
+
+enum SectionType : std::uint32_t {
+  kRegular = 0,
+  kZeroFill = 1,
+  kCStringLiterals = 2,
+  k4ByteLiterals = 3,
+  k8ByteLiterals = 4,
+  kLiteralPointers = 5,
+  kNonLazySymbolPointers = 6,
+  kLazySymbolPointers = 7,
+  kSymbolStubs = 8,
+  kModInitPointers = 9,
+  kModTermPointers = 10,
+  kCoalesced = 11,
+  k16ByteLiterals = 14,
+};
+
+struct DylibCommand {
+  LoadCommand head;
+  std::uint32_t nameOffset;
+  std::uint32_t timestamp;
+  std::uint32_t currentVersion;
+  std::uint32_t compatibilityVersion;
+};
+
+struct FileRange {
+  std::uint32_t offset = 0;
+  std::uint32_t size = 0;
+};
+
+struct DyldInfoCommand {
+  LoadCommand head;
+  FileRange rebase;
+  FileRange bind;
+  FileRange weakBind;
+  FileRange lazyBind;
+  FileRange exports;
+};
+
+struct VersionMinCommand {
+  LoadCommand head;
+  std::uint32_t version;  ///< xxxx.yy.zz in nibbles of 16, 8 and 8 bits
+  std::uint32_t sdk;
+};
+
+struct BuildVersionCommand {
+  LoadCommand head;
+  std::uint32_t platform;
+  std::uint32_t minimumSystem;
+  std::uint32_t sdk;
+  std::uint32_t toolCount;
+};
+
+}  // namespace simulator::mach

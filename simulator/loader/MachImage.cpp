@@ -1,0 +1,120 @@
+#include "simulator/loader/MachImage.h"
+
+#include <fmt/format.h>
+
+#include <cstring>
+#include <utility>
+#include <vector>
+
+#include "simulator/loader/DyldOpcodes.h"
+#include "simulator/loader/ExportTrie.h"
+#include "simulator/loader/ImportBinder.h"
+
+// Published by the C++ ABI; runs the exit functions that were registered with this handle.
+extern "C" void __cxa_finalize(void* handle);
+
+namespace simulator {
+
+namespace {
+
+// What the platform's loader passes: the process's arguments. A plug-in that looks at them sees
+// an empty list.
+using Initialiser = void (*)(int, const char* const*, const char* const*, const char* const*);
+using Terminator = void (*)();
+
+std::vector<std::uint64_t> pointers(const ImageMemory& memory, const Section& section) {
+  std::vector<std::uint64_t> values(section.size / sizeof(std::uint64_t));
+  const Bytes bytes = memory.at(section.address, section.size, section.name);
+  if (!values.empty()) std::memcpy(values.data(), bytes.data(), values.size() * 8);
+  return values;
+}
+
+std::vector<std::uint64_t> pointersOfType(const MachFile& file, const ImageMemory& memory,
+                                          std::uint32_t type) {
+  std::vector<std::uint64_t> all;
+  for (const Section& section : file.sections()) {
+    if (section.type != type) continue;
+    const std::vector<std::uint64_t> some = pointers(memory, section);
+    all.insert(all.end(), some.begin(), some.end());
+  }
+  return all;
+}
+
+}  // namespace
+
+std::unique_ptr<MachImage> MachImage::prepare(MachFile file, const SystemLibraries& libraries,
+                                              std::string name) {
+  std::unique_ptr<MachImage> image(
+      new MachImage(std::make_unique<MachFile>(std::move(file)), std::move(name)));
+  image->applyFixups(libraries);
+  image->checkInitialisers();
+  image->frames_.emplace(makeEhFrame(*image->file_, image->memory_));
+  image->memory_.protect();
+  return image;
+}
+
+std::unique_ptr<MachImage> MachImage::load(const std::filesystem::path& path,
+                                           const SystemLibraries& libraries) {
+  std::unique_ptr<MachImage> image = prepare(MachFile::open(path), libraries, path.string());
+  image->initialise();
+  return image;
+}
+
+MachImage::MachImage(std::unique_ptr<MachFile> file, std::string name)
+    : file_(std::move(file)),
+      name_(std::move(name)),
+      memory_(*file_),
+      exports_(readExportTrie(file_->exportTrie())) {
+  for (const auto& [symbol, offset] : exports_) memory_.at(offset, 1, symbol);
+}
+
+MachImage::~MachImage() {
+  if (!initialised_) return;
+  // The image's own handle is the address of its first byte, where its header lies.
+  __cxa_finalize(memory_.base());
+  const std::vector<std::uint64_t> last = pointersOfType(*file_, memory_, mach::kModTermPointers);
+  for (auto i = last.rbegin(); i != last.rend(); ++i) reinterpret_cast<Terminator>(*i)();
+}
+
+void* MachImage::symbol(std::string_view name) const {
+  const auto found = exports_.find("_" + std::string(name));
+  return found == exports_.end() ? nullptr : memory_.base() + found->second;
+}
+
+void MachImage::initialise() {
+  if (std::exchange(initialised_, true)) return;
+  static constexpr const char* kNothing[] = {nullptr};
+  for (const std::uint64_t function : pointersOfType(*file_, memory_, mach::kModInitPointers)) {
+    reinterpret_cast<Initialiser>(function)(0, kNothing, kNothing, kNothing);
+  }
+}
+
+void MachImage::applyFixups(const SystemLibraries& libraries) {
+  const std::size_t limit = fixupLimit();
+  for (const FixupPlace& place : readRebases(file_->rebaseOpcodes(), limit)) memory_.rebase(place);
+  ImportBinder binder(*file_, memory_, exports_, libraries, name_);
+  binder.bindAll(readBinds(file_->bindOpcodes(), BindKind::kRegular, limit));
+  binder.bindAll(readBinds(file_->lazyBindOpcodes(), BindKind::kLazy, limit));
+  binder.bindWeak(readBinds(file_->weakBindOpcodes(), BindKind::kWeak, limit));
+}
+
+// Everything that will be called without being asked for lies in the image's code.
+void MachImage::checkInitialisers() const {
+  for (const std::uint32_t type : {mach::kModInitPointers, mach::kModTermPointers}) {
+    for (const std::uint64_t function : pointersOfType(*file_, memory_, type)) {
+      const auto offset = function - reinterpret_cast<std::uintptr_t>(memory_.base());
+      if (!memory_.isExecutable(offset)) {
+        throw LoadError(fmt::format("{}: an initialiser lies outside the code", name_));
+      }
+    }
+  }
+}
+
+// No word can be fixed up more than once, and none without a place in the file.
+std::size_t MachImage::fixupLimit() const {
+  std::size_t bytes = 0;
+  for (const Segment& segment : file_->segments()) bytes += segment.fileSize;
+  return bytes / sizeof(std::uint64_t);
+}
+
+}  // namespace simulator

@@ -1,0 +1,76 @@
+#include "simulator/loader/SystemLibraries.h"
+
+#include <dlfcn.h>
+
+#include <algorithm>
+#include <string>
+
+#include "simulator/Log.h"
+#include "simulator/loader/CLibrary.h"
+
+namespace simulator {
+
+namespace {
+
+constexpr std::string_view kLibSystem = "/usr/lib/libSystem.B.dylib";
+constexpr std::string_view kLibCxx = "/usr/lib/libc++.1.dylib";
+constexpr std::string_view kLibCxxAbi = "/usr/lib/libc++abi.dylib";
+constexpr std::string_view kSimulated[] = {
+    "/usr/lib/libobjc.A.dylib",
+    "/System/Library/Frameworks/AppKit.framework/Versions/C/AppKit",
+    "/System/Library/Frameworks/ApplicationServices.framework/Versions/A/ApplicationServices",
+    "/System/Library/Frameworks/Carbon.framework/Versions/A/Carbon",
+    "/System/Library/Frameworks/CoreFoundation.framework/Versions/A/CoreFoundation",
+    "/System/Library/Frameworks/CoreGraphics.framework/Versions/A/CoreGraphics",
+    "/System/Library/Frameworks/CoreServices.framework/Versions/A/CoreServices",
+    "/System/Library/Frameworks/Foundation.framework/Versions/C/Foundation",
+};
+
+constexpr char kDeviceFrameworkHere[] = "libMoravinClient.so";
+
+// The file that a function or an object of this process comes from.
+void* fileOf(const void* address) {
+  Dl_info info{};
+  return address != nullptr && dladdr(address, &info) != 0 ? info.dli_fbase : nullptr;
+}
+
+// Only what the library of `sample` itself defines, and nothing of the libraries below it.
+void* findBeside(const void* sample, void* handle, std::string_view symbol) {
+  if (!symbol.starts_with('_')) return nullptr;
+  void* const found = dlsym(handle, std::string(symbol.substr(1)).c_str());
+  return fileOf(found) == fileOf(sample) ? found : nullptr;
+}
+
+void* findInSimulator(std::string_view symbol) {
+  return findBeside(reinterpret_cast<void*>(&theLog), RTLD_DEFAULT, symbol);
+}
+
+// Null where it is not loaded.
+void* deviceFramework() {
+  void* const handle = dlopen(kDeviceFrameworkHere, RTLD_NOW | RTLD_NOLOAD);
+  if (handle != nullptr) dlclose(handle);
+  return handle;
+}
+
+void* findInDeviceFramework(std::string_view symbol) {
+  void* const handle = deviceFramework();
+  return findBeside(dlsym(handle, "InstallMoravinHandlers"), handle, symbol);
+}
+
+}  // namespace
+
+bool SimulatedMac::has(std::string_view library) const {
+  if (library == kDeviceFramework) return deviceFramework() != nullptr;
+  return library == kLibSystem || library == kLibCxx || library == kLibCxxAbi ||
+         std::find(std::begin(kSimulated), std::end(kSimulated), library) != std::end(kSimulated);
+}
+
+void* SimulatedMac::find(std::string_view library, std::string_view symbol) const {
+  if (library == kLibCxx || library == kLibCxxAbi) return findInLibCxx(symbol);
+  if (library == kDeviceFramework) return findInDeviceFramework(symbol);
+  if (library != kLibSystem) return findInSimulator(symbol);
+  void* const found = findInLibSystem(symbol);
+  return found != nullptr ? found : findInSimulator(symbol);
+}
+
+}  // namespace simulator

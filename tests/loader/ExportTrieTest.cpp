@@ -1,0 +1,55 @@
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "simulator/loader/ExportTrie.h"
+
+namespace simulator {
+namespace {
+
+std::map<std::string, std::uint64_t> exports(std::string_view trie) {
+  return readExportTrie(std::as_bytes(std::span(trie.data(), trie.size())));
+}
+
+// A root without an export and one child behind it.
+std::string trieWithOneChild(const std::string& label, const std::string& node) {
+  std::string trie = {'\x00', '\x01'};
+  trie += label;
+  trie += '\0';
+  trie += static_cast<char>(trie.size() + 1);
+  return trie + node;
+}
+
+std::string node(std::initializer_list<char> bytes) { return {bytes.begin(), bytes.end()}; }
+
+TEST(ExportTrie, AnEmptyTreeExportsNothing) { EXPECT_TRUE(exports("").empty()); }
+
+TEST(ExportTrie, JoinsThePartsOfASymbol) {
+  const std::string trie = trieWithOneChild(
+      "_ab", node({0x02, 0x00, 0x10, 0x01, 'c', 0x00, 0x0E, 0x02, 0x00, 0x20, 0x00}));
+  const auto all = exports(trie);
+  ASSERT_EQ(all.size(), 2u);
+  EXPECT_EQ(all.at("_ab"), 0x10u);
+  EXPECT_EQ(all.at("_abc"), 0x20u);
+}
+
+TEST(ExportTrie, TakesWeakDefinitions) {
+  EXPECT_EQ(exports(trieWithOneChild("_w", node({0x02, 0x04, 0x30, 0x00}))).at("_w"), 0x30u);
+}
+
+TEST(ExportTrie, RefusesKindsThatAreNotPlain) {
+  for (const char flags : {'\x01', '\x02', '\x08', '\x10'}) {
+    EXPECT_THROW(exports(trieWithOneChild("_x", node({0x02, flags, 0x30, 0x00}))), LoadError);
+  }
+}
+
+TEST(ExportTrie, RefusesATreeThatGoesRoundInCircles) {
+  EXPECT_THROW(exports(node({0x00, 0x01, 'a', 0x00, 0x00})), LoadError);
+}
+
+TEST(ExportTrie, RefusesANodeOutsideTheTree) {
+  EXPECT_THROW(exports(node({0x00, 0x01, 'a', 0x00, 0x7F})), LoadError);
+}
+
+}  // namespace
+}  // namespace simulator

@@ -1,0 +1,75 @@
+#include <Carbon/Carbon.h>
+#include <dlfcn.h>
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstdio>
+
+#include "simulator/loader/CLibrary.h"
+#include "simulator/loader/SystemLibraries.h"
+
+namespace simulator {
+namespace {
+
+constexpr const char* kLibSystem = "/usr/lib/libSystem.B.dylib";
+constexpr const char* kLibCxx = "/usr/lib/libc++.1.dylib";
+constexpr const char* kCarbon = "/System/Library/Frameworks/Carbon.framework/Versions/A/Carbon";
+constexpr const char* kDevice =
+    "/Library/Frameworks/MoravinClient.framework/Versions/A/MoravinClient";
+
+TEST(SimulatedMac, HasTheLibrariesOfTheSystem) {
+  const SimulatedMac mac;
+  EXPECT_TRUE(mac.has(kLibSystem));
+  EXPECT_TRUE(mac.has(kLibCxx));
+  EXPECT_TRUE(mac.has(kCarbon));
+  EXPECT_FALSE(mac.has("/usr/lib/libz.1.dylib"));
+}
+
+TEST(SimulatedMac, HasTheDeviceFrameworkWhereItIsInstalled) {
+  EXPECT_FALSE(SimulatedMac().has(kDevice));
+  void* const library = dlopen(MRV_DEVICE_FRAMEWORK, RTLD_NOW);
+  ASSERT_NE(library, nullptr) << dlerror();
+  EXPECT_TRUE(SimulatedMac().has(kDevice));
+  EXPECT_EQ(SimulatedMac().find(kDevice, "_RegisterMoravinClient"),
+            dlsym(library, "RegisterMoravinClient"));
+  EXPECT_EQ(SimulatedMac().find(kDevice, "_fopen"), nullptr);
+}
+
+TEST(SimulatedMac, FrameworkFunctionsAreTheSimulators) {
+  EXPECT_EQ(SimulatedMac().find(kCarbon, "_CreateEvent"), reinterpret_cast<void*>(&CreateEvent));
+}
+
+TEST(SimulatedMac, StandardStreamsAreVariables) {
+  EXPECT_EQ(SimulatedMac().find(kLibSystem, "___stdoutp"), &stdout);
+}
+
+TEST(SimulatedMac, NothingOfTheCLibraryIsReachedUnlessListed) {
+  const SimulatedMac mac;
+  EXPECT_NE(mac.find(kLibSystem, "_fopen"), nullptr);
+  EXPECT_EQ(mac.find(kLibSystem, "_system"), nullptr);
+  EXPECT_EQ(mac.find(kLibCxx, "_fopen"), nullptr);
+}
+
+TEST(SimulatedMac, NothingOfTheCLibraryIsReachedThroughAFramework) {
+  EXPECT_EQ(SimulatedMac().find(kCarbon, "_fopen"), nullptr);
+  EXPECT_EQ(SimulatedMac().find(kCarbon, "fopen"), nullptr);
+}
+
+TEST(SimulatedMac, SineAndCosineComeBackTogether) {
+  auto* const both = reinterpret_cast<SineAndCosine (*)(double)>(
+      SimulatedMac().find(kLibSystem, "___sincos_stret"));
+  ASSERT_NE(both, nullptr);
+  EXPECT_EQ(both(0.5).sine, std::sin(0.5));
+  EXPECT_EQ(both(0.5).cosine, std::cos(0.5));
+}
+
+TEST(SimulatedMac, APatternMayEndInTheMiddle) {
+  auto* const fill = reinterpret_cast<void (*)(void*, const void*, std::size_t)>(
+      SimulatedMac().find(kLibSystem, "_memset_pattern16"));
+  char block[21] = {};
+  fill(block, "0123456789abcdef", 20);
+  EXPECT_STREQ(block, "0123456789abcdef0123");
+}
+
+}  // namespace
+}  // namespace simulator

@@ -1,0 +1,5 @@
+#include "TestHost.h"
+
+extern "C" int elsewhere();
+
+EXPORT int asksElsewhere() { return elsewhere(); }

@@ -1,0 +1,5 @@
+#include "TestHost.h"
+
+extern "C" int testAddedLater();
+
+EXPORT int asksForMore() { return testAddedLater(); }

@@ -1,0 +1,9 @@
+#include "TestHost.h"
+
+namespace {
+
+thread_local int perThread = 5;
+
+}  // namespace
+
+EXPORT int* ownNumber() { return &perThread; }
