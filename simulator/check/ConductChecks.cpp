@@ -1,0 +1,225 @@
+// Checks on what a plug-in does while a simulated host and device work with it.
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+#include <sys/resource.h>
+
+#include <algorithm>
+#include <map>
+#include <set>
+#include <utility>
+
+#include "platform/FourCharCode.h"
+#include "simulator/check/Check.h"
+#include "simulator/check/ChildProcess.h"
+#include "simulator/check/Session.h"
+#include "simulator/scenario/PluginModule.h"
+
+namespace simulator {
+
+namespace {
+
+constexpr std::uint32_t kParameterError = fourCharCode("Parm");
+constexpr std::string_view kLeaked = "leaked";
+constexpr std::string_view kOtherThread = "another thread";
+constexpr double kLongestLoad = 0.1;
+constexpr int kManyAcquisitions = 1000;
+
+std::string steps(const std::string& list) { return R"({"steps": [)" + list + "]}"; }
+
+Session playDay(const std::string& plugin) { return playSession(plugin, steps(kWholeDay)); }
+
+Verdict allZero(const Session& session) {
+  const std::vector<std::uint32_t> results = session.results();
+  const bool good = std::all_of(results.begin(), results.end(), [](auto r) { return r == 0; });
+  return good ? passed() : failed(fmt::format("the calls returned {}", results));
+}
+
+// How often the framework was asked to do so.
+std::ptrdiff_t asked(const Session& session, const char* what) {
+  const std::vector<Json> lines = session.of("framework");
+  return std::count_if(lines.begin(), lines.end(),
+                       [&](const Json& line) { return line["do"] == what; });
+}
+
+Verdict counts(const Session& session, std::ptrdiff_t registered, std::ptrdiff_t unregistered) {
+  if (asked(session, "register") == registered && asked(session, "unregister") == unregistered) {
+    return allZero(session);
+  }
+  return failed(fmt::format("registered {} times and unregistered {} times with the framework",
+                            asked(session, "register"), asked(session, "unregister")));
+}
+
+Verdict startAndStop(const std::string& plugin) {
+  return counts(playSession(plugin, steps(R"({"call": ["SP Interface", "Startup"]},
+                                             {"call": ["SP Interface", "Shutdown"]})")),
+                1, 1);
+}
+
+// The second shut-down has nothing to take back.
+Verdict startTwice(const std::string& plugin) {
+  return counts(playSession(plugin, steps(R"({"call": ["SP Interface", "Startup"]},
+                                             {"call": ["SP Interface", "Startup"]},
+                                             {"call": ["SP Interface", "Shutdown"]},
+                                             {"call": ["SP Interface", "Shutdown"]})")),
+                1, 1);
+}
+
+Verdict withoutFramework(const std::string& plugin) {
+  const Session session =
+      playSession(plugin, R"({"framework": false, "steps": [{"call": ["SP Interface", "Startup"]},
+                                                {"call": ["SP Interface", "Shutdown"]}]})");
+  if (!session.of("thread").empty()) return failed("starts a thread without the framework");
+  return allZero(session);
+}
+
+Verdict unknownCalls(const std::string& plugin) {
+  const Session session = playSession(plugin, steps(R"({"call": ["Somebody", "Startup"]},
+                                                       {"call": ["SP Interface", "Something"]},
+                                                       {"call": ["PS Photoshop", "Startup"]},
+                                                       {"call": ["SP Interface", "Do It"]},
+                                                       {"call": ["", ""]})"));
+  for (const Json& line : session.lines) {
+    if (line["what"] != "result") return failed("an unknown call led to " + line.dump());
+  }
+  return allZero(session);
+}
+
+// What is still held when the last call, the shut-down, returns.
+Verdict suitesReleased(const std::string& plugin) {
+  const Session session = playDay(plugin);
+  std::map<std::pair<std::string, int>, int> held;
+  std::map<std::pair<std::string, int>, int> heldAtResult;
+  for (const Json& line : session.lines) {
+    if (line["what"] == "result") heldAtResult = held;
+    if (line["what"] != "suite" || line["result"] != 0) continue;
+    held[{line["name"], line["version"]}] += line["do"] == "acquire" ? 1 : -1;
+  }
+  for (const auto& [suite, count] : heldAtResult) {
+    if (count == 0) continue;
+    return failed(
+        fmt::format("holds \"{}\" version {} after shut-down", suite.first, suite.second));
+  }
+  return passed();
+}
+
+template <class Predicate>
+Verdict noMisuse(const std::string& plugin, Predicate concerns) {
+  for (const std::string& text : playDay(plugin).misuses()) {
+    if (concerns(text)) return failed(text);
+  }
+  return passed();
+}
+
+bool isLeak(const std::string& text) { return text.starts_with(kLeaked); }
+bool isOtherThread(const std::string& text) { return text.find(kOtherThread) != std::string::npos; }
+
+Verdict objectsFreed(const std::string& plugin) { return noMisuse(plugin, isLeak); }
+Verdict deviceThread(const std::string& plugin) { return noMisuse(plugin, isOtherThread); }
+
+Verdict handlesRespected(const std::string& plugin) {
+  return noMisuse(plugin,
+                  [](const std::string& text) { return !isLeak(text) && !isOtherThread(text); });
+}
+
+Verdict keysReleased(const std::string& plugin) {
+  std::set<int> down;
+  for (const Json& line : playDay(plugin).of("key")) {
+    const int key = line["key"];
+    line["down"] ? void(down.insert(key)) : void(down.erase(key));
+  }
+  return down.empty() ? passed() : failed(fmt::format("left the keys {} down", down));
+}
+
+struct Refusal {
+  int after = 0;         // so many acquisitions are granted first
+  bool forGood = false;  // then all are refused, or one
+};
+
+std::string stepOf(const Refusal& refusal) {
+  return fmt::format(
+      R"({{"fail": {{"procedure": "Basic.AcquireSuite", "error": -3, "after": {}, "times": {}}}}},)",
+      refusal.after, refusal.forGood ? 1000000 : 1);
+}
+
+Verdict judgeRefusal(const Session& session, const Refusal& refusal) {
+  for (const std::uint32_t result : session.results()) {
+    if (result != 0 && result != kParameterError) return failed(fmt::format("returned {}", result));
+  }
+  for (const std::string& text : session.misuses()) {
+    // What can be freed through a refused suite alone, nobody can free.
+    if (!(refusal.forGood && isLeak(text))) return failed(text);
+  }
+  return passed();
+}
+
+// One day in a process of its own. `fired`: whether anything was refused on it.
+Verdict playRefusing(const std::string& plugin, const Refusal& refusal, bool& fired) {
+  const Json answer = inChildProcess([&] {
+    const Session session = playSession(plugin, steps(stepOf(refusal) + kWholeDay));
+    const Verdict verdict = judgeRefusal(session, refusal);
+    return Json{{"reason", verdict.reason}, {"fired", session.faultsFired}};
+  });
+  fired = answer["fired"];
+  const std::string reason = answer["reason"];
+  return reason.empty() ? passed() : failed(reason);
+}
+
+// Refuses each acquisition in turn, until a day passes on which none is left to be refused.
+Verdict refuseInTurn(const std::string& plugin, bool forGood) {
+  for (int n = 0; n < kManyAcquisitions; ++n) {
+    bool fired = false;
+    const Verdict verdict = playRefusing(plugin, {n, forGood}, fired);
+    if (verdict.outcome == Outcome::failed) {
+      return failed(fmt::format("with acquisition {} refused: {}", n + 1, verdict.reason));
+    }
+    if (!fired) return passed();
+  }
+  return failed("asks for suites without end");
+}
+
+Verdict hostileHost(const std::string& plugin) {
+  const Verdict once = refuseInTurn(plugin, false);
+  return once.outcome == Outcome::passed ? refuseInTurn(plugin, true) : once;
+}
+
+double processorSeconds() {
+  rusage usage{};
+  getrusage(RUSAGE_SELF, &usage);
+  const auto seconds = [](const timeval& time) {
+    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) * 1e-6;
+  };
+  return seconds(usage.ru_utime) + seconds(usage.ru_stime);
+}
+
+Verdict loadTime(const std::string& plugin) {
+  const double before = processorSeconds();
+  const auto module = loadPlugin(plugin);
+  const double taken = processorSeconds() - before;
+  return taken < kLongestLoad ? passed()
+                              : failed(fmt::format("takes {:.2f} s of processor time", taken));
+}
+
+}  // namespace
+
+std::vector<Check> conductChecks() {
+  return {
+      {"start-and-stop", "A start-up registers one client and a shut-down takes it back.",
+       startAndStop},
+      {"start-twice", "Two start-ups make one connection, and two shut-downs take it back once.",
+       startTwice},
+      {"without-framework", "Without the device framework no thread is started, and all is well.",
+       withoutFramework},
+      {"unknown-calls", "Unknown callers and selectors get 0 and lead to nothing.", unknownCalls},
+      {"suites-released", "After the shut-down no suite of the host is held.", suitesReleased},
+      {"objects-freed", "Nothing that the host or the system made for the plug-in is left over.",
+       objectsFreed},
+      {"handles-respected", "Nothing is freed twice or used after it was freed.", handlesRespected},
+      {"device-thread", "No suite of the host is touched on the device thread.", deviceThread},
+      {"keys-released", "Every synthesized key that goes down comes up again.", keysReleased},
+      {"hostile-host", "Whichever suite the host refuses, every call returns 0 or 'Parm'.",
+       hostileHost},
+      {"load-time", "Loading takes less than a tenth of a second of processor time.", loadTime},
+  };
+}
+
+}  // namespace simulator

@@ -1,0 +1,4 @@
+// Fails "exports".
+#include "EntryPoint.h"
+
+extern "C" __attribute__((visibility("default"))) int forgottenHelper() { return 1; }

@@ -1,0 +1,6 @@
+// Fails "load-commands".
+#include "EntryPoint.h"
+
+extern "C" int elsewhere();
+
+int useOfIt() { return elsewhere(); }

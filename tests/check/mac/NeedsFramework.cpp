@@ -1,0 +1,2 @@
+// Fails "weak-framework".
+#include "EntryPoint.h"

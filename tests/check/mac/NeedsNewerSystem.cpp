@@ -1,0 +1,2 @@
+// Fails "minimum-system".
+#include "EntryPoint.h"

@@ -1,0 +1,10 @@
+// Fails "unknown-calls": takes a suite whatever it is called for.
+#include "PlugIn.h"
+
+ENTRY_POINT(const char*, const char*, void* message) {
+  SPBasicSuite* const basic = basicSuiteOf(message);
+  if (acquireDescriptors(basic) != nullptr) {
+    basic->ReleaseSuite(kDescriptorSuite, kDescriptorVersion);
+  }
+  return 0;
+}

@@ -1,0 +1,17 @@
+// Fails "without-framework": starts its thread although there is nothing to listen to.
+#include <Carbon/Carbon.h>
+
+#include "PlugIn.h"
+
+namespace {
+
+OSStatus listen(void*) { return 0; }
+
+}  // namespace
+
+ENTRY_POINT(const char*, const char* selector, void*) {
+  if (isStartup(selector)) {
+    MPCreateTask(&listen, nullptr, 512000, nullptr, nullptr, nullptr, 0, nullptr);
+  }
+  return 0;
+}

@@ -1,0 +1,20 @@
+// Fails "device-thread": asks the host for a suite on a thread of its own.
+#include <Carbon/Carbon.h>
+
+#include "PlugIn.h"
+
+namespace {
+
+OSStatus ask(void* basic) {
+  acquireDescriptors(static_cast<SPBasicSuite*>(basic));
+  return 0;
+}
+
+}  // namespace
+
+ENTRY_POINT(const char*, const char* selector, void* message) {
+  if (isStartup(selector)) {
+    MPCreateTask(&ask, basicSuiteOf(message), 512000, nullptr, nullptr, nullptr, 0, nullptr);
+  }
+  return 0;
+}
