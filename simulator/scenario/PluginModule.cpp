@@ -6,6 +6,8 @@
 #include <filesystem>
 #include <stdexcept>
 
+#include "simulator/loader/MachPlugin.h"
+
 // Provided by the leak checker where one is built in.
 extern "C" void __lsan_do_leak_check() __attribute__((weak));
 
@@ -45,6 +47,7 @@ class SharedObject : public PluginModule {
 }  // namespace
 
 std::unique_ptr<PluginModule> loadPlugin(const std::string& file) {
+  if (isMacPlugin(file)) return loadMacPlugin(file);
   // A name without a slash would be searched for among the system's libraries.
   return std::make_unique<SharedObject>(std::filesystem::absolute(file).string());
 }

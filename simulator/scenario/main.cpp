@@ -1,6 +1,7 @@
 // mrvsim: a Mac, a host and a device made of software, for the plug-in to run in.
 #include <CLI/CLI.hpp>
 
+#include "simulator/check/CheckCommand.h"
 #include "simulator/scenario/DumpCommand.h"
 #include "simulator/scenario/PlayCommand.h"
 
@@ -28,6 +29,19 @@ void addDump(CLI::App& app, int& status) {
   dump->callback([options, &status] { status = simulator::runDump(*options); });
 }
 
+void addCheck(CLI::App& app, int& status) {
+  auto options = std::make_shared<simulator::CheckOptions>();
+  CLI::App* check = app.add_subcommand("check", "Judge a built plug-in");
+  CLI::Option* file = check->add_option("FILE", options->plugin, "A bundle or a module");
+  check->add_flag("--list", options->list, "Tell what is checked, and check nothing");
+  check->add_flag("--json", options->json, "Print one JSON object");
+  check->add_option("--only", options->only, "Run this check alone; may be repeated");
+  check->callback([options, file, &status] {
+    if (!options->list && file->empty()) throw CLI::RequiredError("FILE");
+    status = simulator::runCheck(*options);
+  });
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -36,6 +50,7 @@ int main(int argc, char** argv) {
   int status = 0;
   addPlay(app, status);
   addDump(app, status);
+  addCheck(app, status);
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {

@@ -1,0 +1,61 @@
+// The bundle that ships does what the module does: every scenario gives the same log.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "tests/support/Process.h"
+
+namespace {
+
+using testing_support::Finished;
+using testing_support::run;
+
+std::vector<std::string> scenarios() {
+  std::vector<std::string> names;
+  for (const auto& entry : std::filesystem::directory_iterator(MRV_SCENARIOS)) {
+    if (entry.path().extension() == ".json") names.push_back(entry.path().stem().string());
+  }
+  std::sort(names.begin(), names.end());
+  return names;
+}
+
+class BundleScenario : public testing::TestWithParam<std::string> {};
+
+TEST_P(BundleScenario, givesTheSameLogAsTheModule) {
+  const std::string scenario = MRV_SCENARIOS "/" + GetParam() + ".json";
+  const Finished module = run({MRVSIM, "play", scenario});
+  const Finished bundle = run({MRVSIM, "play", scenario, "--plugin", MRV_BUNDLE});
+  EXPECT_EQ(bundle.errors, "");
+  EXPECT_EQ(bundle.status, module.status);
+  EXPECT_FALSE(bundle.output.empty());
+  EXPECT_EQ(bundle.output, module.output);
+}
+
+INSTANTIATE_TEST_SUITE_P(, BundleScenario, testing::ValuesIn(scenarios()), [](const auto& test) {
+  std::string name = test.param;
+  std::replace(name.begin(), name.end(), '-', '_');
+  return name;
+});
+
+TEST(BundleScenarios, areThereToBePlayed) { EXPECT_GE(scenarios().size(), 18U); }
+
+TEST(Play, takesTheBinaryInsideABundleToo) {
+  const std::string scenario = MRV_SCENARIOS "/lifecycle.json";
+  const std::string binary = MRV_BUNDLE "/Contents/MacOS/MrvPhotoshop";
+  EXPECT_EQ(run({MRVSIM, "play", scenario, "--plugin", binary}).output,
+            run({MRVSIM, "play", scenario}).output);
+}
+
+TEST(Play, refusesABundleThatHoldsNothing) {
+  const testing_support::TemporaryFolder folder;
+  const Finished played =
+      run({MRVSIM, "play", MRV_SCENARIOS "/lifecycle.json", "--plugin", folder.file("")});
+  EXPECT_EQ(played.status, 2);
+  EXPECT_NE(played.errors.find("cannot be read"), std::string::npos) << played.errors;
+  EXPECT_EQ(played.output, "");
+}
+
+}  // namespace

@@ -1,0 +1,60 @@
+// The lists of what the target's libraries export are allow-lists: exactly what the bundle uses,
+// each symbol with the library that has it.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <map>
+#include <regex>
+#include <set>
+#include <string>
+
+#include "simulator/loader/DyldOpcodes.h"
+#include "simulator/loader/MachFile.h"
+#include "tests/packaging/Bundle.h"
+
+namespace {
+
+using SymbolsByLibrary = std::map<std::string, std::set<std::string>>;
+
+SymbolsByLibrary imports() {
+  const auto file = simulator::MachFile::open(bundleFile("MacOS/MrvPhotoshop"));
+  SymbolsByLibrary symbols;
+  const auto add = [&](simulator::Bytes opcodes, simulator::BindKind kind) {
+    for (const simulator::Bind& bind : simulator::readBinds(opcodes, kind, 10000)) {
+      const auto library = file.libraries().at(static_cast<std::size_t>(bind.ordinal - 1));
+      symbols[library.name].insert(bind.symbol);
+    }
+  };
+  add(file.bindOpcodes(), simulator::BindKind::kRegular);
+  add(file.lazyBindOpcodes(), simulator::BindKind::kLazy);
+  return symbols;
+}
+
+void addStub(const std::filesystem::path& path, SymbolsByLibrary& symbols) {
+  const std::string text = readText(path);
+  std::smatch name;
+  ASSERT_TRUE(std::regex_search(text, name, std::regex("install-name: '([^']+)'"))) << path;
+  const std::regex line("\n      - (\\S+)");
+  for (std::sregex_iterator i(text.begin(), text.end(), line), end; i != end; ++i) {
+    symbols[name[1]].insert((*i)[1]);
+  }
+}
+
+SymbolsByLibrary stubs() {
+  SymbolsByLibrary symbols;
+  for (const auto& entry : std::filesystem::recursive_directory_iterator(MRV_PACKAGING "/macos")) {
+    if (entry.path().extension() == ".tbd") addStub(entry.path(), symbols);
+  }
+  return symbols;
+}
+
+TEST(Stubs, ListExactlyWhatTheBundleUses) {
+  const SymbolsByLibrary used = imports();
+  SymbolsByLibrary listed = stubs();
+  EXPECT_EQ(listed.size(), used.size());
+  for (const auto& [library, symbols] : used) {
+    EXPECT_THAT(listed[library], testing::UnorderedElementsAreArray(symbols)) << library;
+  }
+}
+
+}  // namespace

@@ -1,0 +1,25 @@
+#!/bin/sh
+# reproducible.sh ROOT SCRATCH: packs the bundle from ROOT and from a copy of it at another place,
+# and compares the archives.
+set -eu
+
+root=$1
+scratch=$2
+rm -rf "$scratch"
+mkdir -p "$scratch/another place"
+for folder in CMakeLists.txt cmake platform plugin device navigate hostactions hostutil geometry \
+  codegen packaging scripts docs; do
+  cp -R "$root/$folder" "$scratch/another place/"
+done
+
+"$root/packaging/bundle" "$scratch/one" "$scratch/dist-one" >/dev/null
+(umask 077 && TZ=Pacific/Auckland \
+  "$scratch/another place/packaging/bundle" "$scratch/two" "$scratch/dist-two" >/dev/null)
+for archive in "$scratch"/dist-one/*.zip; do
+  cmp "$archive" "$scratch/dist-two/${archive##*/}"
+  unzip -q "$archive" -d "$scratch/unpacked"
+done
+cd "$scratch"/unpacked/*
+sha256sum -c --quiet SHA256SUMS
+test "$(find . -type f | wc -l)" = "$(($(wc -l <SHA256SUMS) + 1))"
+test -x MrvPhotoshop.plugin/Contents/MacOS/MrvPhotoshop
