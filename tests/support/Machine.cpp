@@ -40,6 +40,12 @@ std::vector<Json> Machine::drain() {
 
 std::filesystem::path Machine::preferences() const { return preferencesFolder(home_.path()); }
 
+Json eventTypes(const std::vector<std::pair<std::string, int>>& types) {
+  Json list = Json::array();
+  for (const auto& [eventClass, kind] : types) list.push_back(Json::array({eventClass, kind}));
+  return list;
+}
+
 int failEachHostCall(std::int32_t error, const std::function<Outcome()>& call,
                      const std::function<void(int n, const Outcome&)>& check) {
   for (int n = 0;; ++n) {

@@ -5,6 +5,7 @@
 
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "plugin/BasicSuite.h"
@@ -46,6 +47,9 @@ class Machine {
   std::size_t drained_ = 0;
   int expectedMisuses_ = 0;
 };
+
+/// The event types of a "handler" line: class and kind of each.
+simulator::Json eventTypes(const std::vector<std::pair<std::string, int>>& types);
 
 /// What one run of an anomaly loop came to.
 struct Outcome {

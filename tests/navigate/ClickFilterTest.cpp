@@ -1,0 +1,97 @@
+#include "navigate/HostWindow.h"
+#include "platform/FourCharCode.h"
+#include "tests/support/Input.h"
+
+namespace {
+
+using namespace testing_support;
+using simulator::theEventManager;
+
+constexpr EventParamName kMarker = fourCharCode("MrVe");
+
+class ClickFilterTest : public NavigatorFixture {
+ protected:
+  /// Whether a mouse event reaches the host; with a marker of so many bytes where one is given.
+  bool passes(UInt32 kind, const std::vector<std::byte>& marker = {},
+              EventParamType type = typeChar) {
+    const EventRef event = theEventManager().create(kEventClassMouse, kind, 0.0);
+    if (!marker.empty()) theEventManager().setParameter(event, kMarker, type, marker);
+    const simulator::Dispatched dispatched = theEventManager().dispatch(event);
+    theEventManager().release(event);
+    EXPECT_EQ(dispatched.status, dispatched.reachedHost ? int{eventNotHandledErr} : int{noErr});
+    return dispatched.reachedHost;
+  }
+
+  bool clicksPass() { return passes(kEventMouseDown) && passes(kEventMouseUp); }
+};
+
+TEST_F(ClickFilterTest, ClicksPassWhileNothingPans) { EXPECT_TRUE(clicksPass()); }
+
+TEST_F(ClickFilterTest, RealClicksAreSwallowedFromTheFirstPanSampleToRest) {
+  navigator->PanEvent(1, 0);
+  EXPECT_FALSE(passes(kEventMouseDown));
+  EXPECT_FALSE(passes(kEventMouseUp));
+  navigator->PanEvent(0, -1);
+  EXPECT_FALSE(passes(kEventMouseDown));
+  navigator->PanEvent(0, 0);
+  EXPECT_TRUE(clicksPass());
+}
+
+TEST_F(ClickFilterTest, OtherMouseEventsPassWhileTheFilterIsInstalled) {
+  navigator->InstallMouseDownHandler();
+  for (const UInt32 kind : {0U, 5U, 6U, 8U, 10U}) EXPECT_TRUE(passes(kind)) << kind;
+}
+
+/// The filter is installed for clicks alone; what it does with other kinds is asked of it directly.
+TEST_F(ClickFilterTest, TheHandlerItselfPassesOtherKindsOn) {
+  const std::vector<EventTypeSpec> types = {{kEventClassMouse, 5}, {kEventClassMouse, 6}};
+  theEventManager().install(GetEventDispatcherTarget(), mouseDownHandler, types, nullptr, nullptr);
+  EXPECT_TRUE(passes(5));
+  EXPECT_TRUE(passes(6));
+}
+
+TEST_F(ClickFilterTest, AClickMarkedWithOnePasses) {
+  navigator->InstallMouseDownHandler();
+  EXPECT_TRUE(passes(kEventMouseDown, {std::byte{1}}));
+  EXPECT_TRUE(passes(kEventMouseUp, {std::byte{1}}));
+}
+
+TEST_F(ClickFilterTest, AnyOtherMarkIsNone) {
+  navigator->InstallMouseDownHandler();
+  for (const int mark : {0, 2, 0x7F, 0x80, 0xFF}) {
+    EXPECT_FALSE(passes(kEventMouseDown, {static_cast<std::byte>(mark)})) << mark;
+  }
+}
+
+TEST_F(ClickFilterTest, AMarkOfAnotherTypeIsNone) {
+  navigator->InstallMouseDownHandler();
+  EXPECT_FALSE(passes(kEventMouseDown, {std::byte{1}}, fourCharCode("bool")));
+}
+
+TEST_F(ClickFilterTest, OfALongerMarkTheFirstByteCounts) {
+  navigator->InstallMouseDownHandler();
+  EXPECT_TRUE(passes(kEventMouseDown, {std::byte{1}, std::byte{0}}));
+  EXPECT_FALSE(passes(kEventMouseDown, {std::byte{0}, std::byte{1}}));
+}
+
+TEST_F(ClickFilterTest, AtMostOneInstallationExists) {
+  navigator->InstallMouseDownHandler();
+  const EventHandlerRef filter = navigator->m_mouseDownHandlerRef;
+  navigator->InstallMouseDownHandler();
+  EXPECT_EQ(navigator->m_mouseDownHandlerRef, filter);
+  const simulator::Json types = eventTypes({{"mous", 1}, {"mous", 2}});
+  const simulator::Json line = {{"t", 0}, {"what", "handler"}, {"do", "install"}, {"types", types}};
+  EXPECT_EQ(machine.drain(), Lines{line});
+}
+
+TEST_F(ClickFilterTest, RemovingTwiceRemovesOnce) {
+  navigator->InstallMouseDownHandler();
+  navigator->RemoveMouseDownHandler();
+  EXPECT_EQ(navigator->m_mouseDownHandlerRef, nullptr);
+  machine.drain();
+  navigator->RemoveMouseDownHandler();
+  EXPECT_TRUE(machine.drain().empty());
+  EXPECT_TRUE(clicksPass());
+}
+
+}  // namespace

@@ -1,0 +1,65 @@
+// How far one sample of pan goes. The step is internal to the pan, so its source is taken in here.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstdint>
+#include <vector>
+
+#include "navigate/Pan.cpp"  // NOLINT(bugprone-suspicious-include)
+
+namespace {
+
+std::int16_t lowSixteenBits(double truncated) {
+  return static_cast<std::int16_t>(static_cast<std::int64_t>(truncated));
+}
+
+/// The same in plain steps: the first quotient in single precision, everything else in double.
+template <class Quotient>
+int plainEnd(int s) {
+  if (s == 0) return 5;
+  volatile Quotient quotient = static_cast<Quotient>(500);
+  quotient = quotient / static_cast<Quotient>(s);
+  const double half = static_cast<double>(quotient) / 2;
+  const double signedSquare = (s < 0 ? -1.0 : 1.0) * (s / half);
+  return lowSixteenBits(std::trunc(signedSquare + 5.0));
+}
+
+TEST(PanStep, EveryDeflectionEndsWhereThePlainStepsEnd) {
+  for (int s = -32768; s <= 32767; ++s) ASSERT_EQ(endOf(s), plainEnd<float>(s)) << s;
+}
+
+TEST(PanStep, TheSinglePrecisionOfTheFirstQuotientShows) {
+  int differing = 0;
+  for (int s = -32768; s <= 32767; ++s) differing += endOf(s) != plainEnd<double>(s);
+  EXPECT_GT(differing, 0);
+}
+
+/// 350·350/250 is 490 exactly; the quotient in single precision makes it a little less.
+TEST(PanStep, AtThreeHundredFiftySinglePrecisionFallsShortOfTheWholeNumber) {
+  EXPECT_EQ(endOf(350), 494);
+  EXPECT_EQ(endOf(-350), -484);
+  EXPECT_EQ(plainEnd<double>(350), 495);
+  EXPECT_EQ(plainEnd<double>(-350), -485);
+}
+
+TEST(PanStep, SmallDeflectionsEndAtTheTruncatedQuotientOfIntegers) {
+  // s·|s|/250 + 5 in whole numbers, truncated toward zero as integer division is.
+  for (int s = -50; s <= 50; ++s) EXPECT_EQ(endOf(s), (s * std::abs(s) + 1250) / 250) << s;
+}
+
+TEST(PanStep, KnownDeflections) {
+  EXPECT_EQ(endOf(0), 5);
+  EXPECT_EQ(endOf(-100), -35);
+  EXPECT_EQ(endOf(15), 5);
+  EXPECT_EQ(endOf(16), 6);
+  EXPECT_EQ(endOf(-15), 4);
+  EXPECT_EQ(endOf(-1), 4);
+  EXPECT_EQ(endOf(-30), 1);
+}
+
+TEST(PanStep, LargeDeflectionsKeepTheLowSixteenBits) {
+  EXPECT_EQ(endOf(-32768), static_cast<std::int16_t>(-4294962));
+  EXPECT_EQ(endOf(32767), static_cast<std::int16_t>(4294710));
+}
+
+}  // namespace

@@ -1,0 +1,288 @@
+// The host's preference in its preferences file.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <ostream>
+#include <string>
+
+#include "navigate/Navigate2D.h"
+#include "tests/support/Machine.h"
+
+namespace {
+
+using namespace simulator;
+using namespace testing_support;
+namespace fs = std::filesystem;
+
+constexpr char kPath[] = "Adobe Photoshop CS5.1 Settings/Adobe Photoshop CS5.1 Prefs.psp";
+const std::string kKey = "zoomWithScrollWheel";
+constexpr std::size_t kChunk = 200;
+constexpr std::size_t kValue = 23;
+
+class ZoomPreferenceTest : public testing::Test {
+ protected:
+  static void write(const fs::path& file, const std::string& bytes) {
+    fs::create_directories(file.parent_path());
+    std::ofstream(file, std::ios::binary) << bytes;
+  }
+
+  /// What the preference reads as, and what is printed meanwhile.
+  bool read() {
+    testing::internal::CaptureStdout();
+    const bool value = Navigate2D::getZoomWithScrollWheel();
+    std::fflush(stdout);
+    printed = testing::internal::GetCapturedStdout();
+    return value;
+  }
+
+  bool readBytes(const std::string& bytes) {
+    write(machine.preferences() / kPath, bytes);
+    const bool value = read();
+    EXPECT_EQ(printed, "");
+    return value;
+  }
+
+  /// A file of `size` bytes 'x' with the key at `position`.
+  static std::string fileWithKeyAt(std::size_t position, std::size_t size) {
+    std::string bytes(size, 'x');
+    return bytes.replace(position, kKey.size(), kKey);
+  }
+
+  /// Moves the user's home so that its path has `length` more characters.
+  fs::path moveHome(const std::string& folder) {
+    const fs::path home = machine.preferences().parent_path().parent_path() / folder;
+    fs::create_directories(preferencesFolder(home));
+    setHomeFolder(home);
+    return preferencesFolder(home);
+  }
+
+  Machine machine;
+  std::string printed;
+};
+
+TEST_F(ZoomPreferenceTest, TheValueLiesTwentyThreeBytesAfterTheKeysStart) {
+  for (const std::size_t key : {0, 1, 57, 176}) {
+    std::string bytes = fileWithKeyAt(key, 400);
+    for (const int value : {0, 1, 0x80, 0xFF}) {
+      bytes[key + kValue] = static_cast<char>(value);
+      EXPECT_EQ(readBytes(bytes), value != 0) << key << ' ' << value;
+    }
+  }
+}
+
+TEST_F(ZoomPreferenceTest, NoOtherByteCounts) {
+  std::string bytes = fileWithKeyAt(30, 200);
+  bytes[30 + kValue] = 0;
+  EXPECT_FALSE(readBytes(bytes));
+  bytes = std::string(200, '\0').replace(30, kKey.size(), kKey);
+  bytes[30 + kValue] = 1;
+  EXPECT_TRUE(readBytes(bytes));
+}
+
+TEST_F(ZoomPreferenceTest, TheKeyIsFoundInLaterChunksToo) {
+  for (const std::size_t key : {200, 376, 1000}) {
+    std::string bytes = fileWithKeyAt(key, 1300);
+    EXPECT_TRUE(readBytes(bytes));
+    bytes[key + kValue] = 0;
+    EXPECT_FALSE(readBytes(bytes));
+  }
+}
+
+TEST_F(ZoomPreferenceTest, TheFirstKeyCounts) {
+  std::string bytes = fileWithKeyAt(20, 600).replace(300, kKey.size(), kKey);
+  bytes[20 + kValue] = 0;
+  EXPECT_FALSE(readBytes(bytes));
+}
+
+TEST_F(ZoomPreferenceTest, NearlyTheKeyIsNotTheKey) {
+  for (std::size_t at = 0; at < kKey.size(); ++at) {
+    std::string bytes = fileWithKeyAt(40, 200);
+    bytes[40 + at] ^= 0x20;
+    EXPECT_FALSE(readBytes(bytes)) << at;
+  }
+}
+
+/// A key of which the chunk holds all, but not the value: the next byte of the file answers.
+TEST_F(ZoomPreferenceTest, BehindTheChunksEndTheValueIsTheNextByteNotTheOneAtTwentyThree) {
+  for (std::size_t key = 177; key <= 181; ++key) {
+    std::string bytes = fileWithKeyAt(key, 400);
+    bytes[kChunk] = 0;
+    bytes[key + kValue] = key + kValue == kChunk ? 0 : 1;
+    EXPECT_FALSE(readBytes(bytes)) << key;
+    bytes[key + kValue] = 0;
+    bytes[kChunk] = 1;
+    EXPECT_TRUE(readBytes(bytes)) << key;
+  }
+}
+
+TEST_F(ZoomPreferenceTest, BehindTheFilesEndThereIsNoNextByteAndThePreferenceIsOff) {
+  EXPECT_FALSE(readBytes(fileWithKeyAt(181, 200)));
+  EXPECT_FALSE(readBytes(fileWithKeyAt(81, 100)));
+  EXPECT_FALSE(readBytes(fileWithKeyAt(80, 103)));
+  EXPECT_TRUE(readBytes(fileWithKeyAt(80, 104)));
+}
+
+TEST_F(ZoomPreferenceTest, AKeySplitBetweenTwoChunksIsNotFound) {
+  for (std::size_t key = 182; key < 200; ++key) {
+    EXPECT_FALSE(readBytes(fileWithKeyAt(key, 600))) << key;
+  }
+}
+
+/// A last, short chunk is searched past its end, where the bytes of the chunk before lie. Here it
+/// ends ten bytes after the key's start.
+TEST_F(ZoomPreferenceTest, AChunkThatEndsTenBytesAfterTheKeysStartAnswersWithTheNextByteOfTheFile) {
+  constexpr std::size_t kStart = 50;
+  std::string before(kChunk, 'x');
+  before.replace(kStart + 10, 9, kKey.substr(10));
+  before[kStart + kValue] = 1;  // what lies at +23 in the buffer, and does not count
+  EXPECT_FALSE(readBytes(before + std::string(kStart, 'x') + kKey.substr(0, 10)));
+}
+
+TEST_F(ZoomPreferenceTest, AShortChunkFindsTheRestOfTheKeyInWhatTheChunkBeforeLeft) {
+  // The value is left over, too: a chunk shorter than 23 bytes always answers from the buffer.
+  for (std::size_t size = 1; size < 23; ++size) {
+    std::string before = std::string(kChunk, '\0');
+    before.replace(0, kKey.size(), kKey);
+    before[0] = 'Z';
+    before[kValue] = 1;
+    EXPECT_TRUE(
+        readBytes(before + kKey.substr(0, size) + std::string(size > 19 ? size - 19 : 0, 'x')));
+    before[kValue] = 0;
+    EXPECT_FALSE(readBytes(before + kKey.substr(0, size)));
+  }
+}
+
+TEST_F(ZoomPreferenceTest, AFirstShortChunkFindsZerosBehindItself) {
+  EXPECT_FALSE(readBytes(kKey));
+  EXPECT_FALSE(readBytes(kKey + "bool"));  // 23 bytes: nothing follows
+  EXPECT_FALSE(readBytes(kKey + "boo"));   // 22 bytes: the value is the zero behind
+  EXPECT_TRUE(readBytes(kKey + "bool" + "\1"));
+  EXPECT_FALSE(readBytes(kKey.substr(0, 18)));
+}
+
+TEST_F(ZoomPreferenceTest, AnEmptyFileIsThePreferenceOff) { EXPECT_FALSE(readBytes("")); }
+
+TEST_F(ZoomPreferenceTest, AFileWithoutTheKeyIsThePreferenceOff) {
+  EXPECT_FALSE(readBytes(std::string(200, 'x')));
+  EXPECT_FALSE(readBytes(std::string(1001, 'x')));
+}
+
+TEST_F(ZoomPreferenceTest, AFileThatCannotBeOpenedIsPrintedWithItsFullPath) {
+  EXPECT_FALSE(read());
+  EXPECT_EQ(printed, "getZoomWithScrollWheel open error path=" +
+                         (machine.preferences() / kPath).string() + "\n");
+}
+
+TEST_F(ZoomPreferenceTest, ThePreferencesFolderIsMadeWhereItIsMissing) {
+  fs::remove_all(machine.preferences());
+  EXPECT_FALSE(read());
+  EXPECT_TRUE(fs::is_directory(machine.preferences()));
+}
+
+TEST_F(ZoomPreferenceTest, APathOfTwoHundredFiftyFiveBytesFits) {
+  const std::size_t base = machine.preferences().string().size() + 1;
+  const fs::path folder = moveHome(std::string(255 - base, 'h'));
+  ASSERT_EQ(folder.string().size(), 255U);
+  write(folder / kPath, preferencesFile(true));
+  EXPECT_TRUE(read());
+}
+
+TEST_F(ZoomPreferenceTest, APathLongerThanTheBufferIsNoPath) {
+  const std::size_t base = machine.preferences().string().size() + 1;
+  const fs::path folder = moveHome(std::string(256 - base, 'h'));
+  ASSERT_EQ(folder.string().size(), 256U);
+  write(folder / kPath, preferencesFile(true));
+  EXPECT_FALSE(read());
+  EXPECT_EQ(printed, std::string("getZoomWithScrollWheel open error path=/") + kPath + "\n");
+}
+
+TEST_F(ZoomPreferenceTest, ThePathIsMacRoman) {
+  moveHome("Zo\xC3\xAB");
+  EXPECT_FALSE(read());
+  EXPECT_NE(printed.find("/Zo\x91/Library/Preferences/"), std::string::npos) << printed;
+}
+
+TEST_F(ZoomPreferenceTest, WithoutAPreferencesFolderTheFileIsSoughtAtTheRoot) {
+  setHomeFolder("/dev/null");
+  EXPECT_FALSE(read());
+  EXPECT_EQ(printed, std::string("getZoomWithScrollWheel open error path=/") + kPath + "\n");
+}
+
+TEST_F(ZoomPreferenceTest, ASuiteThatCannotBeAcquiredThrows) {
+  theFaults().add({"Basic.AcquireSuite", -5, 0, 1});
+  EXPECT_THROW(Navigate2D::getZoomWithScrollWheel(), std::uint32_t);
+  EXPECT_EQ(theCFObjects().live(), 0U);
+}
+
+struct VersionRow {
+  HostVersion version;
+  const char* path;
+};
+
+std::string versionName(const HostVersion& version) {
+  if (!version) return "None";
+  std::string name = "V" + std::to_string(version->first) + "_" + std::to_string(version->second);
+  std::replace(name.begin(), name.end(), '-', 'm');
+  return name;
+}
+
+std::ostream& operator<<(std::ostream& out, const VersionRow& row) {
+  return out << versionName(row.version) << ": " << row.path;
+}
+
+constexpr char kColonPath[] = "Adobe Photoshop CS2 Settings:Adobe Photoshop CS2 Prefs.psp";
+
+/// Each in a process of its own: the host is asked for its version once.
+class ZoomPreferenceVersionTest : public ZoomPreferenceTest,
+                                  public testing::WithParamInterface<VersionRow> {};
+
+TEST_P(ZoomPreferenceVersionTest, TheFileOfTheVersionIsRead) {
+  theHost().setVersion(GetParam().version);
+  write(machine.preferences() / GetParam().path, preferencesFile(true));
+  EXPECT_TRUE(read());
+  write(machine.preferences() / GetParam().path, preferencesFile(false));
+  EXPECT_FALSE(read());
+  EXPECT_EQ(printed, "");
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Versions, ZoomPreferenceVersionTest,
+    testing::Values(
+        VersionRow{{{10, 0}}, "Adobe Photoshop CS3 Settings/Adobe Photoshop CS3 Prefs.psp"},
+        VersionRow{{{10, 9}}, "Adobe Photoshop CS3 Settings/Adobe Photoshop CS3 Prefs.psp"},
+        VersionRow{{{11, 0}}, "Adobe Photoshop CS4 Settings/Adobe Photoshop CS4 Prefs.psp"},
+        VersionRow{{{11, 5}}, "Adobe Photoshop CS4 Settings/Adobe Photoshop CS4 Prefs.psp"},
+        VersionRow{{{12, -1}}, "Adobe Photoshop CS5 Settings/Adobe Photoshop CS5 Prefs.psp"},
+        VersionRow{{{12, 0}}, "Adobe Photoshop CS5 Settings/Adobe Photoshop CS5 Prefs.psp"},
+        VersionRow{{{12, 1}}, "Adobe Photoshop CS5.1 Settings/Adobe Photoshop CS5.1 Prefs.psp"},
+        VersionRow{{{12, 2}}, "Adobe Photoshop CS5.5 Settings/Adobe Photoshop CS5.5 Prefs.psp"},
+        VersionRow{{{12, 9}}, "Adobe Photoshop CS5.5 Settings/Adobe Photoshop CS5.5 Prefs.psp"},
+        VersionRow{{{13, 0}}, "Adobe Photoshop CS6 Settings/Adobe Photoshop CS6 Prefs.psp"},
+        VersionRow{{{13, 1}}, "Adobe Photoshop CS6 Settings/Adobe Photoshop CS6 Prefs.psp"}),
+    [](const auto& row) { return versionName(row.param.version); });
+
+class ZoomPreferenceOtherVersionTest : public ZoomPreferenceTest,
+                                       public testing::WithParamInterface<HostVersion> {};
+
+/// The preferences of every version are there and on, and none of them is found.
+TEST_P(ZoomPreferenceOtherVersionTest, TheColonPathCannotBeOpenedAndGivesFalse) {
+  for (const char* edition : {"CS2", "CS3", "CS4", "CS5", "CS5.1", "CS5.5", "CS6"}) {
+    const std::string name = std::string("Adobe Photoshop ") + edition;
+    write(machine.preferences() / (name + " Settings") / (name + " Prefs.psp"),
+          preferencesFile(true));
+  }
+  theHost().setVersion(GetParam());
+  EXPECT_FALSE(read());
+  EXPECT_EQ(printed, "getZoomWithScrollWheel open error path=" +
+                         (machine.preferences() / kColonPath).string() + "\n");
+}
+
+INSTANTIATE_TEST_SUITE_P(Versions, ZoomPreferenceOtherVersionTest,
+                         testing::Values(HostVersion{}, HostVersion{{0, 0}}, HostVersion{{0, 5}},
+                                         HostVersion{{9, 0}}, HostVersion{{14, 0}},
+                                         HostVersion{{-12, 1}}),
+                         [](const auto& version) { return versionName(version.param); });
+
+}  // namespace

@@ -1,0 +1,99 @@
+// Long runs of device motion: from the framework's callback to the end of the dispatch.
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <cstdint>
+#include <fstream>
+#include <random>
+
+#include "device/MrvDeviceEvents.h"
+#include "simulator/host/DocumentView.h"
+#include "simulator/moravin/Framework.h"
+#include "tests/support/Build.h"
+#include "tests/support/Calls.h"
+#include "tests/support/DeviceRecords.h"
+#include "tests/support/Machine.h"
+
+namespace {
+
+using namespace simulator;
+using namespace testing_support;
+
+// Ten million, but fewer in a build without optimisation, and fewer still under a sanitizer, where
+// freed memory stays with the process for a while, so that its size tells nothing.
+constexpr int kSamples = kSanitized ? 200'000 : kOptimized ? 10'000'000 : 1'000'000;
+constexpr int kWarmUp = kSamples / 10;
+
+std::size_t residentBytes() {
+  std::ifstream statm("/proc/self/statm");
+  std::size_t total = 0;
+  std::size_t resident = 0;
+  statm >> total >> resident;
+  return resident * static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
+}
+
+/// Pushes, pulls, pans and twists of every size, with rest now and then.
+class RandomMotion {
+ public:
+  std::array<std::int16_t, 6> next() {
+    std::array<std::int16_t, 6> axes = {};
+    if (random_() % 64 == 0) return axes;
+    const int shift = static_cast<int>(random_() % 16);
+    for (std::int16_t& axis : axes) axis = static_cast<std::int16_t>(uniform_(random_) >> shift);
+    return axes;
+  }
+
+ private:
+  std::mt19937 random_{20240229};
+  std::uniform_int_distribution<int> uniform_{-32768, 32767};
+};
+
+class SoakTest : public testing::Test {
+ protected:
+  SoakTest() {
+    startUp();
+    runMainLoopUntilIdle();
+    theLog().setSink({});
+    DocumentView& view = theDocumentView();
+    view.redrawDelay = 0.0;
+    theWindowServer().setApplication([&view](const SynthesizedEvent& event) {
+      ++input;
+      view.react(event);
+    });
+    theEventManager().setApplication([&view](EventRef event) { view.react(event); });
+  }
+  ~SoakTest() override { shutDown(); }
+
+  void play(int samples) {
+    for (int i = 0; i < samples; ++i) {
+      MoravinDeviceState record = axesRecord(MrvDeviceEvents::m_clientID, motion.next());
+      MrvDeviceEvents::messageHandlerProc(1, kMoravinMessageDeviceState, &record);
+      while (theEventManager().dispatchNext()) ++dispatched;
+      theWindowServer().deliverInput();
+      if (theDocumentView().redrawDue() && i % 3 == 0) theDocumentView().redraw();
+    }
+  }
+
+  Machine machine;
+  RandomMotion motion;
+  long dispatched = 0;
+  static inline long input = 0;
+};
+
+TEST_F(SoakTest, MillionsOfRandomSamplesDoNotGrowTheProcess) {
+  play(kWarmUp);
+  const std::size_t before = residentBytes();
+  play(kSamples - kWarmUp);
+  const std::size_t after = residentBytes();
+  // All of it happened: each sample was dispatched, and many of them made ticks.
+  EXPECT_GE(dispatched, kSamples);
+  EXPECT_GT(input, kSamples / 100);
+  EXPECT_EQ(theEventManager().live(), 0U);
+  EXPECT_EQ(theCFObjects().live(), 0U);
+  EXPECT_EQ(theHost().objectsOwned(), 0U);
+  if (!kSanitized) {
+    EXPECT_LE(after, before + (std::size_t{256} << 10));
+  }
+}
+
+}  // namespace

@@ -1,0 +1,59 @@
+// The navigator on a simulated machine, and the lines of the input that it synthesizes.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <utility>
+#include <vector>
+
+#include "navigate/Navigate2D.h"
+#include "tests/support/Machine.h"
+
+namespace testing_support {
+
+inline simulator::Json keyLine(int key, bool down) {
+  return {{"t", 0},       {"what", "key"},          {"key", key},
+          {"down", down}, {"type", down ? 10 : 11}, {"tap", 1}};
+}
+
+inline simulator::Json wheelLine(const std::vector<int>& wheels, unsigned flags, double x,
+                                 double y) {
+  return {{"t", 0},         {"what", "wheel"},    {"units", 0}, {"wheels", wheels},
+          {"flags", flags}, {"location", {x, y}}, {"type", 22}, {"tap", 1}};
+}
+
+/// The main window's content lies at (100, 50), 800 by 600, the mouse at (500, 350), on a screen of
+/// 900 pixels' height: a tick at the mouse is one at (500, 550) from the top.
+class NavigatorFixture : public testing::Test {
+ protected:
+  NavigatorFixture() {
+    simulator::writeHostFiles({}, machine.preferences());
+    navigator = &Navigate2D::Instance();
+    machine.drain();
+  }
+  ~NavigatorFixture() override { navigator->RemoveMouseDownHandler(); }
+
+  /// The lines of the input synthesized since the last call.
+  std::vector<simulator::Json> input() {
+    std::vector<simulator::Json> lines = machine.drain();
+    std::erase_if(lines, [](const simulator::Json& line) {
+      return line["what"] != "key" && line["what"] != "wheel";
+    });
+    return lines;
+  }
+
+  /// The wheel lines alone.
+  std::vector<simulator::Json> wheels() {
+    std::vector<simulator::Json> lines = input();
+    std::erase_if(lines, [](const simulator::Json& line) { return line["what"] != "wheel"; });
+    return lines;
+  }
+
+  Machine machine;
+  Navigate2D* navigator = nullptr;
+  simulator::WindowServer& server = simulator::theWindowServer();
+};
+
+using Lines = std::vector<simulator::Json>;
+
+}  // namespace testing_support
