@@ -197,7 +197,7 @@ TEST_F(ShortcutFile, TheNameInSingleBytesIsNoRecord) {
 }
 
 TEST_F(ShortcutFile, FilesWithoutARecordYieldNothing) {
-  for (const std::size_t size : {0, 1, 23, 24, 199, 200, 201, 400, 1000}) {
+  for (const std::size_t size : {0U, 1U, 23U, 24U, 199U, 200U, 201U, 400U, 1000U}) {
     EXPECT_FALSE(read(std::string(size, '\0'))) << size;
     EXPECT_FALSE(read(std::string(size, 'M'))) << size;
   }
