@@ -33,13 +33,14 @@ std::size_t longSequence(std::string_view text) {
   return isWithin(second, lead == 0xF0 ? 0x90 : 0x80, lead == 0xF4 ? 0x8F : 0xBF) ? 4 : 0;
 }
 
-/// How many bytes from the text's start on can stand between quotes as they are.
+/// How many bytes from the text's start on can stand between quotes as they are. Between
+/// apostrophes that is no UTF-8: compilers differ on how many characters of a code it makes.
 std::size_t plainLength(std::string_view text, char quote) {
   std::size_t length = 0;
   while (length < text.size()) {
     const char c = text[length];
     if (static_cast<unsigned char>(c) >= 0x80) {
-      const std::size_t sequence = longSequence(text.substr(length));
+      const std::size_t sequence = quote == '"' ? longSequence(text.substr(length)) : 0;
       if (sequence == 0) break;
       length += sequence;
     } else if (c >= 0x20 && c != 0x7F && c != quote && c != '\\') {

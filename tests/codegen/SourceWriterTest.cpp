@@ -100,6 +100,10 @@ TEST(SourceWriter, EscapesWhatWouldEndACode) {
   EXPECT_EQ(written(BareName{"''\"\n\xA9'"}), R"('\'"\n\251')");
 }
 
+TEST(SourceWriter, EscapesUTF8InACodeByteByByte) {
+  EXPECT_EQ(written(BareName{"'a\u00E9b'"}), R"('a\303\251b')");
+}
+
 TEST(SourceWriter, KeepsACommentFromReachingIntoTheNextLine) {
   EXPECT_EQ(written(CommentText{"plain"}), "plain");
   EXPECT_EQ(written(CommentText{"two\nlines"}), R"(two\nlines)");
