@@ -1,0 +1,66 @@
+#include <PIGeneral.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+
+#include "codegen/TextConversion.h"
+#include "plugin/Suites.h"
+#include "simulator/macos/CFObjects.h"
+
+namespace {
+
+/// A string suite of which every string is `units`, well formed or not.
+std::u16string units;
+ASErr error = 0;
+
+class TextConversion : public testing::Test {
+ protected:
+  TextConversion() {
+    suite_.LengthAsUnicodeCString = [](ASZString) { return static_cast<ASUInt32>(units.size()); };
+    suite_.AsUnicodeCString = [](ASZString, ASUnicode* out, ASUInt32 size, ASBoolean) {
+      EXPECT_EQ(size, units.size() + 1);
+      std::copy(units.begin(), units.end(), out);
+      return error;
+    };
+    sASZString.suite = &suite_;
+  }
+
+  ~TextConversion() override {
+    sASZString.suite = nullptr;
+    EXPECT_EQ(simulator::theCFObjects().live(), 0u);
+  }
+
+  static std::optional<std::string> converted(std::u16string text) {
+    units = std::move(text);
+    return TextToUTF8(nullptr);
+  }
+
+  ASZStringSuite suite_{};
+};
+
+TEST_F(TextConversion, GivesUTF8) {
+  EXPECT_EQ(converted(u""), "");
+  EXPECT_EQ(converted(u"Caf\u00E9 \u20AC \U0001F58C"), "Caf\u00E9 \u20AC \U0001F58C");
+}
+
+TEST_F(TextConversion, HasRoomForTextThatTakesThreeBytesAUnit) {
+  EXPECT_EQ(converted(u"\uFFFD\uFFFD\uFFFD"), "\uFFFD\uFFFD\uFFFD");
+}
+
+TEST_F(TextConversion, ReplacesSurrogatesWithoutAPartner) {
+  EXPECT_EQ(converted({u'a', 0xD83D}), "a\uFFFD") << "high at the end";
+  EXPECT_EQ(converted({0xDD8C, u'b'}), "\uFFFDb") << "low at the start";
+  EXPECT_EQ(converted({0xD83D, 0xD83D, 0xDD8C, 0xDD8C}), "\uFFFD\U0001F58C\uFFFD");
+  EXPECT_EQ(converted({0xDD8C, 0xD83D}), "\uFFFD\uFFFD") << "in the wrong order";
+}
+
+TEST_F(TextConversion, EndsAtTheFirstZeroUnit) { EXPECT_EQ(converted({u'a', 0, u'b'}), "a"); }
+
+TEST_F(TextConversion, GivesNothingWhereTheHostFails) {
+  error = -1731;
+  EXPECT_EQ(converted(u"text"), std::nullopt);
+  error = 0;
+}
+
+}  // namespace
