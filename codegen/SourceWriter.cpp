@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <charconv>
-#include <clocale>
 #include <string>
 
 #include "codegen/DumpDescriptor.h"
@@ -101,10 +100,11 @@ void SourceWriter::append(double number) {
   char digits[32];
   std::snprintf(digits, sizeof digits, "%g", number);
   const std::string_view text = digits;
-  const std::string_view point = std::localeconv()->decimal_point;
-  const std::size_t at = text.find(point);
-  if (at == std::string_view::npos) return append(text);
-  write(text.substr(0, at), ".", text.substr(at + point.size()));
+  // A locale may have set another decimal point, which no compiler would read.
+  constexpr std::string_view kNumber = "+-0123456789aefin";
+  const std::size_t point = text.find_first_not_of(kNumber);
+  if (point == std::string_view::npos) return append(text);
+  write(text.substr(0, point), ".", text.substr(text.find_first_of(kNumber, point)));
 }
 
 void SourceWriter::append(StringLiteral literal) {
