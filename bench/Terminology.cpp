@@ -1,11 +1,11 @@
 // The name of an identifier against the scan of the whole table that it stands for.
+#include "codegen/Terminology.h"
+
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
 #include <cstring>
 #include <string>
-
-#include "codegen/Terminology.h"
 
 namespace {
 

@@ -14,6 +14,8 @@ function(mrv_compile_options target)
   if(MRV_SANITIZE)
     target_compile_options(${target} PUBLIC -fsanitize=${MRV_SANITIZE} -fno-omit-frame-pointer
                                             -fno-sanitize-recover=all)
+    # Both would ask a module for the type information of the runner's functions and classes.
+    target_compile_options(${target} PUBLIC $<$<CXX_COMPILER_ID:Clang>:-fno-sanitize=vptr,function>)
     target_link_options(${target} PUBLIC -fsanitize=${MRV_SANITIZE})
   endif()
   if(MRV_COVERAGE)
@@ -46,6 +48,7 @@ function(mrv_test name)
   add_executable(${name} ${arg_UNPARSED_ARGUMENTS})
   mrv_compile_options(${name})
   target_link_libraries(${name} PRIVATE ${arg_LIBRARIES} GTest::gmock GTest::gtest_main)
+  target_precompile_headers(${name} REUSE_FROM test_headers)
   gtest_discover_tests(${name} TEST_PREFIX "${name}." DISCOVERY_MODE PRE_TEST
                        PROPERTIES TIMEOUT 120)
 endfunction()

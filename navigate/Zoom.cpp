@@ -26,7 +26,8 @@ void Navigate2D::ZoomEvent(short z) {
 void Navigate2D::SimulateScrollWheelZoom(int delta) {
   static std::int16_t zoomAccumulator = 0;
   if (getMainPhotoshopWindow() == nullptr) return;
-  zoomAccumulator = static_cast<std::int16_t>(zoomAccumulator + delta);
+  // In 16 bits: the delta's low ones count, and the sum wraps.
+  zoomAccumulator = static_cast<std::int16_t>(zoomAccumulator + static_cast<std::int16_t>(delta));
   if (std::abs(zoomAccumulator) < kZoomThreshold) return;
   const int direction = zoomAccumulator > 0 ? 1 : -1;
   // What is beyond the threshold is dropped, not carried over.

@@ -17,7 +17,9 @@ need() {
 }
 
 BUILD_PACKAGES=(g++ cmake ninja-build nlohmann-json3-dev libfmt-dev libcli11-dev)
-TEST_PACKAGES=(libgtest-dev libgmock-dev libbenchmark-dev)
+TEST_PACKAGES=(libgtest-dev libgmock-dev libbenchmark-dev libeigen3-dev libglm-dev gcovr zip unzip
+               clang-19 lld-19 llvm-19 libc++-19-dev libclang-rt-19-dev clang-format-19
+               clang-tidy-19)
 
 # build FOLDER OPTION...: configures and builds, and shows what was printed only where it failed.
 build() {

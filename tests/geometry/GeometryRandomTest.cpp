@@ -6,13 +6,14 @@
 
 #include "geometry/Geometry.h"
 #include "tests/geometry/Samples.h"
+#include "tests/support/Build.h"
 
 namespace {
 
 using geometry_test::sameBits;
 using geometry_test::Samples;
 
-constexpr int kInputs = 1'000'000;
+constexpr int kInputs = testing_support::kRandomInputs;
 
 struct Row {
   double c0, c1, c2, c3;

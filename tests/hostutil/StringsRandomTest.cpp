@@ -9,6 +9,7 @@
 
 #include "hostutil/Strings.h"
 #include "tests/hostutil/Buffers.h"
+#include "tests/support/Build.h"
 
 namespace {
 
@@ -16,7 +17,7 @@ using hostutil_test::CString;
 using hostutil_test::PString;
 using hostutil_test::Random;
 
-constexpr int kInputs = 1'000'000;
+constexpr int kInputs = testing_support::kRandomInputs;
 constexpr std::string_view kLetters = "abAB";
 constexpr std::string_view kNumberCharacters = "0123456789012345678901234567890123456789  -.,x";
 

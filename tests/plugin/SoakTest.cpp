@@ -21,7 +21,7 @@ using namespace testing_support;
 
 // Ten million, but fewer in a build without optimisation, and fewer still under a sanitizer, where
 // freed memory stays with the process for a while, so that its size tells nothing.
-constexpr int kSamples = kSanitized ? 200'000 : kOptimized ? 10'000'000 : 1'000'000;
+constexpr int kSamples = kSanitized ? 100'000 : kOptimized ? 10'000'000 : 1'000'000;
 constexpr int kWarmUp = kSamples / 10;
 
 std::size_t residentBytes() {

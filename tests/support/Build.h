@@ -28,4 +28,7 @@ inline constexpr bool kOptimized = true;
 inline constexpr bool kOptimized = false;
 #endif
 
+/// How many random inputs a function is compared over with its second implementation.
+inline constexpr int kRandomInputs = kSanitized || !kOptimized ? 30'000 : 1'000'000;
+
 }  // namespace testing_support

@@ -74,8 +74,8 @@ const void* CFArrayGetValueAtIndex(CFArrayRef theArray, CFIndex idx);
 CFURLRef CFURLCreateFromFileSystemRepresentation(CFAllocatorRef allocator, const UInt8* buffer,
                                                  CFIndex bufLen, Boolean isDirectory);
 
-/// Copies the URL's path with a terminating zero byte. False for a null `url`, for one that names no
-/// file, and where the path does not fit into `maxBufLen` bytes.
+/// Copies the URL's path with a terminating zero byte. False for a null `url`, for one that names
+/// no file, and where the path does not fit into `maxBufLen` bytes.
 Boolean CFURLGetFileSystemRepresentation(CFURLRef url, Boolean resolveAgainstBase, UInt8* buffer,
                                          CFIndex maxBufLen);
 

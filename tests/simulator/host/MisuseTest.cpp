@@ -68,7 +68,7 @@ TEST_F(MisuseTest, AHandleThatTheHostNeverGaveOutIsNamed) {
   EXPECT_EQ(lists_->Free(reinterpret_cast<PIActionList>(0x1234)), paramErr);
   EXPECT_EQ(lists_->Free(nullptr), paramErr);
   EXPECT_EQ(lists_->Free(reinterpret_cast<PIActionList>(0x600000009992)), paramErr);
-  EXPECT_EQ(lists_->Free(reinterpret_cast<PIActionList>(0x600000009998)), paramErr);
+  EXPECT_EQ(lists_->Free(reinterpret_cast<PIActionList>(0x60000000999F)), paramErr);
   EXPECT_THAT(misuses(), testing::ElementsAre("ActionList.Free: 0x1234 is no list",
                                               "ActionList.Free: null is no list",
                                               "ActionList.Free: 0x600000009992 is no list",
