@@ -11,6 +11,8 @@ function(mrv_compile_options target)
   set_target_properties(${target} PROPERTIES CXX_EXTENSIONS OFF)
   target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wshadow -Wconversion
                                            -Wno-deprecated-declarations)
+  # Version 12 warns of overlaps inside its own string class.
+  target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)
   if(MRV_SANITIZE)
     target_compile_options(${target} PUBLIC -fsanitize=${MRV_SANITIZE} -fno-omit-frame-pointer
                                             -fno-sanitize-recover=all)
