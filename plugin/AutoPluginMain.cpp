@@ -77,8 +77,4 @@ void DoAbout(SPPluginRef, int) {
   DebugStr(kNote);
 }
 
-void ShowAbout() {}
-
-int ShowVersionAlert(const unsigned char*) { return 0; }
-
 int Execute(PSActionsPlugInMessage*) { return 0; }

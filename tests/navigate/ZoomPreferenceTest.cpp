@@ -63,7 +63,7 @@ class ZoomPreferenceTest : public testing::Test {
 };
 
 TEST_F(ZoomPreferenceTest, TheValueLiesTwentyThreeBytesAfterTheKeysStart) {
-  for (const std::size_t key : {0, 1, 57, 176}) {
+  for (const unsigned key : {0U, 1U, 57U, 176U}) {
     std::string bytes = fileWithKeyAt(key, 400);
     for (const int value : {0, 1, 0x80, 0xFF}) {
       bytes[key + kValue] = static_cast<char>(value);
@@ -82,7 +82,7 @@ TEST_F(ZoomPreferenceTest, NoOtherByteCounts) {
 }
 
 TEST_F(ZoomPreferenceTest, TheKeyIsFoundInLaterChunksToo) {
-  for (const std::size_t key : {200, 376, 1000}) {
+  for (const unsigned key : {200U, 376U, 1000U}) {
     std::string bytes = fileWithKeyAt(key, 1300);
     EXPECT_TRUE(readBytes(bytes));
     bytes[key + kValue] = 0;
