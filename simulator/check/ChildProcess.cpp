@@ -54,7 +54,10 @@ std::string readAll(int in) {
 }
 
 std::string endOf(int status) {
-  if (!WIFSIGNALED(status)) return fmt::format("ended with status {}", WEXITSTATUS(status));
+  if (!WIFSIGNALED(status)) {
+    // A crash, too, where a sanitizer catches the signal.
+    return fmt::format("ended its process (status {})", WEXITSTATUS(status));
+  }
   if (WTERMSIG(status) == SIGALRM) return fmt::format("took more than {} s", kLongestRun);
   return fmt::format("crashed ({})", strsignal(WTERMSIG(status)));
 }

@@ -4,6 +4,7 @@
 #include <sys/resource.h>
 
 #include <algorithm>
+#include <exception>
 #include <map>
 #include <set>
 #include <utility>
@@ -153,7 +154,7 @@ Verdict judgeRefusal(const Session& session, const Refusal& refusal) {
 }
 
 // One day in a process of its own. `fired`: whether anything was refused on it.
-Verdict playRefusing(const std::string& plugin, const Refusal& refusal, bool& fired) {
+Verdict playRefusing(const std::string& plugin, const Refusal& refusal, bool& fired) try {
   const Json answer = inChildProcess([&] {
     const Session session = playSession(plugin, steps(stepOf(refusal) + kWholeDay));
     const Verdict verdict = judgeRefusal(session, refusal);
@@ -162,6 +163,8 @@ Verdict playRefusing(const std::string& plugin, const Refusal& refusal, bool& fi
   fired = answer["fired"];
   const std::string reason = answer["reason"];
   return reason.empty() ? passed() : failed(reason);
+} catch (const std::exception& error) {
+  return failed(error.what());
 }
 
 // Refuses each acquisition in turn, until a day passes on which none is left to be refused.

@@ -49,7 +49,7 @@ std::vector<Faulty> faultyPlugins() {
       {"handles-respected", module("FreesTwice"), "was freed before"},
       {"device-thread", module("TalksFromThread"), "another thread"},
       {"keys-released", module("HoldsKey"), "58"},
-      {"hostile-host", module("TrustsHost"), "crashed"},
+      {"hostile-host", module("TrustsHost"), "with acquisition 1 refused: "},
       {"load-time", module("SlowToLoad"), "of processor time"},
   };
 }
