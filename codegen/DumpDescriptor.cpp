@@ -45,7 +45,8 @@ void writeEventLookup(char* eventName, SourceWriter& out) {
   out.indentedLine("error = sPSActionControl->StringIDToTypeID(", StringLiteral{eventName},
                    ", &runtimeEventID);");
   out.errorCheck();
-  std::strcpy(eventName, "runtimeEventID");
+  constexpr char kVariable[] = "runtimeEventID";
+  std::memcpy(eventName, kVariable, sizeof kVariable);
 }
 
 void writePlay(const char* eventName, PIActionDescriptor descriptor, SourceWriter& out) {

@@ -1,6 +1,7 @@
 #include "hostutil/CallbackChecks.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <cstring>
 #include <limits>
 
@@ -33,11 +34,11 @@ constexpr Requirement kReadDescriptorProcs = {0, 18, 0};
 
 /// The records are pointers from their second word on.
 bool procedureIsPresent(const void* record, std::size_t index) {
-  const void* procedure;
+  std::uintptr_t procedure;
   static_assert(sizeof procedure == sizeof(AdvanceStateProc));
   const auto* bytes = static_cast<const char*>(record);
   std::memcpy(&procedure, bytes + (index + 1) * sizeof procedure, sizeof procedure);
-  return procedure != nullptr;
+  return procedure != 0;
 }
 
 bool proceduresArePresent(const void* record, std::size_t count) {
