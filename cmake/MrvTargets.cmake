@@ -11,8 +11,9 @@ function(mrv_compile_options target)
   set_target_properties(${target} PROPERTIES CXX_EXTENSIONS OFF)
   target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wshadow -Wconversion
                                            -Wno-deprecated-declarations)
-  # Version 12 warns of overlaps inside its own string class.
-  target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)
+  # Version 12 warns of its own string class.
+  target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict
+                                           -Wno-stringop-overflow -Wno-array-bounds>)
   if(MRV_SANITIZE)
     target_compile_options(${target} PUBLIC -fsanitize=${MRV_SANITIZE} -fno-omit-frame-pointer
                                             -fno-sanitize-recover=all)
@@ -49,7 +50,8 @@ function(mrv_test name)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "LIBRARIES")
   add_executable(${name} ${arg_UNPARSED_ARGUMENTS})
   mrv_compile_options(${name})
-  target_link_libraries(${name} PRIVATE ${arg_LIBRARIES} GTest::gmock GTest::gtest_main)
+  target_link_libraries(${name} PRIVATE ${arg_LIBRARIES} GTest::gmock GTest::gtest_main
+                                        fmt::fmt)
   target_precompile_headers(${name} REUSE_FROM test_headers)
   gtest_discover_tests(${name} TEST_PREFIX "${name}." DISCOVERY_MODE PRE_TEST
                        PROPERTIES TIMEOUT 120)
