@@ -7,12 +7,12 @@
 #include "hostactions/BrushSize.h"
 #include "hostactions/DescriptorUtilities.h"
 #include "hostactions/QueuedEvent.h"
-#include "plugin/BasicSuite.h"
-#include "plugin/Suites.h"
 #include "simulator/host/Host.h"
 #include "simulator/macos/EventManager.h"
 #include "simulator/macos/Folders.h"
 #include "simulator/scenario/HostFiles.h"
+#include "suites/BasicSuite.h"
+#include "suites/Suites.h"
 
 namespace {
 

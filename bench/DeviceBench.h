@@ -8,13 +8,13 @@
 
 #include "device/MrvDeviceEvents.h"
 #include "navigate/Navigate2D.h"
-#include "plugin/BasicSuite.h"
 #include "simulator/host/Host.h"
 #include "simulator/macos/EventManager.h"
 #include "simulator/macos/Folders.h"
 #include "simulator/macos/WindowServer.h"
 #include "simulator/scenario/HostFiles.h"
 #include "simulator/scenario/Player.h"
+#include "suites/BasicSuite.h"
 
 /// Makes the receiver of device events and lets the calling thread stand for the device thread.
 inline Navigate2D& prepareMachine() {

@@ -12,9 +12,9 @@
 
 #include "codegen/DumpDescriptor.h"
 #include "platform/host/HostTerms.h"
-#include "plugin/BasicSuite.h"
-#include "plugin/Suites.h"
 #include "simulator/host/Host.h"
+#include "suites/BasicSuite.h"
+#include "suites/Suites.h"
 
 namespace {
 

@@ -20,7 +20,7 @@ void LongToStrOfEveryRow(benchmark::State& state) {
   char out[kNameSize];
   for (auto _ : state) {
     for (const PSConst& row : PSConstA) {
-      if (!IsRuntimeID(row.id)) LongToStr(static_cast<std::int32_t>(row.id), "key", out);
+      if (!isRuntimeID(row.id)) LongToStr(static_cast<std::int32_t>(row.id), "key", out);
       benchmark::DoNotOptimize(out);
     }
   }
@@ -32,7 +32,7 @@ void ScanForEveryRow(benchmark::State& state) {
   char out[kNameSize];
   for (auto _ : state) {
     for (const PSConst& row : PSConstA) {
-      if (!IsRuntimeID(row.id)) scan(row.id, "key", out);
+      if (!isRuntimeID(row.id)) scan(row.id, "key", out);
       benchmark::DoNotOptimize(out);
     }
   }

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "codegen/DumpDescriptor.h"
+#include "codegen/DumpState.h"
 #include "codegen/HostValues.h"
 #include "codegen/SourceWriter.h"
 #include "codegen/SpelledID.h"
@@ -54,8 +54,8 @@ inline constexpr std::string_view kMoveToTop = "// Move this to the top of the r
 
 /// Writes a container's declaration and making, and has it released at the function's end.
 template <class Kind>
-void WriteContainerHeader(typename Kind::Container container, SourceWriter& out) {
-  const std::string variable = DeclaredName(Kind::kVariable, container);
+void writeContainerHeader(typename Kind::Container container, SourceWriter& out) {
+  const std::string variable = declaredName(Kind::kVariable, container);
   out.indentedLine(kMoveToTop);
   out.indentedLine(Kind::kType, " ", variable, " = NULL;");
   out.indentedLine(Kind::kCall, "Make(&", variable, ");");

@@ -1,5 +1,7 @@
-// The walk over descriptors and lists. What lies within one another is kept on a heap of levels
-// instead of the stack, so that no depth of nesting can exhaust it.
+// What lies within one another is kept on a heap of levels instead of the stack, so that no depth
+// of nesting can exhaust it.
+#include "codegen/ContainerWalker.h"
+
 #include <HostTerms.h>
 
 #include <variant>
@@ -7,7 +9,6 @@
 
 #include "codegen/ContainerKinds.h"
 #include "codegen/ItemWriter.h"
-#include "codegen/Walkers.h"
 
 namespace {
 
@@ -15,7 +16,7 @@ using Level = std::variant<ItemWriter<DescriptorKind>, ItemWriter<ListKind>>;
 
 class Walk {
  public:
-  explicit Walk(std::FILE* stream) : out_(stream) {}
+  explicit Walk(SourceWriter& out) : out_(out) {}
 
   template <class Kind>
   void run(typename Kind::Container root) {
@@ -62,19 +63,14 @@ class Walk {
     std::visit([](auto& level) { level.finishNested(); }, levels_.back());
   }
 
-  SourceWriter out_;
+  SourceWriter& out_;
   std::vector<Level> levels_;
 };
 
-template <class Kind>
-void dumpInfo(typename Kind::Container container, std::FILE* stream) {
-  if (HoldActionSuites()) Walk(stream).run<Kind>(container);
-}
-
 }  // namespace
 
-void DumpInfoFromDescriptor(PIActionDescriptor descriptor, std::FILE* stream) {
-  dumpInfo<DescriptorKind>(descriptor, stream);
+void writeDescriptor(PIActionDescriptor descriptor, SourceWriter& out) {
+  Walk(out).run<DescriptorKind>(descriptor);
 }
 
-void DumpInfoFromList(PIActionList list, std::FILE* stream) { dumpInfo<ListKind>(list, stream); }
+void writeList(PIActionList list, SourceWriter& out) { Walk(out).run<ListKind>(list); }

@@ -1,16 +1,15 @@
 #include "codegen/DumpDescriptor.h"
 
-#include <cstring>
+#include <cstdio>
+#include <string_view>
 
+#include "codegen/ContainerWalker.h"
 #include "codegen/HostValues.h"
 #include "codegen/SourceWriter.h"
+#include "codegen/SpelledID.h"
 #include "codegen/Terminology.h"
 #include "codegen/VariableNames.h"
-#include "codegen/Walkers.h"
 #include "hostutil/File.h"
-
-std::int16_t tabLevel = 0;
-FreeZone* freeZone = nullptr;
 
 namespace {
 
@@ -26,34 +25,50 @@ class CurrentFreeZone {
   FreeZone zone_;
 };
 
-void writeFunctionHead(const char* eventName, std::FILE* file) {
-  SourceWriter out(file);
-  out.line("SPErr Play", BareName{eventName}, "(/*your parameters go here*/void)");
+/// The event that a generated function plays.
+class EventName {
+ public:
+  explicit EventName(std::uint32_t id) : id_(id), name_(nameOfID(id, "event", buffer_)) {}
+  EventName(const EventName&) = delete;
+  EventName& operator=(const EventName&) = delete;
+
+  BareName name() const { return BareName{name_}; }
+
+  /// How the play statement spells the event; writes the look-up that a run-time event needs. The
+  /// number counts as unsigned here and as signed everywhere else: an event with its top bit set is
+  /// named as a run-time one but not looked up. Kept as dumps in the field have it.
+  BareName spelling(SourceWriter& out) const {
+    if (id_ > static_cast<std::uint32_t>(kLastRuntimeID)) return name();
+    constexpr std::string_view kVariable = "runtimeEventID";
+    writeLookup(name_, kVariable, out);
+    return BareName{kVariable};
+  }
+
+ private:
+  std::uint32_t id_;
+  char buffer_[kNameSize];
+  std::string_view name_;
+};
+
+void writeHead(const EventName& event, SourceWriter& out) {
+  out.line("SPErr Play", event.name(), "(/*your parameters go here*/void)");
   out.line("{");
   tabLevel = 1;
   out.indentedLine("PIActionDescriptor result = NULL;");
-  // The text below uses a runtimeEventID, too. It is not declared here: where an event has one, it
-  // belongs to the code that the function is pasted into.
+  // The play statement may use a runtimeEventID, too. It is not declared: for an event that has
+  // one, the declaration belongs to the code that the function is pasted into.
   for (const std::string_view role : {"Key", "Type", "Obj", "Enum", "Class", "Prop", "Unit"}) {
     out.indentedLine("DescriptorTypeID runtime", role, "ID;");
   }
   out.indentedLine("SPErr error = kSPNoError;");
 }
 
-/// Writes the look-up of a run-time event and puts the variable that it fills in the name's place.
-void writeEventLookup(char* eventName, SourceWriter& out) {
-  out.indentedLine("error = sPSActionControl->StringIDToTypeID(", StringLiteral{eventName},
-                   ", &runtimeEventID);");
-  out.errorCheck();
-  constexpr char kVariable[] = "runtimeEventID";
-  std::memcpy(eventName, kVariable, sizeof kVariable);
-}
-
-void writePlay(const char* eventName, PIActionDescriptor descriptor, SourceWriter& out) {
+void writePlay(const EventName& event, PIActionDescriptor descriptor, SourceWriter& out) {
+  const BareName spelling = event.spelling(out);
   out.indent();
-  out.write("error = sPSActionControl->Play(&result, ", BareName{eventName}, ", ");
+  out.write("error = sPSActionControl->Play(&result, ", spelling, ", ");
   if (descriptor != nullptr) {
-    out.write(NestedName("desc", descriptor));
+    out.write(nestedName("desc", descriptor));
   } else {
     out.write("NULL");
   }
@@ -61,44 +76,34 @@ void writePlay(const char* eventName, PIActionDescriptor descriptor, SourceWrite
   out.errorCheck();
 }
 
-void writeFunctionEnd(std::FILE* file) {
-  {
-    SourceWriter out(file);
-    out.line("returnError:");
-    out.indentedLine("if (result != NULL) sPSActionDescriptor->Free(result);");
-  }
-  freeZone->Output(file);
-  SourceWriter out(file);
+void writeEnd(SourceWriter& out) {
+  out.line("returnError:");
+  out.indentedLine("if (result != NULL) sPSActionDescriptor->Free(result);");
+  freeZone->write(out);
   out.indentedLine("return error;");
   out.line("}");
   out.line();
 }
 
-void writeFunction(std::uint32_t eventID, PIActionDescriptor descriptor, std::FILE* file) {
-  char eventName[kNameSize];
-  LongToStr(static_cast<std::int32_t>(eventID), "event", eventName);
-  writeFunctionHead(eventName, file);
-  DumpInfoFromDescriptor(descriptor, file);
-  {
-    SourceWriter out(file);
-    // Meant: the number counts as unsigned here and as signed everywhere else. An event with its
-    // top bit set is named as a run-time one, but never looked up.
-    if (eventID <= static_cast<std::uint32_t>(kLastRuntimeID)) writeEventLookup(eventName, out);
-    writePlay(eventName, descriptor, out);
-  }
-  writeFunctionEnd(file);
+void writeFunction(std::uint32_t eventID, PIActionDescriptor descriptor, SourceWriter& out) {
+  const EventName event(eventID);
+  writeHead(event, out);
+  writeDescriptor(descriptor, out);
+  writePlay(event, descriptor, out);
+  writeEnd(out);
 }
 
 }  // namespace
 
 void PIUDumpDescriptor(std::uint32_t eventID, PIActionDescriptor descriptor, const char* fileName) {
   try {
-    if (!HoldActionSuites()) return;
+    if (!holdActionSuites()) return;
     const CurrentFreeZone zone;
     tabLevel = 0;
     const File file(std::fopen(fileName, "a"));
-    writeFunction(eventID, descriptor, file.get());
+    SourceWriter out(file.get());
+    writeFunction(eventID, descriptor, out);
   } catch (...) {
-    // Out of memory: the text ends where it was.
+    // Out of memory: the text ends here.
   }
 }

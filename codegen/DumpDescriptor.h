@@ -8,13 +8,7 @@
 
 #include <cstdint>
 
-#include "codegen/FreeZone.h"
-
-/// The indentation of the lines being written, in steps of five spaces. 1 after a dump.
-extern std::int16_t tabLevel;
-
-/// The variables that the function being written must release; null outside of a dump.
-extern FreeZone* freeZone;
+#include "codegen/DumpState.h"
 
 /// Appends one generated function to the file `fileName`, which is made where there is none.
 /// `eventID`: the event to play. `descriptor`: the host's handle, still the caller's, or null.

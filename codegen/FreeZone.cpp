@@ -27,12 +27,12 @@ std::string_view releaseProcedure(char letter) {
 
 }  // namespace
 
-void FreeZone::Add(PIActionReference reference) { names.push_back(DeclaredName("ref", reference)); }
+void FreeZone::Add(PIActionReference reference) { names.push_back(declaredName("ref", reference)); }
 
-void FreeZone::Add(PIActionList list) { names.push_back(DeclaredName("list", list)); }
+void FreeZone::Add(PIActionList list) { names.push_back(declaredName("list", list)); }
 
 void FreeZone::Add(PIActionDescriptor descriptor) {
-  names.push_back(DeclaredName("desc", descriptor));
+  names.push_back(declaredName("desc", descriptor));
 }
 
 void FreeZone::Add(AliasHandle) { names.emplace_back("aliasValue"); }
@@ -43,6 +43,10 @@ void FreeZone::Add(CFDataRef) { names.emplace_back("bookmarkValue"); }
 
 void FreeZone::Output(std::FILE* stream) const {
   SourceWriter out(stream);
+  write(out);
+}
+
+void FreeZone::write(SourceWriter& out) const {
   for (const std::string& name : names) {
     const std::string_view procedure = releaseProcedure(name.empty() ? '\0' : name.front());
     if (procedure.empty()) continue;

@@ -9,6 +9,8 @@
 #include <string>
 #include <vector>
 
+class SourceWriter;
+
 /// Names of variables in the order in which the generated code makes what they hold. A name that
 /// was added twice is released twice. [main-thread]
 class FreeZone {
@@ -33,6 +35,9 @@ class FreeZone {
   /// Writes one indented line for each name, which releases the variable as the name's first letter
   /// asks for; nothing for a letter that no variable begins with, or where `stream` is null.
   void Output(std::FILE* stream) const;
+
+  /// The same, to a text that is being written.
+  void write(SourceWriter& out) const;
 
   std::vector<std::string> names;
 };

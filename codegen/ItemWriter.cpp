@@ -17,8 +17,8 @@ constexpr std::size_t kPathSize = 512;
 template <class Kind>
 bool ItemWriter<Kind>::begin() {
   if (container_ == nullptr || Kind::suite()->GetCount(container_, &count_) != 0) return false;
-  variable_ = DeclaredName(Kind::kVariable, container_);
-  WriteContainerHeader<Kind>(container_, *out_);
+  variable_ = declaredName(Kind::kVariable, container_);
+  writeContainerHeader<Kind>(container_, *out_);
   return true;
 }
 
@@ -77,11 +77,11 @@ NestedContainer ItemWriter<Kind>::readNestedList() {
 template <class Kind>
 void ItemWriter<Kind>::finishNested() {
   if (const auto* list = std::get_if<ActionList>(&nested_)) {
-    put("PutList", key(), NestedName(ListKind::kVariable, list->get()));
+    put("PutList", key(), nestedName(ListKind::kVariable, list->get()));
   } else {
     const SpelledID classID(*out_, nestedClass_, kObjectClassRole);
     put(type_ == kTypeObject ? "PutObject" : "PutGlobalObject", key(), classID.spelling(),
-        NestedName(DescriptorKind::kVariable, std::get<ActionDescriptor>(nested_).get()));
+        nestedName(DescriptorKind::kVariable, std::get<ActionDescriptor>(nested_).get()));
   }
   nested_.template emplace<std::monostate>();
   ++index_;
@@ -190,17 +190,17 @@ bool ItemWriter<Kind>::writeReference(const Key& key) {
   ActionReference value;
   if (Kind::suite()->GetReference(container_, selector(), value.out()) != 0) return false;
   ++tabLevel;
-  WriteReference(value.get(), *out_);
+  ::writeReference(value.get(), *out_);
   --tabLevel;
-  put("PutReference", key, NestedName(ReferenceKind::kVariable, value.get()));
+  put("PutReference", key, nestedName(ReferenceKind::kVariable, value.get()));
   return true;
 }
 
 template <class Kind>
 bool ItemWriter<Kind>::writeAlias(const Key& key) {
   OwnedAlias value;
-  if (!Hold(sPSHandle)) return false;
-  if (Kind::suite()->GetAlias(container_, selector(), value.receive()) != 0) return false;
+  if (!hold(sPSHandle)) return false;
+  if (Kind::suite()->GetAlias(container_, selector(), value.out()) != 0) return false;
   char path[kPathSize];
   AliasToFullPath(reinterpret_cast<AliasHandle>(value.get()), path, kPathSize);
   out_->indentedLine(kMoveToTop);
@@ -229,9 +229,9 @@ bool ItemWriter<Kind>::writeBookmark(const Key& key) {
 template <class Kind>
 bool ItemWriter<Kind>::writeText(const Key& key) {
   OwnedText value;
-  if (!Hold(sASZString)) return false;
-  if (Kind::suite()->GetZString(container_, selector(), value.receive()) != 0) return false;
-  const std::optional<std::string> text = TextToUTF8(value.get());
+  if (!hold(sASZString)) return false;
+  if (Kind::suite()->GetZString(container_, selector(), value.out()) != 0) return false;
+  const std::optional<std::string> text = textToUTF8(value.get());
   if (!text) return false;
   out_->indentedLine("// Unicode String as UTF8: ", CommentText{*text});
   put("PutString", key, StringLiteral{*text});
@@ -250,7 +250,7 @@ bool ItemWriter<Kind>::writeRawData(const Key& key) {
 template <class Kind>
 void ItemWriter<Kind>::writeError(const Key& key) {
   char buffer[kNameSize];
-  const BareName type{NameOfID(type_, "xxxx", buffer)};
+  const BareName type{nameOfID(type_, "xxxx", buffer)};
   if constexpr (std::is_same_v<Kind, DescriptorKind>) {
     out_->indentedLine("ERROR DumpInfoFromDescriptor type: ", type, ", key: ", key.spelling(),
                        ", entry: ", index_);

@@ -6,10 +6,10 @@
 #include <cstring>
 #include <vector>
 
-#include "codegen/FoundationCalls.h"
 #include "hostutil/CFObject.h"
 #include "hostutil/Strings.h"
-#include "plugin/Suites.h"
+#include "platform/foundation/FoundationCalls.h"
+#include "suites/Suites.h"
 
 namespace {
 
@@ -95,13 +95,13 @@ void FullPathToBookmark(const char* path, CFDataRef& bookmark) {
 }
 
 int GetFullPathToDesktop(char* path, std::int32_t size) {
-  if (path == nullptr || size < 1) return kParameterError;
+  if (path == nullptr || size < 1) return kSPBadParameterError;
   const auto room = static_cast<std::size_t>(size);
   path[0] = '\0';
   const CFStringRef folder = desktopFolder();
-  if (folder == nullptr) return kParameterError;
+  if (folder == nullptr) return kSPBadParameterError;
   copyLimited(utf8(folder).data(), path, room);
   const std::size_t length = PIstrlcat(path, "/", room);
   path[room - 1] = '\0';
-  return length < room ? 0 : kParameterError;
+  return length < room ? 0 : kSPBadParameterError;
 }

@@ -6,7 +6,6 @@
 
 #include "codegen/ContainerKinds.h"
 #include "codegen/SpelledID.h"
-#include "codegen/Walkers.h"
 
 namespace {
 
@@ -127,18 +126,12 @@ ActionReference containerOf(PIActionReference part) {
 
 }  // namespace
 
-void WriteReference(PIActionReference reference, SourceWriter& out) {
+void writeReference(PIActionReference reference, SourceWriter& out) {
   if (reference == nullptr) return;
-  WriteContainerHeader<ReferenceKind>(reference, out);
-  const std::string variable = DeclaredName(ReferenceKind::kVariable, reference);
+  writeContainerHeader<ReferenceKind>(reference, out);
+  const std::string variable = declaredName(ReferenceKind::kVariable, reference);
   PartWriter(variable, reference, out).write();
   for (ActionReference part = containerOf(reference); part; part = containerOf(part.get())) {
     PartWriter(variable, part.get(), out).write();
   }
-}
-
-void DumpInfoFromReference(PIActionReference reference, std::FILE* stream) {
-  if (!HoldActionSuites()) return;
-  SourceWriter out(stream);
-  WriteReference(reference, out);
 }

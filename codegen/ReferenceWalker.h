@@ -1,9 +1,9 @@
-// The reference walker, for a text that is already being written.
+// The walk over a reference, to a text that is being written (Walkers.h says what it writes).
 #pragma once
 
 #include <PIActions.h>
 
 #include "codegen/SourceWriter.h"
 
-/// As DumpInfoFromReference, to a writer. REQUIRES: the action suites are held.
-void WriteReference(PIActionReference reference, SourceWriter& out);
+/// REQUIRES: the action suites are held. [main-thread]
+void writeReference(PIActionReference reference, SourceWriter& out);

@@ -4,7 +4,7 @@
 #include <charconv>
 #include <string>
 
-#include "codegen/DumpDescriptor.h"
+#include "codegen/DumpState.h"
 
 namespace {
 

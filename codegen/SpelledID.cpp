@@ -1,10 +1,14 @@
 #include "codegen/SpelledID.h"
 
-SpelledID::SpelledID(SourceWriter& out, std::uint32_t id, const IDRole& role) {
-  spelling_ = NameOfID(id, role.kind, buffer_);
-  if (!IsRuntimeID(id)) return;
-  out.indentedLine("error = sPSActionControl->StringIDToTypeID(", StringLiteral{spelling_}, ", &",
-                   role.variable, ");");
+void writeLookup(std::string_view name, std::string_view variable, SourceWriter& out) {
+  out.indentedLine("error = sPSActionControl->StringIDToTypeID(", StringLiteral{name}, ", &",
+                   variable, ");");
   out.errorCheck();
+}
+
+SpelledID::SpelledID(SourceWriter& out, std::uint32_t id, const IDRole& role) {
+  spelling_ = nameOfID(id, role.kind, buffer_);
+  if (!isRuntimeID(id)) return;
+  writeLookup(spelling_, role.variable, out);
   spelling_ = role.variable;
 }

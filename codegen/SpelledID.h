@@ -22,6 +22,9 @@ inline constexpr IDRole kEnumTypeRole = {"type", "runtimeTypeID"};
 inline constexpr IDRole kUnitRole = {"unit", "runtimeUnitID"};
 inline constexpr IDRole kPropertyRole = {"key", "runtimePropID"};
 
+/// Writes the statement that looks the string ID `name` up into `variable`, and its error check.
+void writeLookup(std::string_view name, std::string_view variable, SourceWriter& out);
+
 /// One identifier, ready to stand in a statement. [main-thread]
 class SpelledID {
  public:

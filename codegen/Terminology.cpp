@@ -4,8 +4,9 @@
 #include <array>
 #include <cstring>
 
+#include "hostutil/Strings.h"
 #include "platform/FourCharCode.h"
-#include "plugin/Suites.h"
+#include "suites/Suites.h"
 
 constexpr PSConst PSConstA[kPSConstCount] = {
 #include "codegen/Terminology.inc"
@@ -72,8 +73,8 @@ std::string_view quotedCode(std::uint32_t id, char* buffer) {
 
 }  // namespace
 
-std::string_view NameOfID(std::uint32_t id, const char* kind, char* buffer) {
-  if (IsRuntimeID(id) && readHostName(id, buffer)) return buffer;
+std::string_view nameOfID(std::uint32_t id, const char* kind, char* buffer) {
+  if (isRuntimeID(id) && readHostName(id, buffer)) return buffer;
   if (const char* name = publishedName(id, kind)) return name;
   return quotedCode(id, buffer);
 }
@@ -81,17 +82,9 @@ std::string_view NameOfID(std::uint32_t id, const char* kind, char* buffer) {
 void LongToStr(std::int32_t id, const char* kind, char* out) {
   out[0] = '\0';
   char buffer[kNameSize];
-  const std::string_view name = NameOfID(static_cast<std::uint32_t>(id), kind, buffer);
+  const std::string_view name = nameOfID(static_cast<std::uint32_t>(id), kind, buffer);
   std::memcpy(out, name.data(), name.size());
   out[name.size()] = '\0';
 }
 
-std::uint32_t PIUCharToID(const char* text) {
-  std::uint32_t id = 0;
-  for (int i = 0; i < 4; ++i) {
-    // Meant: the sign of a character spreads over the higher bytes; identifiers made so from such
-    // characters are in use.
-    id = (id << 8) | static_cast<std::uint32_t>(static_cast<signed char>(text[i]));
-  }
-  return id;
-}
+std::uint32_t PIUCharToID(const char* text) { return PIChar2Type(text); }

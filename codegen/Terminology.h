@@ -29,7 +29,7 @@ inline constexpr std::int32_t kLastRuntimeID = 0x2020201F;
 
 /// True for an identifier that the host made at run time. The number counts as signed here, so
 /// every identifier with its top bit set is one. [any-thread]
-constexpr bool IsRuntimeID(std::uint32_t id) {
+constexpr bool isRuntimeID(std::uint32_t id) {
   return static_cast<std::int32_t>(id) <= kLastRuntimeID;
 }
 
@@ -43,7 +43,7 @@ constexpr bool IsRuntimeID(std::uint32_t id) {
 /// REQUIRES: `kind` is not null; `buffer` holds kNameSize characters.
 /// Throws the error as std::uint32_t where the host's action control suite is needed and cannot be
 /// acquired. [main-thread]
-std::string_view NameOfID(std::uint32_t id, const char* kind, char* buffer);
+std::string_view nameOfID(std::uint32_t id, const char* kind, char* buffer);
 
 /// The same, written to `out` and ended with a zero byte. Where it throws, `out` is empty.
 /// REQUIRES: as above, for `out`. [main-thread]

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "hostutil/CFObject.h"
-#include "plugin/Suites.h"
+#include "suites/Suites.h"
 
 namespace {
 
@@ -42,7 +42,7 @@ std::optional<std::string> convert(const std::vector<UniChar>& units) {
 
 }  // namespace
 
-std::optional<std::string> TextToUTF8(ASZString text) {
+std::optional<std::string> textToUTF8(ASZString text) {
   const ASUInt32 size = sASZString->LengthAsUnicodeCString(text) + 1;
   std::vector<UniChar> units(size);
   if (sASZString->AsUnicodeCString(text, units.data(), size, true) != 0) return std::nullopt;

@@ -12,10 +12,10 @@ std::string withDigits(std::string_view prefix, const char* format, const void* 
 
 }  // namespace
 
-std::string DeclaredName(std::string_view prefix, const void* handle) {
+std::string declaredName(std::string_view prefix, const void* handle) {
   return withDigits(prefix, "%016lx", handle);
 }
 
-std::string NestedName(std::string_view prefix, const void* handle) {
+std::string nestedName(std::string_view prefix, const void* handle) {
   return withDigits(prefix, "0x%lx", handle);
 }

@@ -7,8 +7,8 @@
 
 /// As the variable is declared and used: the prefix and the handle's value as 16 lower-case
 /// hexadecimal digits, "desc0000600000000010".
-std::string DeclaredName(std::string_view prefix, const void* handle);
+std::string declaredName(std::string_view prefix, const void* handle);
 
 /// As a statement of another container refers to it: the prefix and the handle in a stream's
 /// default pointer form, "0x" and digits without padding, "desc0x600000000010".
-std::string NestedName(std::string_view prefix, const void* handle);
+std::string nestedName(std::string_view prefix, const void* handle);

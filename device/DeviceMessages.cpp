@@ -5,9 +5,9 @@
 #include <algorithm>
 #include <iterator>
 
-#include "device/DeviceEvent.h"
 #include "device/MrvDeviceEvents.h"
 #include "device/SharedWord.h"
+#include "navigate/DeviceEvent.h"
 
 std::int16_t axisData[6] = {};
 bool gIn3DTool = false;

@@ -61,17 +61,12 @@ int toolNumberOf(const char (&name)[kToolNameSize]) {
 int askForTool(ActionReference& reference, ActionDescriptor& result, bool& told) {
   told = false;
   const int error = getApplicationProperty(kKeyTool, reference, result);
-  return error != 0 ? error : askForKey(result, kKeyTool, told);
+  return error != 0 ? error : askForKey(result.get(), kKeyTool, told);
 }
 
 int readToolID(const ActionDescriptor& result, DescriptorEnumTypeID& tool) {
   DescriptorEnumID ignoredValue = 0;
   return sPSActionDescriptor->GetEnumerated(result.get(), kKeyTool, &tool, &ignoredValue);
-}
-
-int getObject(const ActionDescriptor& from, DescriptorKeyID key, ActionDescriptor& object) {
-  DescriptorClassID ignoredClass = 0;
-  return sPSActionDescriptor->GetObject(from.get(), key, &ignoredClass, object.out());
 }
 
 }  // namespace

@@ -1,29 +1,31 @@
 #include "hostactions/ApplicationProperty.h"
 
-#include <HostTerms.h>
+#include "hostactions/ReferenceParts.h"
 
 int getApplicationProperty(DescriptorKeyID key, ActionReference& reference,
                            ActionDescriptor& result) {
-  int error = sPSActionReference->Make(reference.out());
-  if (error == 0) {
-    error = sPSActionReference->PutProperty(reference.get(), kClassProperty, key);
-  }
-  if (error == 0) {
-    error = sPSActionReference->PutEnumerated(reference.get(), kClassApplication, kTypeOrdinal,
-                                              kEnumTarget);
-  }
-  if (error == 0) error = sPSActionControl->Get(result.out(), reference.get());
-  return error;
+  return getAnswer(reference, result, propertyPart(kClassProperty, key),
+                   currentPart(kClassApplication));
 }
 
-int askForKey(const ActionDescriptor& descriptor, DescriptorKeyID key, bool& present) {
+int askForKey(PIActionDescriptor descriptor, DescriptorKeyID key, bool& present) {
   Boolean answer = 0;
-  const int error = sPSActionDescriptor->HasKey(descriptor.get(), key, &answer);
+  const int error = sPSActionDescriptor->HasKey(descriptor, key, &answer);
   present = answer != 0;
   return error;
 }
 
 bool hasKey(const ActionDescriptor& descriptor, DescriptorKeyID key) {
   bool present = false;
-  return askForKey(descriptor, key, present) == 0 && present;
+  return askForKey(descriptor.get(), key, present) == 0 && present;
+}
+
+int getObject(const ActionDescriptor& descriptor, DescriptorKeyID key, ActionDescriptor& object) {
+  DescriptorClassID ignoredClass = 0;
+  return sPSActionDescriptor->GetObject(descriptor.get(), key, &ignoredClass, object.out());
+}
+
+int playSilently(ActionDescriptor& result, DescriptorEventID event,
+                 const ActionDescriptor& descriptor) {
+  return sPSActionControl->Play(result.out(), event, descriptor.get(), plugInDialogSilent);
 }

@@ -8,7 +8,7 @@
 #include "hostactions/ActiveTool.h"
 #include "hostactions/PsUIBoss.h"
 #include "hostutil/CFObject.h"
-#include "navigate/HostWindow.h"
+#include "hostwindow/HostWindow.h"
 
 namespace {
 

@@ -1,71 +1,37 @@
 #include "hostactions/DescriptorUtilities.h"
 
-#include <HostTerms.h>
-
-#include "plugin/HostObjects.h"
+#include "hostactions/ApplicationProperty.h"
+#include "hostactions/ReferenceParts.h"
 
 namespace {
 
-constexpr int kNotImplemented = static_cast<int>(fourCharCode("!IMP"));
 constexpr double kPointsPerInch = 72.0;
-
-/// One part of a reference, put into it; the error is the host's.
-int putName(const ActionReference& reference, DescriptorClassID classID, const char* name) {
-  return sPSActionReference->PutName(reference.get(), classID, name);
-}
-
-int putIndex(const ActionReference& reference, DescriptorClassID classID, std::uint32_t index) {
-  return sPSActionReference->PutIndex(reference.get(), classID, index);
-}
-
-int putIdentifier(const ActionReference& reference, DescriptorClassID classID,
-                  std::uint32_t identifier) {
-  return sPSActionReference->PutIdentifier(reference.get(), classID, identifier);
-}
-
-int putProperty(const ActionReference& reference, DescriptorClassID classID, std::uint32_t key) {
-  return sPSActionReference->PutProperty(reference.get(), classID, key);
-}
-
-int putCurrent(const ActionReference& reference, DescriptorClassID classID) {
-  return sPSActionReference->PutEnumerated(reference.get(), classID, kTypeOrdinal, kEnumTarget);
-}
-
-/// Makes a reference and puts the parts into it one after the other, until one fails.
-template <class... Parts>
-int makeReference(ActionReference& reference, Parts... putPart) {
-  int error = sPSActionReference->Make(reference.out());
-  ((error = error != 0 ? error : putPart(reference)), ...);
-  return error;
-}
 
 /// Reads the property `key` of what the parts refer to.
 template <class... Parts>
-int getItem(std::uint32_t key, void* value, void* extra, Parts... putPart) {
-  if (value == nullptr) return kParameterError;
+int getItem(std::uint32_t key, void* value, void* extra, const Parts&... putPart) {
+  if (value == nullptr) return kSPBadParameterError;
   ActionDescriptor result;
   ActionReference reference;
-  int error = makeReference(reference, putPart...);
-  if (error == 0) error = sPSActionControl->Get(result.out(), reference.get());
+  const int error = getAnswer(reference, result, putPart...);
   return error != 0 ? error : PIUGetSingleItemFromDescriptor(result.get(), key, value, extra);
 }
 
 int readName(PIActionDescriptor action, char* name, std::uint32_t* length) {
-  Boolean present = 0;
-  int error = sPSActionDescriptor->HasKey(action, kKeyName, &present);
-  if (error != 0 || present == 0) return error;
+  bool present = false;
+  int error = askForKey(action, kKeyName, present);
+  if (error != 0 || !present) return error;
   error = sPSActionDescriptor->GetStringLength(action, kKeyName, length);
   if (error != 0) return error;
   return sPSActionDescriptor->GetString(action, kKeyName, name, *length + 1);
 }
 
 template <class... Parts>
-int getActionName(char* name, std::uint32_t* length, Parts... putPart) {
-  if (name == nullptr || length == nullptr) return kParameterError;
+int getActionName(char* name, std::uint32_t* length, const Parts&... putPart) {
+  if (name == nullptr || length == nullptr) return kSPBadParameterError;
   ActionDescriptor result;
   ActionReference reference;
-  int error = makeReference(reference, putPart...);
-  if (error == 0) error = sPSActionControl->Get(result.out(), reference.get());
+  const int error = getAnswer(reference, result, putPart...);
   return error != 0 ? error : readName(result.get(), name, length);
 }
 
@@ -87,7 +53,7 @@ int readText(const Item& item) {
   const std::uint32_t capacity = *length;
   const int error = sPSActionDescriptor->GetStringLength(item.descriptor, item.key, length);
   if (error != 0) return error;
-  if (capacity < *length) return kParameterError;
+  if (capacity < *length) return kSPBadParameterError;
   return sPSActionDescriptor->GetString(item.descriptor, item.key, as<char>(item.value),
                                         *length + 1);
 }
@@ -115,7 +81,7 @@ int readPlain(const Item& item, DescriptorTypeID type) {
     case kTypeObjectReference:
       return sPSActionDescriptor->GetReference(descriptor, key, as<PIActionReference>(value));
     default:
-      return kNotImplemented;
+      return kSPUnimplementedError;
   }
 }
 
@@ -126,7 +92,7 @@ int readItem(const Item& item, DescriptorTypeID type) {
   const bool wantsExtra = type == kTypeGlobalObject || type == kTypeObject || type == kTypeText ||
                           type == kTypeUnitFloat || type == kTypeEnumerated;
   if (!wantsExtra) return readPlain(item, type);
-  if (extra == nullptr) return kParameterError;
+  if (extra == nullptr) return kSPBadParameterError;
   switch (type) {
     case kTypeGlobalObject:
       return sPSActionDescriptor->GetGlobalObject(descriptor, key, detail,
@@ -149,97 +115,81 @@ int PIUActionsPlayByName(const char* setName, const char* actionName) {
   ActionDescriptor result;
   ActionDescriptor event;
   ActionReference reference;
-  int error = makeReference(
-      reference, [&](auto& r) { return putName(r, kClassAction, actionName); },
-      [&](auto& r) { return putName(r, kClassActionSet, setName); });
+  int error = makeReference(reference, namePart(kClassAction, actionName),
+                            namePart(kClassActionSet, setName));
   if (error == 0) error = sPSActionDescriptor->Make(event.out());
   if (error == 0) {
     error = sPSActionDescriptor->PutReference(event.get(), kKeyTarget, reference.get());
   }
-  if (error == 0) {
-    error = sPSActionControl->Play(result.out(), kEventPlay, event.get(), plugInDialogSilent);
-  }
+  if (error == 0) error = playSilently(result, kEventPlay, event);
   return error != 0 ? error : PIUCheckPlayResult(result.get());
 }
 
 int PIUActionsGetName(std::uint32_t setIndex, std::uint32_t actionIndex, char* name,
                       std::uint32_t* length) {
-  return getActionName(
-      name, length, [&](auto& r) { return putIndex(r, kClassAction, actionIndex); },
-      [&](auto& r) { return putIndex(r, kClassActionSet, setIndex); });
+  return getActionName(name, length, indexPart(kClassAction, actionIndex),
+                       indexPart(kClassActionSet, setIndex));
 }
 
 int PIUActionsGetName(const char* setName, std::uint32_t actionIndex, char* name,
                       std::uint32_t* length) {
-  return getActionName(
-      name, length, [&](auto& r) { return putIndex(r, kClassAction, actionIndex); },
-      [&](auto& r) { return putName(r, kClassActionSet, setName); });
+  return getActionName(name, length, indexPart(kClassAction, actionIndex),
+                       namePart(kClassActionSet, setName));
 }
 
 int PIUGetInfo(std::uint32_t classID, std::uint32_t key, void* value, void* extra) {
-  return getItem(
-      key, value, extra, [&](auto& r) { return putProperty(r, kClassProperty, key); },
-      [&](auto& r) { return putCurrent(r, classID); });
+  return getItem(key, value, extra, propertyPart(kClassProperty, key), currentPart(classID));
 }
 
 int PIUGetInfoByIndex(std::uint32_t index, std::uint32_t classID, std::uint32_t key, void* value,
                       void* extra) {
-  return getItem(
-      key, value, extra, [&](auto& r) { return putProperty(r, kClassProperty, key); },
-      [&](auto& r) { return putIndex(r, classID, index); });
+  return getItem(key, value, extra, propertyPart(kClassProperty, key), indexPart(classID, index));
 }
 
 int PIUGetInfoByID(std::uint32_t identifier, std::uint32_t classID, std::uint32_t key, void* value,
                    void* extra) {
-  return getItem(
-      key, value, extra, [&](auto& r) { return putProperty(r, kClassProperty, key); },
-      [&](auto& r) { return putIdentifier(r, classID, identifier); });
+  return getItem(key, value, extra, propertyPart(kClassProperty, key),
+                 identifierPart(classID, identifier));
 }
 
 int PIUGetInfoByIndexIndex(std::uint32_t index1, std::uint32_t index2, std::uint32_t class1,
                            std::uint32_t class2, std::uint32_t key, void* value, void* extra) {
-  return getItem(
-      key, value, extra, [&](auto& r) { return putProperty(r, kClassProperty, key); },
-      [&](auto& r) { return putIndex(r, class1, index1); },
-      [&](auto& r) { return putIndex(r, class2, index2); });
+  return getItem(key, value, extra, propertyPart(kClassProperty, key), indexPart(class1, index1),
+                 indexPart(class2, index2));
 }
 
 int PIUGetInfoByIDID(std::uint32_t id1, std::uint32_t id2, std::uint32_t class1,
                      std::uint32_t class2, std::uint32_t key, void* value, void* extra) {
-  return getItem(
-      key, value, extra, [&](auto& r) { return putProperty(r, kClassProperty, key); },
-      [&](auto& r) { return putIdentifier(r, class1, id1); },
-      [&](auto& r) { return putIdentifier(r, class2, id2); });
+  return getItem(key, value, extra, propertyPart(kClassProperty, key), identifierPart(class1, id1),
+                 identifierPart(class2, id2));
 }
 
 int PIUGetBackgroundInfo(std::uint32_t key, void* value, void* extra) {
-  return getItem(
-      key, value, extra,
-      [&](auto& r) { return putProperty(r, kClassBackgroundLayer, kKeyBackground); },
-      [&](auto& r) { return putCurrent(r, kClassDocument); });
+  return getItem(key, value, extra, propertyPart(kClassBackgroundLayer, kKeyBackground),
+                 currentPart(kClassDocument));
 }
 
 int PIUGetSingleItemFromDescriptor(PIActionDescriptor descriptor, std::uint32_t key, void* value,
                                    void* extra) {
-  if (value == nullptr) return kParameterError;
-  Boolean present = 0;
+  if (value == nullptr) return kSPBadParameterError;
+  bool present = false;
   DescriptorTypeID type = 0;
-  int error = sPSActionDescriptor->HasKey(descriptor, key, &present);
-  if (error != 0 || present == 0) return error;
+  int error = askForKey(descriptor, key, present);
+  if (error != 0 || !present) return error;
   error = sPSActionDescriptor->GetType(descriptor, key, &type);
   return error != 0 ? error : readItem({descriptor, key, value, extra}, type);
 }
 
 int PIUGetErrorStringFromDescriptor(PIActionDescriptor descriptor, char* buffer,
                                     std::uint32_t size) {
-  if (buffer == nullptr) return kParameterError;
-  Boolean present = 0;
+  if (buffer == nullptr) return kSPBadParameterError;
+  bool present = false;
   std::uint32_t length = 0;
-  int error = sPSActionDescriptor->HasKey(descriptor, kKeyMessage, &present);
-  if (error != 0 || present == 0) return error;
+  int error = askForKey(descriptor, kKeyMessage, present);
+  if (error != 0 || !present) return error;
   error = sPSActionDescriptor->GetStringLength(descriptor, kKeyMessage, &length);
   if (error != 0 || length == 0) return error;
-  if (length > size) return kParameterError;
+  if (length > size) return kSPBadParameterError;
   // The limit is the length itself, so the last character gives way to the terminator: meant so,
   // and unlike the other texts here.
   return sPSActionDescriptor->GetString(descriptor, kKeyMessage, buffer, length);
@@ -247,9 +197,9 @@ int PIUGetErrorStringFromDescriptor(PIActionDescriptor descriptor, char* buffer,
 
 int PIUCheckPlayResult(PIActionDescriptor result) {
   if (result == nullptr) return -1;
-  Boolean present = 0;
-  const int error = sPSActionDescriptor->HasKey(result, kKeyMessage, &present);
-  return (present != 0 ? -1 : 0) | error;
+  bool present = false;
+  const int error = askForKey(result, kKeyMessage, present);
+  return (present ? -1 : 0) | error;
 }
 
 double UnitsToPixels(double value, std::uint32_t unit, double resolution) {

@@ -7,13 +7,6 @@
 
 namespace {
 
-/// The object under `key`; false where the key is absent or the host fails.
-bool getObject(const ActionDescriptor& descriptor, DescriptorKeyID key, ActionDescriptor& object) {
-  DescriptorClassID ignoredClass = 0;
-  return hasKey(descriptor, key) &&
-         sPSActionDescriptor->GetObject(descriptor.get(), key, &ignoredClass, object.out()) == 0;
-}
-
 /// Both numbers start at 0 and keep that where the host does not tell them.
 struct Version {
   std::int32_t major = 0;
@@ -26,7 +19,8 @@ bool queryVersion(Version& answer) {
   ActionDescriptor version;
   ActionDescriptor result;
   if (getApplicationProperty(kKeyHostVersion, reference, result) != 0) return false;
-  if (!getObject(result, kKeyHostVersion, version)) return false;
+  if (!hasKey(result, kKeyHostVersion)) return false;
+  if (getObject(result, kKeyHostVersion, version) != 0) return false;
   if (!hasKey(version, kKeyVersionMajor)) return false;
   sPSActionDescriptor->GetInteger(version.get(), kKeyVersionMajor, &answer.major);
   sPSActionDescriptor->GetInteger(version.get(), kKeyVersionMinor, &answer.minor);

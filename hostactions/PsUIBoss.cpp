@@ -1,8 +1,8 @@
 #include "hostactions/PsUIBoss.h"
 
 #include "hostactions/ShortcutFile.h"
-#include "navigate/HostWindow.h"
-#include "navigate/ObjcMessage.h"
+#include "hostwindow/HostWindow.h"
+#include "hostwindow/ObjcMessage.h"
 
 namespace {
 

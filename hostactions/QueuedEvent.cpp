@@ -1,10 +1,9 @@
 #include "hostactions/QueuedEvent.h"
 
-#include <HostTerms.h>
-
+#include "hostactions/ApplicationProperty.h"
 #include "hostactions/BrushSize.h"
 #include "hostactions/PsUIBoss.h"
-#include "plugin/HostObjects.h"
+#include "hostactions/ReferenceParts.h"
 
 int gPlayFunction = kPlayNothing;
 double gDoubleValue = 0.0;
@@ -41,17 +40,12 @@ int playRequest() {
   }
 }
 
-/// Makes the event's descriptor with a reference to the current brush as its target.
-int makeSetEvent(ActionDescriptor& event, ActionReference& brushReference) {
+/// Makes an event's descriptor with a reference made of `part` as its target.
+template <class Part>
+int makeEvent(ActionDescriptor& event, ActionReference& target, const Part& part) {
   int error = sPSActionDescriptor->Make(event.out());
-  if (error == 0) error = sPSActionReference->Make(brushReference.out());
-  if (error == 0) {
-    error = sPSActionReference->PutEnumerated(brushReference.get(), kClassBrush, kTypeOrdinal,
-                                              kEnumTarget);
-  }
-  if (error == 0) {
-    error = sPSActionDescriptor->PutReference(event.get(), kKeyTarget, brushReference.get());
-  }
+  if (error == 0) error = makeReference(target, part);
+  if (error == 0) error = sPSActionDescriptor->PutReference(event.get(), kKeyTarget, target.get());
   return error;
 }
 
@@ -62,20 +56,6 @@ int makeBrush(ActionDescriptor& brush, const char* stringID, DescriptorUnitID un
   if (error == 0) error = sPSActionControl->StringIDToTypeID(stringID, &property);
   if (error == 0) error = sPSActionDescriptor->PutUnitFloat(brush.get(), property, unit, value);
   return error;
-}
-
-int makeSelectEvent(ActionDescriptor& event, ActionReference& tool) {
-  const auto toolClass = static_cast<DescriptorClassID>(gActiveTool);
-  int error = sPSActionDescriptor->Make(event.out());
-  if (error == 0) error = sPSActionReference->Make(tool.out());
-  if (error == 0) error = sPSActionReference->PutClass(tool.get(), toolClass);
-  if (error == 0) error = sPSActionDescriptor->PutReference(event.get(), kKeyTarget, tool.get());
-  return error;
-}
-
-int playSilently(ActionDescriptor& result, DescriptorEventID event,
-                 const ActionDescriptor& descriptor) {
-  return sPSActionControl->Play(result.out(), event, descriptor.get(), plugInDialogSilent);
 }
 
 }  // namespace
@@ -106,7 +86,7 @@ int PlayeventDynamicSetProperty(char* key, unsigned long unitID, double value) {
   ActionReference brushReference;
   ActionDescriptor event;
   ActionDescriptor result;
-  int error = makeSetEvent(event, brushReference);
+  int error = makeEvent(event, brushReference, currentPart(kClassBrush));
   if (error == 0) error = makeBrush(brush, key, static_cast<DescriptorUnitID>(unitID), value);
   if (error == 0) {
     error = sPSActionDescriptor->PutObject(event.get(), kKeyTo, kClassBrush, brush.get());
@@ -121,7 +101,7 @@ int PlayeventSelectBrush() {
   ActionReference tool;
   ActionDescriptor event;
   ActionDescriptor result;
-  int error = makeSelectEvent(event, tool);
+  int error = makeEvent(event, tool, classPart(static_cast<DescriptorClassID>(gActiveTool)));
   if (error == 0) error = playSilently(result, kEventSelect, event);
   return error;
 }

@@ -4,7 +4,9 @@
 #include <cstdlib>
 #include <cstring>
 #include <string>
+#include <string_view>
 
+#include "hostactions/FileChunk.h"
 #include "hostactions/HostVersion.h"
 #include "hostactions/PreferencesFolder.h"
 #include "hostutil/File.h"
@@ -12,11 +14,10 @@
 namespace {
 
 constexpr CFIndex kPathSize = 1024;
-constexpr std::size_t kBlock = 200;
 
 /// The beginning of the plug-in's name as the host writes it, four bytes for each character.
-constexpr unsigned char kRecordName[] = {'M', 0, 0, 0, 'r', 0, 0, 0, 'v', 0, 0, 0,
-                                         'P', 0, 0, 0, 'h', 0, 0, 0, 'o', 0, 0, 0};
+constexpr std::string_view kRecordName("M\0\0\0r\0\0\0v\0\0\0P\0\0\0h\0\0\0o\0\0\0",
+                                       FileChunk::kLongestPattern);
 
 /// Offsets into the record, from the first byte behind the name.
 constexpr std::size_t kControlFlag = 11;
@@ -35,13 +36,6 @@ constexpr unsigned char kOptionKeyCode = 58;
 /// In the order in which they are tried. The Spanish one is spelled so by the host.
 constexpr const char* kFileNames[] = {"Keyboard Shortcuts.psp", "Raccourcis clavier.psp",
                                       "MÈtodos abrev de teclado.psp", "Tastaturbefehle.psp"};
-
-/// One read's worth of the file. A search that reaches past the bytes just read finds what the
-/// block before left there, zeros at first.
-struct Block {
-  unsigned char bytes[kBlock + sizeof kRecordName] = {};
-  std::size_t size = 0;
-};
 
 /// The number in the host's name for a version: "CS" and N, or N.M where M is not 0.
 struct MarketingVersion {
@@ -95,25 +89,14 @@ File openShortcutFile(const std::string& basePath) {
     File file(std::fopen((basePath + name).c_str(), "rb"));
     if (file) return file;
   }
-  return nullptr;
+  return File();
 }
 
-void readBlock(std::FILE* file, Block& block) {
-  block.size = std::fread(block.bytes, 1, kBlock, file);
-}
-
-/// The position of the name among the bytes just read; the block's size where it is not there.
-std::size_t findName(const Block& block) {
-  std::size_t i = 0;
-  while (i < block.size && std::memcmp(block.bytes + i, kRecordName, sizeof kRecordName) != 0) ++i;
-  return i;
-}
-
-/// Reads on behind the name that the block holds at `name`.
-void readRecord(std::FILE* file, Block& block, std::size_t name) {
-  const auto behind = static_cast<long>(name + sizeof kRecordName);
-  std::fseek(file, behind - static_cast<long>(block.size), SEEK_CUR);
-  readBlock(file, block);
+/// Reads on behind the name that the chunk holds at `name`.
+void readRecord(std::FILE* file, FileChunk& chunk, std::size_t name) {
+  const auto behind = static_cast<long>(name + kRecordName.size());
+  std::fseek(file, behind - static_cast<long>(chunk.size), SEEK_CUR);
+  chunk.read(file);
 }
 
 char keyOf(const unsigned char* record) {
@@ -130,13 +113,12 @@ Shortcut decode(const unsigned char* record) {
 }
 
 bool findShortcut(std::FILE* file, Shortcut& shortcut) {
-  Block block;
-  for (readBlock(file, block); block.size > 0; readBlock(file, block)) {
-    const std::size_t name = findName(block);
-    // A name that straddles two blocks is not found.
-    if (name == block.size) continue;
-    readRecord(file, block, name);
-    shortcut = decode(block.bytes);
+  FileChunk chunk;
+  while (chunk.read(file)) {
+    const std::size_t name = chunk.find(kRecordName);
+    if (name == chunk.size) continue;
+    readRecord(file, chunk, name);
+    shortcut = decode(chunk.bytes);
     return true;
   }
   return false;

@@ -1,7 +1,7 @@
 // The warning forms of the checks.
 #include "hostutil/CallbackChecks.h"
+#include "hostutil/HostUtilities.h"
 #include "hostutil/Strings.h"
-#include "plugin/AutoPluginMain.h"
 
 namespace {
 

@@ -16,17 +16,17 @@ int64 HostBufferSpace64(const BufferProcs* procs) {
 
 OSErr HostAllocateBuffer(const BufferProcs* procs, int32 size, BufferID* buffer) {
   *buffer = nullptr;
-  return HostBufferProcsAvailable(procs) ? procs->allocateProc(size, buffer) : kHostOutOfMemory;
+  return HostBufferProcsAvailable(procs) ? procs->allocateProc(size, buffer) : OSErr{memFullErr};
 }
 
 OSErr HostAllocateBuffer64(const BufferProcs* procs, int64 size, BufferID* buffer) {
   *buffer = nullptr;
-  return HostBufferProcsAvailable(procs) ? procs->allocateProc64(size, buffer) : kHostOutOfMemory;
+  return HostBufferProcsAvailable(procs) ? procs->allocateProc64(size, buffer) : OSErr{memFullErr};
 }
 
 OSErr HostAllocateStripBuffer(const BufferProcs* procs, int32 size, BufferID* buffer) {
   *buffer = nullptr;
-  if (!HostBufferProcsAvailable(procs)) return kHostOutOfMemory;
+  if (!HostBufferProcsAvailable(procs)) return memFullErr;
   return procs->allocateStripProc(size, buffer);
 }
 

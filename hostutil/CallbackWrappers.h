@@ -6,7 +6,7 @@
 // error codes as `errPlugInHostInsufficient` (-30900) unless it says otherwise.
 //
 //   Handle name = HostCString2Handle(procs, "Layer 1");
-//   if (name == nullptr) return kHostOutOfMemory;
+//   if (name == nullptr) return memFullErr;
 //   HostHandleCat(procs, name, suffix);
 //   HostDisposeHandle(procs, name);
 //
@@ -17,9 +17,6 @@
 
 #include <cstddef>
 
-/// Out of memory, as the platform's memory manager has it.
-inline constexpr OSErr kHostOutOfMemory = -108;
-
 // --- buffers
 
 /// The bytes that buffers can still have.
@@ -27,7 +24,7 @@ int32 HostBufferSpace(const BufferProcs* procs);
 int64 HostBufferSpace64(const BufferProcs* procs);
 
 /// Makes a buffer of `size` bytes. `*buffer` is null at first and wherever none is made; the error
-/// is `kHostOutOfMemory` where the host lacks the procedure.
+/// is `memFullErr` where the host lacks the procedure.
 OSErr HostAllocateBuffer(const BufferProcs* procs, int32 size, BufferID* buffer);
 OSErr HostAllocateBuffer64(const BufferProcs* procs, int64 size, BufferID* buffer);
 OSErr HostAllocateStripBuffer(const BufferProcs* procs, int32 size, BufferID* buffer);
@@ -66,7 +63,7 @@ OSErr HostHandleCat(const HandleProcs* procs, Handle destination, Handle source)
 
 /// Copies the text that `handle` holds, up to its first zero byte or its end, and ends it with a
 /// zero byte within `room` bytes (at least 1). Returns `paramErr` and writes an empty text where
-/// `handle` is null, `kHostOutOfMemory` where it cannot be locked.
+/// `handle` is null, `memFullErr` where it cannot be locked.
 OSErr HostHandle2CString(const HandleProcs* procs, Handle handle, char* text, std::size_t room);
 
 /// As above into a length-prefixed string, at most 254 characters, with a zero byte at the end.

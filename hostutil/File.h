@@ -2,11 +2,8 @@
 #pragma once
 
 #include <cstdio>
-#include <memory>
 
-struct FileCloser {
-  void operator()(std::FILE* file) const { std::fclose(file); }
-};
+#include "hostutil/Owned.h"
 
-/// Closes the stream at the end of its life; null stands for a file that could not be opened.
-using File = std::unique_ptr<std::FILE, FileCloser>;
+/// Null stands for a file that could not be opened.
+using File = Owned<std::FILE*, std::fclose>;

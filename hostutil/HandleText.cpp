@@ -10,8 +10,6 @@
 
 namespace {
 
-constexpr std::size_t kLongestPString = 254;
-
 /// A handle locked while its bytes are in use.
 class LockedHandle {
  public:
@@ -57,7 +55,7 @@ OSErr readText(const HandleProcs* procs, Handle handle, char* text, std::size_t 
   if (const OSErr error = whyUnreadable(procs, handle)) return error;
   const std::size_t size = sizeOf(procs, handle);
   const LockedHandle locked(procs, handle);
-  if (locked.bytes() == nullptr) return kHostOutOfMemory;
+  if (locked.bytes() == nullptr) return memFullErr;
   const char* const end = std::find(locked.bytes(), locked.bytes() + std::min(size, room), '\0');
   *length = static_cast<std::size_t>(end - locked.bytes());
   std::copy_n(locked.bytes(), *length, text);
@@ -96,7 +94,7 @@ OSErr HostHandleCat(const HandleProcs* procs, Handle destination, Handle source)
   const std::size_t before = sizeOf(procs, destination);
   const std::size_t added = sizeOf(procs, source);
   int32 size;
-  if (!addSizes(before, added, &size)) return kHostOutOfMemory;
+  if (!addSizes(before, added, &size)) return memFullErr;
   if (const OSErr error = HostSetHandleSize(procs, destination, size)) return error;
   // Only now, and after the one that may be the same: a block moves when it grows.
   const LockedHandle locked(procs, source);
@@ -104,7 +102,7 @@ OSErr HostHandleCat(const HandleProcs* procs, Handle destination, Handle source)
     return noErr;
   }
   HostSetHandleSize(procs, destination, static_cast<int32>(before));
-  return kHostOutOfMemory;
+  return memFullErr;
 }
 
 OSErr HostHandle2CString(const HandleProcs* procs, Handle handle, char* text, std::size_t room) {
@@ -116,8 +114,8 @@ OSErr HostHandle2CString(const HandleProcs* procs, Handle handle, char* text, st
 
 OSErr HostHandle2PString(const HandleProcs* procs, Handle handle, unsigned char* text) {
   std::size_t length;
-  const OSErr error =
-      readText(procs, handle, reinterpret_cast<char*>(text) + 1, kLongestPString, &length);
+  const OSErr error = readText(procs, handle, reinterpret_cast<char*>(text) + 1,
+                               kLongestTerminatedPString, &length);
   text[0] = static_cast<unsigned char>(length);
   text[length + 1] = 0;
   return error;
@@ -135,7 +133,7 @@ OSErr HostHandle2Version(const HandleProcs* procs, Handle handle, HostVersionNum
   if (const OSErr error = whyUnreadable(procs, handle)) return error;
   if (sizeOf(procs, handle) < sizeof *version) return paramErr;
   const LockedHandle locked(procs, handle);
-  if (locked.bytes() == nullptr) return kHostOutOfMemory;
+  if (locked.bytes() == nullptr) return memFullErr;
   std::memcpy(version, locked.bytes(), sizeof *version);
   return noErr;
 }

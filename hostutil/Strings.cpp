@@ -1,5 +1,7 @@
 #include "hostutil/Strings.h"
 
+#include <PIGeneral.h>
+
 #include <algorithm>
 #include <bitset>
 #include <cstring>
@@ -7,9 +9,6 @@
 namespace {
 
 constexpr int kLongestCString = 32767;
-constexpr unsigned char kLongestTerminated = 254;  // leaves room for the zero byte in 256 bytes
-constexpr int kLongestPString = 255;
-constexpr short kErrReportString = -30904;
 
 int boundedLength(const char* text, int bound) {
   const void* end = std::memchr(text, 0, static_cast<std::size_t>(bound));
@@ -54,21 +53,21 @@ short AppendString(unsigned char* destination, const unsigned char* source, shor
     ++destination[0];  // first, and as 8 bits: a length that wraps stays inside the buffer
     destination[destination[0]] = source[start + i];
   }
-  destination[0] = std::min(destination[0], kLongestTerminated);
+  destination[0] = std::min(destination[0], kLongestTerminatedPString);
   destination[destination[0] + 1] = 0;
   return destination[0];
 }
 
 short AppendCharToString(unsigned char* destination, char character) {
-  if (destination[0] < kLongestTerminated) {
+  if (destination[0] < kLongestTerminatedPString) {
     const unsigned char length = ++destination[0];
     destination[length] = static_cast<unsigned char>(character);
     destination[length + 1] = 0;
     return length;
   }
-  destination[0] = kLongestTerminated;
-  destination[kLongestTerminated + 1] = 0;
-  return kLongestTerminated;
+  destination[0] = kLongestTerminatedPString;
+  destination[kLongestTerminatedPString + 1] = 0;
+  return kLongestTerminatedPString;
 }
 
 short PIstrlen(const char* text) {
@@ -124,7 +123,7 @@ short HostMatch(const char* text, const char* pattern, bool ignoreCase, short li
 }
 
 short HostStringMatch(unsigned char* text, const char* pattern, bool ignoreCase) {
-  text[0] = std::min(text[0], kLongestTerminated);
+  text[0] = std::min(text[0], kLongestTerminatedPString);
   text[text[0] + 1] = 0;
   return HostMatch(reinterpret_cast<const char*>(text) + 1, pattern, ignoreCase, text[0]);
 }
@@ -175,8 +174,8 @@ std::uint32_t PIChar2Type(const char* characters) {
 }
 
 short HostReportError(unsigned char* errorString, const unsigned char* message) {
-  if (errorString == nullptr) return kErrReportString;
+  if (errorString == nullptr) return errReportString;
   errorString[0] = 0;
   AppendString(errorString, message, 1, message[0]);
-  return kErrReportString;
+  return errReportString;
 }

@@ -22,6 +22,10 @@
 #include <cstddef>
 #include <cstdint>
 
+/// The most characters of a length-prefixed string, and of one that leaves room for a zero byte.
+inline constexpr unsigned char kLongestPString = 255;
+inline constexpr unsigned char kLongestTerminatedPString = 254;
+
 /// Appends bytes of `source`, from index `start` on, to the length-prefixed `destination`.
 /// The number of bytes is `count` where `count - start + length of destination` is below 256, else
 /// `start + 255 - length of destination`; the length byte is raised, as 8 bits, before each byte is

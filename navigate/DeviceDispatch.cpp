@@ -1,15 +1,10 @@
-// Decides what a sample of device motion does: the motion that strictly dominates wins.
-#include <algorithm>
-
-#include "device/DeviceEvent.h"
+// The receiver of device events: each sample of device motion does what its dominant motion says.
 #include "hostactions/BrushSize.h"
+#include "navigate/DeviceEvent.h"
+#include "navigate/Dominance.h"
 #include "navigate/Navigate2D.h"
 
 namespace {
-
-struct Motion {
-  std::int16_t x, y, z, rx, ry, rz;
-};
 
 std::int16_t readShort(EventRef event, EventParamName name) {
   std::int16_t value = 0;
@@ -25,8 +20,6 @@ Motion readMotion(EventRef event) {
           .ry = readShort(event, kRotationY),
           .rz = readShort(event, kRotationZ)};
 }
-
-int square(std::int16_t value) { return value * value; }
 
 /// Makes a mouse-moved event and drops it unposted. The delta is declared with 4 of its 16 bytes:
 /// both are meant so, and nothing else depends on the event.
@@ -44,21 +37,21 @@ void makeIdleMouseEvent() {
 /// −32768 has no positive counterpart in 16 bits and stays itself.
 short negated(std::int16_t value) { return static_cast<short>(-value); }
 
-void route(Navigate2D& navigator, const Motion& motion) {
-  const int zoom = square(motion.z);
-  const int twist = square(motion.rz);
-  const int pan = std::max(square(motion.x), square(motion.y));
-  if (twist > zoom && twist > pan) {
-    AdjustBrushSize(motion.rz);
-    makeIdleMouseEvent();
-    return;
-  }
+void act(Navigate2D& navigator, const Motion& motion) {
+  const Act dominant = dominantAct(motion);
   // Brush steps add up over an unbroken run of twists alone.
-  ResetBrushSizeAccumulator();
-  if (zoom > twist && zoom > pan) {
-    navigator.ZoomEvent(motion.z);
-  } else {
-    navigator.PanEvent(negated(motion.x), negated(motion.y));
+  if (dominant != Act::kBrush) ResetBrushSizeAccumulator();
+  switch (dominant) {
+    case Act::kBrush:
+      AdjustBrushSize(motion.rz);
+      makeIdleMouseEvent();
+      break;
+    case Act::kZoom:
+      navigator.ZoomEvent(motion.z);
+      break;
+    case Act::kPan:
+      navigator.PanEvent(negated(motion.x), negated(motion.y));
+      break;
   }
 }
 
@@ -74,7 +67,7 @@ OSStatus deviceHandler(EventHandlerCallRef, EventRef event, void* userData) {
   try {
     const UInt32 kind = GetEventKind(event);
     if (kind == kDeviceButton) readButton(event);
-    if (kind == kDeviceAxes) route(*static_cast<Navigate2D*>(userData), readMotion(event));
+    if (kind == kDeviceAxes) act(*static_cast<Navigate2D*>(userData), readMotion(event));
   } catch (...) {
     // The caller is the platform's dispatcher: the sample is lost, the event still consumed.
   }

@@ -4,8 +4,8 @@
 
 #include <iterator>
 
-#include "device/DeviceEvent.h"
-#include "navigate/HostWindow.h"
+#include "hostactions/ZoomPreference.h"
+#include "navigate/DeviceEvent.h"
 
 namespace {
 
@@ -35,15 +35,4 @@ void Navigate2D::installDeviceHandler() {
                       &m_deviceHandlerRef);
 }
 
-void Navigate2D::InstallMouseDownHandler() {
-  if (m_mouseDownHandlerRef != nullptr) return;
-  static constexpr EventTypeSpec kTypes[] = {{kEventClassMouse, kEventMouseDown},
-                                             {kEventClassMouse, kEventMouseUp}};
-  InstallEventHandler(GetEventDispatcherTarget(), mouseDownHandler, std::size(kTypes), kTypes,
-                      nullptr, &m_mouseDownHandlerRef);
-}
-
-void Navigate2D::RemoveMouseDownHandler() {
-  if (m_mouseDownHandlerRef != nullptr) RemoveEventHandler(m_mouseDownHandlerRef);
-  m_mouseDownHandlerRef = nullptr;
-}
+bool Navigate2D::getZoomWithScrollWheel() { return readZoomWithScrollWheel(); }

@@ -64,9 +64,7 @@ class Navigate2D {
   void InstallMouseDownHandler();
   void RemoveMouseDownHandler();
 
-  /// Whether the host zooms with the scroll wheel, read from its preferences file. False, with a
-  /// line on standard output, where the file cannot be opened. Throws what the version query
-  /// throws.
+  /// The host's preference (hostactions/ZoomPreference.h).
   static bool getZoomWithScrollWheel();
 
   /// 0: ready for input; 1 to 51: waiting for the host's redraw, counting the samples dropped.
@@ -76,10 +74,30 @@ class Navigate2D {
   EventHandlerRef m_mouseDownHandlerRef;  ///< the click filter, null while it is not installed
 
  private:
-  bool mayAct();
+  /// Takes a sample, or drops and counts it while the host has not redrawn: at the 51st drop the
+  /// wait ends by itself, so that a redraw that never comes does not stop the device for good.
+  /// Returns true if the sample was taken.
+  bool takeSample();
+
+  /// Begins the wait for the host's redraw, unless it is under way.
+  void beginRedrawWait();
+
+  /// Posts one tick at the mouse, or at the window's centre if the mouse is outside. On the right
+  /// edge it moves to the centre line. The wait begins before anything is posted, and also if the
+  /// window turns out too narrow to post anything.
   void postTick(UInt16 axis, SInt32 delta, UInt32 modifiers);
 };
 
 /// The receiver of device events; `userData` is the `Navigate2D`. Consumes every event that it is
 /// given and returns 0; nothing is thrown out of it. [main-thread]
 OSStatus deviceHandler(EventHandlerCallRef nextHandler, EventRef event, void* userData);
+
+/// The platform's report of `count` redrawn rectangles. Ends the wait of the `Navigate2D` that
+/// `userInfo` points to, at the first rectangle that overlaps the main window's content. The
+/// rectangles are compared with the window's y without conversion; kept as hosts' pacing has it.
+/// [main-thread]
+void screenRefreshCallback(std::uint32_t count, const CGRect* rects, void* userInfo);
+
+/// The click filter: while it is installed no real click reaches the host. A mouse-down or mouse-up
+/// passes only with the one-byte marker 'MrVe' = 1; every other mouse event passes. [main-thread]
+OSStatus mouseDownHandler(EventHandlerCallRef nextHandler, EventRef event, void* userData);

@@ -1,28 +1,13 @@
 #include <cstdlib>
 
-#include "navigate/HostWindow.h"
+#include "hostwindow/HostWindow.h"
 #include "navigate/Navigate2D.h"
-#include "navigate/ScreenGeometry.h"
+#include "navigate/PanStep.h"
 
 namespace {
 
 constexpr int kPanThreshold = 6;
 constexpr int kTickPixels = 8;
-constexpr short kOrigin = 5;
-
-/// s·|s|/250 by way of the quotients below: the first in single, the others in double precision,
-/// so that the last bit comes out as it always has.
-double scaled(int s) {
-  const float q = 500.0F / static_cast<float>(s);
-  const double k = static_cast<double>(q) * 0.5;
-  const double m = s / k;
-  return s <= 0 ? -m : m;
-}
-
-/// Where a displacement of `s` ends. The origin is added before the truncation and taken away after
-/// it, which rounds small negative steps away from zero and positive ones toward it, on purpose: a
-/// negative motion of any size moves, a positive one only from 16 counts on.
-short endOf(int s) { return pixel(scaled(s) + kOrigin); }
 
 struct Wheel {
   int step;
@@ -49,15 +34,15 @@ void Navigate2D::PanEvent(short dx, short dy) {
   } else {
     InstallMouseDownHandler();
   }
-  if (mayAct()) SimulateScrollbarPan(dx, dy);
+  if (takeSample()) SimulateScrollbarPan(dx, dy);
 }
 
 void Navigate2D::SimulateScrollbarPan(int dx, int dy) {
   if (getMainPhotoshopWindow() == nullptr) return;
   const bool horizontal = std::abs(dx) > std::abs(dy);
-  const Point start = {.v = kOrigin, .h = kOrigin};
+  const Point start = {.v = kPanOrigin, .h = kPanOrigin};
   Point end = start;
-  (horizontal ? end.h : end.v) = endOf(horizontal ? dx : dy);
+  (horizontal ? end.h : end.v) = panStepEnd(horizontal ? dx : dy);
   SimulateScrollWheelPanEvent(nullptr, start, end);
 }
 

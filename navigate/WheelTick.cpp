@@ -1,16 +1,14 @@
-// The synthesized scroll wheel: where a tick goes, how it is bracketed by modifier keys, and the
-// wait for the host's redraw that paces it.
+// The synthesized scroll wheel: where a tick goes, and the modifier keys pressed round it.
 #include <ApplicationServices/ApplicationServices.h>
 
-#include "navigate/HostWindow.h"
+#include "hostwindow/HostWindow.h"
+#include "hostwindow/ScreenGeometry.h"
 #include "navigate/Navigate2D.h"
-#include "navigate/ScreenGeometry.h"
 
 namespace {
 
 constexpr CGKeyCode kOptionKeyCode = 58;
 constexpr CGKeyCode kCommandKeyCode = 55;
-constexpr std::int16_t kLongestWait = 50;
 
 void postAndRelease(CGEventRef event) {
   CGEventPost(kCGSessionEventTap, event);
@@ -60,25 +58,13 @@ int Navigate2D::SimulateMouseDragEvent(WindowRef, Point, Point) { return 0; }
 
 int Navigate2D::GetSbarControl(WindowRef, SInt32, ControlRef*) { return 0; }
 
-/// Whether a sample may act. One that may not is dropped and counted: at the 51st the wait ends by
-/// itself, so that a redraw that never comes does not stop the device for good.
-bool Navigate2D::mayAct() {
-  if (m_refreshWait == 0 && !isPhotoshopWindowUpdatePending()) return true;
-  m_refreshWait = m_refreshWait <= kLongestWait ? static_cast<std::int16_t>(m_refreshWait + 1)
-                                                : std::int16_t{0};
-  return false;
-}
-
-/// Posts one tick at the mouse, or at the window's centre where the mouse is outside. On the right
-/// edge it moves to the centre line. The wait begins before anything is posted, and also where the
-/// window turns out too narrow to post anything.
 void Navigate2D::postTick(UInt16 axis, SInt32 delta, UInt32 modifiers) {
   Rect bounds;
   Point mouse;
   getMainPhotoshopWindowBounds(&bounds);
   getCurrentMouseLocation(&mouse);
   Point where = placeInside(bounds, mouse);
-  if (m_refreshWait <= 0) m_refreshWait = 1;
+  beginRedrawWait();
   if (where.h >= bounds.right) {
     where.h = middle(bounds.left, bounds.right);
     if (bounds.left >= where.h) return;

@@ -1,7 +1,7 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "navigate/HostWindow.h"
+#include "hostwindow/HostWindow.h"
 #include "navigate/Navigate2D.h"
 
 namespace {
@@ -20,7 +20,7 @@ bool isAtMaximum(int direction) {
 }  // namespace
 
 void Navigate2D::ZoomEvent(short z) {
-  if (mayAct()) SimulateScrollWheelZoom(z);
+  if (takeSample()) SimulateScrollWheelZoom(z);
 }
 
 void Navigate2D::SimulateScrollWheelZoom(int delta) {

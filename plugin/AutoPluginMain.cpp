@@ -8,19 +8,13 @@
 #include "device/MrvDeviceEvents.h"
 #include "hostactions/BrushSize.h"
 #include "hostactions/QueuedEvent.h"
-#include "plugin/Suites.h"
+#include "suites/Suites.h"
 
 SPPluginRef gPlugInRef = nullptr;
 MrvDeviceEvents* gMrvDeviceEvents = nullptr;
 
 namespace {
 
-constexpr char kInterfaceCaller[] = "SP Interface";
-constexpr char kPhotoshopCaller[] = "PS Photoshop";
-constexpr char kAboutSelector[] = "About";
-constexpr char kStartupSelector[] = "Startup";
-constexpr char kShutdownSelector[] = "Shutdown";
-constexpr char kDoItSelector[] = "Do It";
 constexpr int kAboutDialog = 18502;
 
 /// Host strings have an equality of their own, so they are never compared here.
@@ -44,12 +38,12 @@ void shutdown() {
 
 /// The conditions are independent: the host's equality decides, and one call may match several.
 void dispatch(const char* caller, const char* selector) {
-  if (isHostString(caller, kInterfaceCaller)) {
-    if (isHostString(selector, kAboutSelector)) DoAbout(gPlugInRef, kAboutDialog);
-    if (isHostString(selector, kStartupSelector)) startup();
-    if (isHostString(selector, kShutdownSelector)) shutdown();
+  if (isHostString(caller, kSPInterfaceCaller)) {
+    if (isHostString(selector, kSPInterfaceAboutSelector)) DoAbout(gPlugInRef, kAboutDialog);
+    if (isHostString(selector, kSPInterfaceStartupSelector)) startup();
+    if (isHostString(selector, kSPInterfaceShutdownSelector)) shutdown();
   }
-  if (isHostString(caller, kPhotoshopCaller) && isHostString(selector, kDoItSelector)) {
+  if (isHostString(caller, kPSPhotoshopCaller) && isHostString(selector, kPSDoIt)) {
     PlayQueuedEvent();
   }
 }
@@ -65,7 +59,7 @@ extern "C" __attribute__((visibility("default"))) int AutoPluginMain(const char*
   try {
     dispatch(caller, selector);
   } catch (...) {
-    return kParameterError;
+    return kSPBadParameterError;
   }
   return 0;
 }
@@ -76,5 +70,7 @@ void DoAbout(SPPluginRef, int) {
   static_assert(sizeof kNote == 2 + 0x3F);
   DebugStr(kNote);
 }
+
+void ShowAbout() {}
 
 int Execute(PSActionsPlugInMessage*) { return 0; }

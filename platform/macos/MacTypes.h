@@ -49,7 +49,7 @@ struct Rect {
   short right;
 };
 
-enum { noErr = 0, paramErr = -50 };
+enum { noErr = 0, fnfErr = -43, paramErr = -50, memFullErr = -108 };
 
 extern "C" {
 

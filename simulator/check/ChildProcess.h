@@ -3,7 +3,7 @@
 
 #include <functional>
 
-#include "simulator/Log.h"
+#include "simulator/base/Log.h"
 
 namespace simulator {
 

@@ -9,17 +9,17 @@
 #include <set>
 #include <utility>
 
-#include "platform/FourCharCode.h"
+#include "platform/host/SPErrorCodes.h"
 #include "simulator/check/Check.h"
 #include "simulator/check/ChildProcess.h"
 #include "simulator/check/Session.h"
-#include "simulator/scenario/PluginModule.h"
+#include "simulator/loader/PluginModule.h"
 
 namespace simulator {
 
 namespace {
 
-constexpr std::uint32_t kParameterError = fourCharCode("Parm");
+constexpr auto kParameterError = static_cast<std::uint32_t>(kSPBadParameterError);
 constexpr std::string_view kLeaked = "leaked";
 constexpr std::string_view kOtherThread = "another thread";
 constexpr double kLongestLoad = 0.1;

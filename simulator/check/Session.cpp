@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
-#include "simulator/Faults.h"
+#include "simulator/base/Faults.h"
 #include "simulator/scenario/OutputCapture.h"
 #include "simulator/scenario/Player.h"
 #include "simulator/scenario/ScenarioReader.h"

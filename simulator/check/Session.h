@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "simulator/Log.h"
+#include "simulator/base/Log.h"
 
 namespace simulator {
 

@@ -5,7 +5,7 @@
 #include <cmath>
 #include <string>
 
-#include "simulator/Log.h"
+#include "simulator/base/Log.h"
 #include "simulator/host/Host.h"
 #include "simulator/macos/EventManager.h"
 #include "simulator/macos/TextInput.h"

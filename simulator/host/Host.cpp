@@ -7,8 +7,9 @@
 #include <numeric>
 #include <vector>
 
-#include "simulator/host/HostState.h"
-#include "simulator/host/Suites.h"
+#include "simulator/host/model/HostState.h"
+#include "simulator/host/suites/Suites.h"
+#include "simulator/macos/MemoryHandles.h"
 
 namespace simulator {
 
@@ -30,11 +31,6 @@ void reportMemoryBlocks(HostState& state) {
 }
 
 }  // namespace
-
-HostState& hostState() {
-  static HostState& state = *new HostState;
-  return state;
-}
 
 SPBasicSuite* Host::basicSuite() { return &simulator::basicSuite; }
 
@@ -106,7 +102,7 @@ Reference Host::contentOf(PIActionReference reference) const {
 std::size_t Host::objectsOwned() const {
   const HostState& state = hostState();
   return state.descriptors.owned() + state.lists.owned() + state.references.owned() +
-         state.strings.owned() + state.handles.owned() + state.memoryBlocks.size();
+         state.strings.owned() + theMemoryHandles().owned() + state.memoryBlocks.size();
 }
 
 int Host::suitesHeld() const {
@@ -121,7 +117,7 @@ void Host::reportLeaks() {
   state.lists.reportLeaks();
   state.references.reportLeaks();
   state.strings.reportLeaks();
-  state.handles.reportLeaks();
+  theMemoryHandles().reportLeaks();
   reportMemoryBlocks(state);
 }
 

@@ -18,9 +18,9 @@
 #include <utility>
 
 #include "platform/host/SPBasic.h"
-#include "simulator/Log.h"
-#include "simulator/host/DescriptorJson.h"
-#include "simulator/host/Model.h"
+#include "simulator/base/Log.h"
+#include "simulator/host/json/DescriptorJson.h"
+#include "simulator/host/model/Model.h"
 
 namespace simulator {
 

@@ -4,7 +4,7 @@
 #include <filesystem>
 #include <memory>
 
-#include "simulator/scenario/PluginModule.h"
+#include "simulator/loader/PluginModule.h"
 
 namespace simulator {
 

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <string>
 
-#include "simulator/Log.h"
+#include "simulator/base/Log.h"
 #include "simulator/loader/CLibrary.h"
 
 namespace simulator {

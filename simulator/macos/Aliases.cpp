@@ -1,11 +1,39 @@
-// Aliases, found again by their paths among the files of this machine.
+#include "simulator/macos/Aliases.h"
+
 #include <CoreServices/CoreServices.h>
 
 #include <cstring>
 #include <filesystem>
 
-#include "simulator/host/FileReferences.h"
+#include "simulator/base/CallError.h"
 #include "simulator/macos/Folders.h"
+#include "simulator/macos/MemoryHandles.h"
+
+namespace simulator {
+
+namespace {
+
+/// Stands where a real alias has its head; the path follows.
+constexpr std::string_view kAliasHead = "alias:";
+
+}  // namespace
+
+AliasHandle makeAlias(const std::string& path, const char* maker) {
+  return reinterpret_cast<AliasHandle>(
+      theMemoryHandles().make(std::string(kAliasHead) + path, maker));
+}
+
+std::optional<std::string> pathOfAlias(AliasHandle alias, const char* procedure) {
+  try {
+    const std::string bytes = theMemoryHandles().bytes(reinterpret_cast<Handle>(alias), procedure);
+    if (!bytes.starts_with(kAliasHead)) return std::nullopt;
+    return bytes.substr(kAliasHead.size());
+  } catch (const CallError&) {
+    return std::nullopt;
+  }
+}
+
+}  // namespace simulator
 
 using namespace simulator;
 

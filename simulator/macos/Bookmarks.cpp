@@ -1,11 +1,10 @@
-// File URLs, data, and bookmarks: data in which a path stands behind a mark.
-#include <CoreFoundation/CoreFoundation.h>
+// File URLs, data, and bookmarks.
+#include "simulator/macos/Bookmarks.h"
 
 #include <cstring>
 #include <filesystem>
 #include <string_view>
 
-#include "simulator/host/FileReferences.h"
 #include "simulator/macos/CFObjects.h"
 
 namespace simulator {
@@ -28,23 +27,16 @@ CFURLRef makeURL(std::string path) {
   return static_cast<CFURLRef>(theCFObjects().make(CFUrl{std::move(path)}));
 }
 
-/// A bookmark may have been made of a file that is no more: the file is not asked for here.
-CFDataRef bookmarkOf(const std::string& path) { return makeData(std::string(kMark) + path); }
+}  // namespace
 
-std::optional<std::string> pathOf(CFDataRef bookmark) {
+CFDataRef makeBookmark(const std::string& path) { return makeData(std::string(kMark) + path); }
+
+std::optional<std::string> pathOfBookmark(CFDataRef bookmark) {
   const auto data = theCFObjects().get<CFBytes>(bookmark, "reading a bookmark");
   if (!data) return std::nullopt;
   const std::string bytes(data->bytes.begin(), data->bytes.end());
   return bytes.starts_with(kMark) ? std::optional(bytes.substr(kMark.size())) : std::nullopt;
 }
-
-/// The host reads and makes the bookmarks in its descriptors through these.
-[[maybe_unused]] const bool hostKnowsBookmarks = [] {
-  setBookmarks({.make = bookmarkOf, .path = pathOf});
-  return true;
-}();
-
-}  // namespace
 
 }  // namespace simulator
 
@@ -72,13 +64,13 @@ Boolean CFURLGetFileSystemRepresentation(CFURLRef url, Boolean, UInt8* buffer, C
 CFDataRef CFURLCreateBookmarkData(CFAllocatorRef, CFURLRef url, CFURLBookmarkCreationOptions,
                                   CFArrayRef, CFURLRef, CFErrorRef*) {
   const auto known = theCFObjects().get<CFUrl>(url, "CFURLCreateBookmarkData");
-  return known && exists(known->path) ? bookmarkOf(known->path) : nullptr;
+  return known && exists(known->path) ? makeBookmark(known->path) : nullptr;
 }
 
 CFURLRef CFURLCreateByResolvingBookmarkData(CFAllocatorRef, CFDataRef bookmark,
                                             CFURLBookmarkResolutionOptions, CFURLRef, CFArrayRef,
                                             Boolean* isStale, CFErrorRef*) {
-  const auto path = bookmark != nullptr ? pathOf(bookmark) : std::nullopt;
+  const auto path = bookmark != nullptr ? pathOfBookmark(bookmark) : std::nullopt;
   if (!path || !exists(*path)) return nullptr;
   if (isStale != nullptr) *isStale = false;
   return makeURL(*path);

@@ -5,7 +5,7 @@
 #include <array>
 #include <map>
 
-#include "simulator/Log.h"
+#include "simulator/base/Log.h"
 
 namespace simulator {
 

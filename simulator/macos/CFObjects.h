@@ -11,7 +11,7 @@
 #include <variant>
 #include <vector>
 
-#include "simulator/macos/HandleTable.h"
+#include "simulator/base/HandleTable.h"
 
 namespace simulator {
 

@@ -3,7 +3,7 @@
 
 #include <string_view>
 
-#include "simulator/host/HostText.h"
+#include "simulator/base/Text.h"
 #include "simulator/macos/CFObjects.h"
 
 using namespace simulator;

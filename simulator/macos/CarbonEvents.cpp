@@ -7,9 +7,9 @@ using simulator::theEventManager;
 
 OSStatus CreateEvent(CFAllocatorRef, OSType inClassID, UInt32 inKind, EventTime inWhen,
                      EventAttributes, EventRef* outEvent) {
-  constexpr OSStatus kOutOfMemory = -108;
+  constexpr OSStatus memFullErr = -108;
   const EventRef event = theEventManager().create(inClassID, inKind, inWhen);
-  if (event == nullptr) return kOutOfMemory;
+  if (event == nullptr) return memFullErr;
   *outEvent = event;
   return noErr;
 }

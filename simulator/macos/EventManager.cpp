@@ -68,7 +68,7 @@ EventRef EventManager::create(OSType eventClass, UInt32 kind, EventTime when) {
     return nullptr;
   }
   const std::lock_guard lock(mutex_);
-  const void* handle = events_.insert({eventClass, kind, when, 1, false, {}});
+  const void* handle = events_.insert({{eventClass, kind, when, {}}});
   return static_cast<EventRef>(const_cast<void*>(handle));
 }
 
@@ -80,7 +80,9 @@ void EventManager::retain(EventRef ref) {
 void EventManager::release(EventRef ref) {
   const std::lock_guard lock(mutex_);
   Event* event = find(ref, "ReleaseEvent");
-  if (event != nullptr && --event->references == 0) events_.erase(ref);
+  if (event == nullptr || --event->references > 0) return;
+  if (observer_) observer_(*event);
+  events_.erase(ref);
 }
 
 OSType EventManager::classOf(EventRef ref) {
@@ -221,6 +223,11 @@ bool EventManager::dispatchNext() {
 
 void EventManager::setApplication(std::function<void(EventRef)> application) {
   application_ = std::move(application);
+}
+
+void EventManager::setObserver(std::function<void(const EventContent&)> observer) {
+  const std::lock_guard lock(mutex_);
+  observer_ = std::move(observer);
 }
 
 std::size_t EventManager::queued() {

@@ -13,8 +13,8 @@
 #include <span>
 #include <vector>
 
-#include "simulator/Log.h"
-#include "simulator/macos/HandleTable.h"
+#include "simulator/base/HandleTable.h"
+#include "simulator/base/Log.h"
 
 namespace simulator {
 
@@ -35,6 +35,14 @@ struct EventParameter {
   EventParamName name = 0;
   EventParamType type = 0;
   ParameterBytes bytes;
+};
+
+/// What an event says.
+struct EventContent {
+  OSType eventClass = 0;
+  UInt32 kind = 0;
+  EventTime when = 0.0;
+  std::vector<EventParameter> parameters;  ///< in the order in which they were first set
 };
 
 /// What dispatching an event came to.
@@ -80,6 +88,10 @@ class EventManager {
   /// What the application does with an event that no handler kept from it. [main-thread]
   void setApplication(std::function<void(EventRef)> application);
 
+  /// Calls `observer` with the content of each event that goes, under the event manager's lock: an
+  /// event that was made and never posted shows here alone. [main-thread]
+  void setObserver(std::function<void(const EventContent&)> observer);
+
   std::size_t queued();
   std::size_t installed();
   std::size_t live();
@@ -91,13 +103,9 @@ class EventManager {
   void reportLeaks();
 
  private:
-  struct Event {
-    OSType eventClass = 0;
-    UInt32 kind = 0;
-    EventTime when = 0.0;
+  struct Event : EventContent {
     long references = 1;
     bool queued = false;
-    std::vector<EventParameter> parameters;
   };
   struct Handler {
     EventHandlerRef ref = nullptr;
@@ -126,6 +134,7 @@ class EventManager {
   std::vector<Handler> handlers_;              ///< in the order of installation
   std::uintptr_t lastHandler_ = 0;
   std::function<void(EventRef)> application_;
+  std::function<void(const EventContent&)> observer_;
   std::atomic<int> failingCreations_{0};
 };
 

@@ -64,14 +64,13 @@ std::optional<std::string> pathOfRef(const FSRef& ref) {
 
 OSErr FSFindFolder(FSVolumeRefNum vRefNum, OSType folderType, Boolean createFolder,
                    FSRef* foundRef) {
-  constexpr OSErr kFolderNotFound = -43;
   const auto home = simulator::homeFolder();
   const bool known = vRefNum == kUserDomain && folderType == kPreferencesFolderType;
-  if (!home || !known) return kFolderNotFound;
+  if (!home || !known) return fnfErr;
   const std::filesystem::path folder = simulator::preferencesFolder(*home);
   std::error_code error;
   if (createFolder) std::filesystem::create_directories(folder, error);
-  if (!std::filesystem::is_directory(folder, error)) return kFolderNotFound;
+  if (!std::filesystem::is_directory(folder, error)) return fnfErr;
   *foundRef = simulator::refOfPath(folder.string());
   return noErr;
 }

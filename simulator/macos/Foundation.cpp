@@ -1,21 +1,16 @@
 // Foundation's system log and search paths, and the arrays in which it answers.
-#include <CoreFoundation/CoreFoundation.h>
-#include <objc/objc.h>
-
 #include <cstdarg>
 #include <cstdio>
 #include <map>
 
-#include "simulator/Log.h"
+#include "platform/foundation/FoundationCalls.h"
+#include "simulator/base/Log.h"
 #include "simulator/macos/CFObjects.h"
 #include "simulator/macos/Folders.h"
 
 namespace simulator {
 
 namespace {
-
-constexpr unsigned long kDesktopDirectory = 12;
-constexpr unsigned long kUserDomainMask = 1;
 
 /// The array of one path. It is lent to the caller, so it has to stay; there is one for each path.
 CFArrayRef arrayOf(const std::string& path) {
@@ -59,7 +54,8 @@ void NSLog(CFStringRef format, ...) {
 CFArrayRef NSSearchPathForDirectoriesInDomains(unsigned long directory, unsigned long domainMask,
                                                BOOL expandTilde) {
   const auto home = homeFolder();
-  if (!home || directory != kDesktopDirectory || domainMask != kUserDomainMask) return emptyArray();
+  if (!home || directory != NSDesktopDirectory || domainMask != NSUserDomainMask)
+    return emptyArray();
   return arrayOf(expandTilde ? (*home / "Desktop").string() : "~/Desktop");
 }
 }

@@ -7,7 +7,7 @@
 #include <cstring>
 #include <string>
 
-#include "simulator/Log.h"
+#include "simulator/base/Log.h"
 
 namespace simulator {
 

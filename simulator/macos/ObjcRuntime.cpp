@@ -7,7 +7,7 @@
 #include <map>
 #include <mutex>
 
-#include "simulator/Log.h"
+#include "simulator/base/Log.h"
 #include "simulator/macos/WindowServer.h"
 
 namespace simulator {

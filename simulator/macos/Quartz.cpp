@@ -3,7 +3,7 @@
 
 #include <cstdarg>
 
-#include "simulator/Log.h"
+#include "simulator/base/Log.h"
 #include "simulator/macos/CFObjects.h"
 #include "simulator/macos/WindowServer.h"
 

@@ -5,7 +5,7 @@
 
 #include <chrono>
 
-#include "simulator/Log.h"
+#include "simulator/base/Log.h"
 
 namespace simulator {
 

@@ -10,7 +10,7 @@
 #include <utility>
 #include <vector>
 
-#include "simulator/Log.h"
+#include "simulator/base/Log.h"
 #include "simulator/macos/CFObjects.h"
 #include "simulator/macos/ObjcRuntime.h"
 

@@ -1,7 +1,7 @@
 #include "simulator/moravin/Framework.h"
 
-#include "simulator/Faults.h"
-#include "simulator/Log.h"
+#include "simulator/base/Faults.h"
+#include "simulator/base/Log.h"
 
 namespace simulator {
 

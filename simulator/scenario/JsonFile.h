@@ -4,7 +4,7 @@
 #include <stdexcept>
 #include <string>
 
-#include "simulator/Log.h"
+#include "simulator/base/Log.h"
 
 namespace simulator {
 

@@ -5,7 +5,7 @@
 
 #include <algorithm>
 
-#include "simulator/Log.h"
+#include "simulator/base/Log.h"
 #include "simulator/host/DocumentView.h"
 #include "simulator/host/Host.h"
 #include "simulator/macos/CFObjects.h"

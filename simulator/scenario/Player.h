@@ -5,8 +5,8 @@
 #include <functional>
 #include <string>
 
+#include "simulator/loader/PluginModule.h"
 #include "simulator/scenario/HostFiles.h"
-#include "simulator/scenario/PluginModule.h"
 #include "simulator/scenario/Scenario.h"
 
 namespace simulator {

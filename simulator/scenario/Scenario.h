@@ -11,7 +11,7 @@
 #include <variant>
 #include <vector>
 
-#include "simulator/Faults.h"
+#include "simulator/base/Faults.h"
 
 namespace simulator {
 

@@ -9,7 +9,7 @@
 #include <map>
 #include <string_view>
 
-#include "simulator/Log.h"
+#include "simulator/base/Log.h"
 #include "simulator/scenario/JsonFile.h"
 #include "simulator/scenario/Procedures.h"
 

@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "simulator/Log.h"
+#include "simulator/base/Log.h"
 #include "simulator/scenario/Player.h"
 
 namespace simulator {

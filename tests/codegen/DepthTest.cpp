@@ -8,8 +8,8 @@
 #include <memory>
 
 #include "codegen/Walkers.h"
-#include "plugin/Suites.h"
 #include "simulator/host/Host.h"
+#include "suites/Suites.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 #include <fstream>
 
 #include "codegen/DumpDescriptor.h"
-#include "simulator/Faults.h"
+#include "simulator/base/Faults.h"
 #include "tests/codegen/GeneratorFixture.h"
 
 namespace {

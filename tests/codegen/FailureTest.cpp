@@ -5,7 +5,7 @@
 #include <regex>
 #include <sstream>
 
-#include "simulator/Faults.h"
+#include "simulator/base/Faults.h"
 #include "tests/codegen/GeneratorFixture.h"
 
 namespace {

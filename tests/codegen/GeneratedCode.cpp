@@ -16,7 +16,7 @@ namespace {
 constexpr char kPrologue[] = R"(
 #include <SPErrorCodes.h>
 #include "codegen/PathConversion.h"
-#include "plugin/Suites.h"
+#include "suites/Suites.h"
 
 static void FullPathToAlias(const char* path, Handle& alias) {
   FullPathToAlias(path, reinterpret_cast<AliasHandle&>(alias));

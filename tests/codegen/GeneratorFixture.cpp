@@ -4,10 +4,10 @@
 #include <regex>
 
 #include "codegen/Walkers.h"
-#include "plugin/BasicSuite.h"
-#include "simulator/Faults.h"
-#include "simulator/Log.h"
+#include "simulator/base/Faults.h"
+#include "simulator/base/Log.h"
 #include "simulator/macos/Folders.h"
+#include "suites/BasicSuite.h"
 #include "tests/codegen/MemoryStream.h"
 
 namespace {

@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "codegen/DumpDescriptor.h"
-#include "plugin/Suites.h"
 #include "simulator/host/Host.h"
+#include "suites/Suites.h"
 #include "tests/support/Process.h"
 
 /// Tests of the generator. When a test ends, the host must have got back all that it handed out,

@@ -3,10 +3,10 @@
 
 #include "codegen/PathConversion.h"
 #include "hostutil/CFObject.h"
-#include "plugin/BasicSuite.h"
-#include "simulator/Faults.h"
+#include "simulator/base/Faults.h"
 #include "simulator/macos/CFObjects.h"
 #include "simulator/macos/Folders.h"
+#include "suites/BasicSuite.h"
 #include "tests/codegen/GeneratorFixture.h"
 
 namespace {

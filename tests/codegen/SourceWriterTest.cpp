@@ -41,10 +41,10 @@ TEST(SourceWriter, WritesFloatsWithAPointWhateverTheLocale) {
 }
 
 TEST(VariableNames, NameAVariableBySixteenDigitsAndReferToItByTheUnpaddedPointer) {
-  EXPECT_EQ(DeclaredName("desc", handle(0x600A0)), "desc00000000000600a0");
-  EXPECT_EQ(NestedName("desc", handle(0x600A0)), "desc0x600a0");
-  EXPECT_EQ(DeclaredName("list", handle(UINTPTR_MAX)), "listffffffffffffffff");
-  EXPECT_EQ(NestedName("ref", nullptr), "ref0x0");
+  EXPECT_EQ(declaredName("desc", handle(0x600A0)), "desc00000000000600a0");
+  EXPECT_EQ(nestedName("desc", handle(0x600A0)), "desc0x600a0");
+  EXPECT_EQ(declaredName("list", handle(UINTPTR_MAX)), "listffffffffffffffff");
+  EXPECT_EQ(nestedName("ref", nullptr), "ref0x0");
 }
 
 TEST(SourceWriter, IndentsByFiveSpacesALevelAndNotAtAllBelowOne) {

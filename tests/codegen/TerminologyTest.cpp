@@ -11,7 +11,7 @@
 
 #include "codegen/Terminology.h"
 #include "platform/FourCharCode.h"
-#include "plugin/Suites.h"
+#include "suites/Suites.h"
 
 namespace {
 

@@ -5,8 +5,8 @@
 #include <string>
 
 #include "codegen/TextConversion.h"
-#include "plugin/Suites.h"
 #include "simulator/macos/CFObjects.h"
+#include "suites/Suites.h"
 
 namespace {
 
@@ -33,7 +33,7 @@ class TextConversion : public testing::Test {
 
   static std::optional<std::string> converted(std::u16string text) {
     units = std::move(text);
-    return TextToUTF8(nullptr);
+    return textToUTF8(nullptr);
   }
 
   ASZStringSuite suite_{};

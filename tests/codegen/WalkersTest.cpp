@@ -1,7 +1,7 @@
 #include <HostTerms.h>
 
 #include "codegen/Walkers.h"
-#include "simulator/Faults.h"
+#include "simulator/base/Faults.h"
 #include "tests/codegen/GeneratorFixture.h"
 
 namespace {

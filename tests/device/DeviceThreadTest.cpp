@@ -4,8 +4,8 @@
 #include <atomic>
 #include <thread>
 
-#include "device/DeviceEvent.h"
 #include "device/MrvDeviceEvents.h"
+#include "navigate/DeviceEvent.h"
 #include "simulator/moravin/Framework.h"
 #include "tests/support/Build.h"
 #include "tests/support/DeviceRecords.h"

@@ -10,7 +10,7 @@
 
 #include "hostactions/BrushSize.h"
 #include "hostactions/PsUIBoss.h"
-#include "navigate/ObjcMessage.h"
+#include "hostwindow/ObjcMessage.h"
 #include "simulator/macos/ObjcRuntime.h"
 #include "simulator/macos/TextInput.h"
 #include "tests/support/Machine.h"

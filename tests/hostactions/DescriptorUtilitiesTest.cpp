@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "hostactions/DescriptorUtilities.h"
-#include "plugin/HostObjects.h"
+#include "suites/HostObjects.h"
 #include "tests/hostactions/RecordingHost.h"
 
 using namespace simulator;

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "hostactions/HostVersion.h"
-#include "plugin/HostObjects.h"
+#include "suites/HostObjects.h"
 #include "tests/support/Machine.h"
 
 namespace {

@@ -5,7 +5,7 @@
 #include <type_traits>
 
 #include "hostactions/PsUIBoss.h"
-#include "plugin/Suites.h"
+#include "suites/Suites.h"
 #include "tests/hostactions/RecordingHost.h"
 
 using namespace simulator;

@@ -8,7 +8,7 @@
 
 #include "hostactions/PsUIBoss.h"
 #include "hostactions/QueuedEvent.h"
-#include "plugin/Suites.h"
+#include "suites/Suites.h"
 #include "tests/hostactions/RecordingHost.h"
 
 using namespace simulator;

@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-#include "plugin/Suites.h"
+#include "suites/Suites.h"
 
 namespace testing_support {
 

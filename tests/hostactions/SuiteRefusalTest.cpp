@@ -12,7 +12,7 @@
 #include "hostactions/PsUIBoss.h"
 #include "hostactions/QueuedEvent.h"
 #include "hostactions/ShortcutFile.h"
-#include "plugin/Suites.h"
+#include "suites/Suites.h"
 #include "tests/hostactions/RecordingHost.h"
 
 using namespace simulator;

@@ -8,7 +8,7 @@
 
 #include "hostutil/CallbackChecks.h"
 #include "plugin/AutoPluginMain.h"
-#include "simulator/host/CallbackRecords.h"
+#include "simulator/host/callbacks/CallbackRecords.h"
 
 namespace {
 std::string gAlert;  // what the version alert showed last

@@ -5,10 +5,10 @@
 
 #include <string>
 
-#include "simulator/Faults.h"
-#include "simulator/Log.h"
-#include "simulator/host/CallbackRecords.h"
+#include "simulator/base/Faults.h"
+#include "simulator/base/Log.h"
 #include "simulator/host/Host.h"
+#include "simulator/host/callbacks/CallbackRecords.h"
 
 namespace hostutil_test {
 

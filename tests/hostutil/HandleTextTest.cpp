@@ -59,7 +59,7 @@ TEST_F(HandleWrappers, locking_procedures_that_are_missing_are_not_called) {
   EXPECT_EQ(HostHandleCopy(&cut, handle), nullptr);
   EXPECT_EQ(HostCString2Handle(&cut, "abc"), nullptr);
   char room[4] = "xxx";
-  EXPECT_EQ(HostHandle2CString(&cut, handle, room, 4), kHostOutOfMemory);
+  EXPECT_EQ(HostHandle2CString(&cut, handle, room, 4), memFullErr);
   EXPECT_STREQ(room, "");
   dispose(handle);
 }
@@ -123,7 +123,7 @@ TEST_F(HandleWrappers, a_destination_gets_its_size_back_where_a_block_cannot_be_
   const Handle destination = holding("abc");
   const Handle source = holding("de");
   fail("Handle.lockProc", -1);
-  EXPECT_EQ(HostHandleCat(&handles, destination, source), kHostOutOfMemory);
+  EXPECT_EQ(HostHandleCat(&handles, destination, source), memFullErr);
   EXPECT_EQ(text(destination), "abc");
   dispose(destination);
   dispose(source);

@@ -1,4 +1,4 @@
-#include "navigate/HostWindow.h"
+#include "hostwindow/HostWindow.h"
 #include "platform/FourCharCode.h"
 #include "tests/support/Input.h"
 

@@ -1,11 +1,11 @@
-// How far one sample of pan goes. The step is internal to the pan, so its source is taken in here.
+// How far one sample of pan goes.
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <cstdint>
 #include <vector>
 
-#include "navigate/Pan.cpp"  // NOLINT(bugprone-suspicious-include)
+#include "navigate/PanStep.h"
 
 namespace {
 
@@ -25,41 +25,41 @@ int plainEnd(int s) {
 }
 
 TEST(PanStep, EveryDeflectionEndsWhereThePlainStepsEnd) {
-  for (int s = -32768; s <= 32767; ++s) ASSERT_EQ(endOf(s), plainEnd<float>(s)) << s;
+  for (int s = -32768; s <= 32767; ++s) ASSERT_EQ(panStepEnd(s), plainEnd<float>(s)) << s;
 }
 
 TEST(PanStep, TheSinglePrecisionOfTheFirstQuotientShows) {
   int differing = 0;
-  for (int s = -32768; s <= 32767; ++s) differing += endOf(s) != plainEnd<double>(s);
+  for (int s = -32768; s <= 32767; ++s) differing += panStepEnd(s) != plainEnd<double>(s);
   EXPECT_GT(differing, 0);
 }
 
 /// 350·350/250 is 490 exactly; the quotient in single precision makes it a little less.
 TEST(PanStep, AtThreeHundredFiftySinglePrecisionFallsShortOfTheWholeNumber) {
-  EXPECT_EQ(endOf(350), 494);
-  EXPECT_EQ(endOf(-350), -484);
+  EXPECT_EQ(panStepEnd(350), 494);
+  EXPECT_EQ(panStepEnd(-350), -484);
   EXPECT_EQ(plainEnd<double>(350), 495);
   EXPECT_EQ(plainEnd<double>(-350), -485);
 }
 
 TEST(PanStep, SmallDeflectionsEndAtTheTruncatedQuotientOfIntegers) {
   // s·|s|/250 + 5 in whole numbers, truncated toward zero as integer division is.
-  for (int s = -50; s <= 50; ++s) EXPECT_EQ(endOf(s), (s * std::abs(s) + 1250) / 250) << s;
+  for (int s = -50; s <= 50; ++s) EXPECT_EQ(panStepEnd(s), (s * std::abs(s) + 1250) / 250) << s;
 }
 
 TEST(PanStep, KnownDeflections) {
-  EXPECT_EQ(endOf(0), 5);
-  EXPECT_EQ(endOf(-100), -35);
-  EXPECT_EQ(endOf(15), 5);
-  EXPECT_EQ(endOf(16), 6);
-  EXPECT_EQ(endOf(-15), 4);
-  EXPECT_EQ(endOf(-1), 4);
-  EXPECT_EQ(endOf(-30), 1);
+  EXPECT_EQ(panStepEnd(0), 5);
+  EXPECT_EQ(panStepEnd(-100), -35);
+  EXPECT_EQ(panStepEnd(15), 5);
+  EXPECT_EQ(panStepEnd(16), 6);
+  EXPECT_EQ(panStepEnd(-15), 4);
+  EXPECT_EQ(panStepEnd(-1), 4);
+  EXPECT_EQ(panStepEnd(-30), 1);
 }
 
 TEST(PanStep, LargeDeflectionsKeepTheLowSixteenBits) {
-  EXPECT_EQ(endOf(-32768), static_cast<std::int16_t>(-4294962));
-  EXPECT_EQ(endOf(32767), static_cast<std::int16_t>(4294710));
+  EXPECT_EQ(panStepEnd(-32768), static_cast<std::int16_t>(-4294962));
+  EXPECT_EQ(panStepEnd(32767), static_cast<std::int16_t>(4294710));
 }
 
 }  // namespace

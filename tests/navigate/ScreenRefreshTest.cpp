@@ -1,6 +1,6 @@
 #include <limits>
 
-#include "navigate/HostWindow.h"
+#include "hostwindow/HostWindow.h"
 #include "tests/support/Input.h"
 
 namespace {

@@ -8,9 +8,8 @@
 #include <utility>
 #include <vector>
 
-#include "plugin/BasicSuite.h"
-#include "simulator/Faults.h"
-#include "simulator/Log.h"
+#include "simulator/base/Faults.h"
+#include "simulator/base/Log.h"
 #include "simulator/host/Host.h"
 #include "simulator/macos/CFObjects.h"
 #include "simulator/macos/EventManager.h"
@@ -18,6 +17,7 @@
 #include "simulator/macos/WindowServer.h"
 #include "simulator/scenario/HostFiles.h"
 #include "simulator/scenario/Player.h"
+#include "suites/BasicSuite.h"
 
 namespace testing_support {
 

@@ -27,7 +27,6 @@ using TaskProc = OSStatus (*)(void* parameter);
 enum : FSVolumeRefNum { kUserDomain = -32763 };
 enum : OSType { kPreferencesFolderType = fourCharCode("pref") };
 enum : Boolean { kDontCreateFolder = 0, kCreateFolder = 1 };
-enum { fnfErr = -43 };
 
 extern "C" {
 

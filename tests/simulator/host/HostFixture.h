@@ -14,9 +14,9 @@
 #include "platform/host/PIAliasSuite.h"
 #include "platform/host/PIHandleSuite.h"
 #include "platform/host/PIProperties.h"
-#include "simulator/Faults.h"
+#include "simulator/base/Faults.h"
 #include "simulator/host/Host.h"
-#include "simulator/host/HostErrors.h"
+#include "simulator/host/model/HostErrors.h"
 
 namespace simulator {
 

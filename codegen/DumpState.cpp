@@ -1,0 +1,4 @@
+#include "codegen/DumpState.h"
+
+std::int16_t tabLevel = 0;
+FreeZone* freeZone = nullptr;

@@ -1,0 +1,40 @@
+// The click filter, which keeps real clicks from the host while a pan is under way.
+#include <iterator>
+
+#include "navigate/Navigate2D.h"
+#include "platform/FourCharCode.h"
+
+namespace {
+
+enum : EventParamName { kSynthesizedMarker = fourCharCode("MrVe") };
+
+bool isClick(EventRef event) {
+  const UInt32 kind = GetEventKind(event);
+  return kind == kEventMouseDown || kind == kEventMouseUp;
+}
+
+bool isSynthesized(EventRef event) {
+  char marker = 0;
+  GetEventParameter(event, kSynthesizedMarker, typeChar, nullptr, sizeof marker, nullptr, &marker);
+  return marker == 1;
+}
+
+}  // namespace
+
+OSStatus mouseDownHandler(EventHandlerCallRef nextHandler, EventRef event, void*) {
+  if (isClick(event) && !isSynthesized(event)) return noErr;
+  return CallNextEventHandler(nextHandler, event);
+}
+
+void Navigate2D::InstallMouseDownHandler() {
+  if (m_mouseDownHandlerRef != nullptr) return;
+  static constexpr EventTypeSpec kTypes[] = {{kEventClassMouse, kEventMouseDown},
+                                             {kEventClassMouse, kEventMouseUp}};
+  InstallEventHandler(GetEventDispatcherTarget(), mouseDownHandler, std::size(kTypes), kTypes,
+                      nullptr, &m_mouseDownHandlerRef);
+}
+
+void Navigate2D::RemoveMouseDownHandler() {
+  if (m_mouseDownHandlerRef != nullptr) RemoveEventHandler(m_mouseDownHandlerRef);
+  m_mouseDownHandlerRef = nullptr;
+}

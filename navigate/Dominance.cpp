@@ -1,0 +1,19 @@
+#include "navigate/Dominance.h"
+
+#include <algorithm>
+
+namespace {
+
+/// Compares sizes: the magnitude of -32768 does not fit into 16 bits, its square fits into 32.
+int square(std::int16_t value) { return value * value; }
+
+}  // namespace
+
+Act dominantAct(const Motion& motion) {
+  const int push = square(motion.z);
+  const int twist = square(motion.rz);
+  const int sideways = std::max(square(motion.x), square(motion.y));
+  if (twist > push && twist > sideways) return Act::kBrush;
+  if (push > twist && push > sideways) return Act::kZoom;
+  return Act::kPan;
+}

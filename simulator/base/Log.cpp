@@ -1,0 +1,59 @@
+#include "simulator/base/Log.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <utility>
+
+namespace simulator {
+
+namespace {
+
+bool isPrintable(char c) { return c >= 0x20 && c < 0x7F; }
+
+// A prelude writes lines of its own; those must not start it again.
+thread_local bool inPrelude = false;
+
+}  // namespace
+
+void Log::setSink(Sink sink) {
+  const std::lock_guard lock(mutex_);
+  enabled_ = static_cast<bool>(sink);
+  sink_ = std::move(sink);
+}
+
+void Log::setPrelude(std::function<void()> prelude) {
+  const std::lock_guard lock(mutex_);
+  prelude_ = std::move(prelude);
+}
+
+void Log::write(std::string_view what, Json fields) {
+  if (!enabled()) return;
+  if (prelude_ && !inPrelude) {
+    inPrelude = true;
+    prelude_();
+    inPrelude = false;
+  }
+  Json line = {{"t", now()}, {"what", what}};
+  if (fields.is_object()) line.update(fields);
+  const std::lock_guard lock(mutex_);
+  if (sink_) sink_(line);
+}
+
+void Log::misuse(const std::string& text) {
+  ++misuses_;
+  write("misuse", {{"text", text}});
+}
+
+Log& theLog() {
+  static Log& log = *new Log;
+  return log;
+}
+
+std::string idText(std::uint32_t id) {
+  const std::string text = {static_cast<char>(id >> 24), static_cast<char>(id >> 16),
+                            static_cast<char>(id >> 8), static_cast<char>(id)};
+  return std::all_of(text.begin(), text.end(), isPrintable) ? text : fmt::format("{:#010x}", id);
+}
+
+}  // namespace simulator

@@ -1,0 +1,106 @@
+#include "simulator/host/json/JsonFields.h"
+
+#include <algorithm>
+#include <string_view>
+
+namespace simulator {
+
+namespace {
+
+bool isCode(std::string_view text) {
+  return text.size() == 4 &&
+         std::all_of(text.begin(), text.end(), [](unsigned char c) { return c < 0x80; });
+}
+
+std::uint32_t codeOf(std::string_view text) {
+  std::uint32_t code = 0;
+  for (const char c : text) code = code << 8 | static_cast<unsigned char>(c);
+  return code;
+}
+
+std::uint32_t numericId(const Json& json) {
+  const auto id = integerInRange<std::uint32_t>(json);
+  if (!id) throw JsonFault{"", "is out of range for an ID"};
+  return *id;
+}
+
+/// A JSON pointer's step: "~" and "/" are written otherwise in it.
+std::string escaped(std::string_view name) {
+  std::string text;
+  for (const char c : name) {
+    if (c == '~') {
+      text += "~0";
+    } else if (c == '/') {
+      text += "~1";
+    } else {
+      text += c;
+    }
+  }
+  return text;
+}
+
+}  // namespace
+
+std::uint32_t readId(const Json& json, TypeIds& ids) {
+  if (json.is_number_integer()) return numericId(json);
+  if (!json.is_string()) throw JsonFault{"", "must be an ID"};
+  const auto& text = json.get_ref<const std::string&>();
+  if (isCode(text)) return codeOf(text);
+  if (text.size() > 1 && text.front() == '$') return ids.idOf(std::string_view(text).substr(1));
+  throw JsonFault{"", "must be four characters, \"$\" and a string ID, or an integer"};
+}
+
+JsonFields::JsonFields(const Json& object, TypeIds& ids) : object_(object), ids_(ids) {
+  if (!object.is_object()) throw JsonFault{"", "must be an object"};
+}
+
+const Json& JsonFields::at(const char* name) const {
+  const auto field = object_.find(name);
+  if (field == object_.end()) throw JsonFault{"", std::string("lacks the field \"") + name + '"'};
+  read_.emplace_back(name);
+  return *field;
+}
+
+std::uint32_t JsonFields::id(const char* name) const {
+  const Json& json = at(name);
+  try {
+    return readId(json, ids_);
+  } catch (const JsonFault& fault) {
+    throw JsonFault{place(name), fault.reason};
+  }
+}
+
+std::uint32_t JsonFields::code(const char* name) const {
+  const Json& json = at(name);
+  if (!json.is_string() || !isCode(json.get_ref<const std::string&>())) {
+    throw JsonFault{place(name), "must be a four-character code"};
+  }
+  return codeOf(json.get_ref<const std::string&>());
+}
+
+double JsonFields::number(const char* name) const {
+  const Json& json = at(name);
+  if (!json.is_number()) throw JsonFault{place(name), "must be a number"};
+  return json.get<double>();
+}
+
+bool JsonFields::boolean(const char* name) const {
+  const Json& json = at(name);
+  if (!json.is_boolean()) throw JsonFault{place(name), "must be true or false"};
+  return json.get<bool>();
+}
+
+std::string JsonFields::text(const char* name) const {
+  const Json& json = at(name);
+  if (!json.is_string()) throw JsonFault{place(name), "must be a text"};
+  return json.get<std::string>();
+}
+
+void JsonFields::expectNoMore() const {
+  for (const auto& [name, value] : object_.items()) {
+    if (std::find(read_.begin(), read_.end(), name) != read_.end()) continue;
+    throw JsonFault{"/" + escaped(name), "is an unknown field"};
+  }
+}
+
+}  // namespace simulator

@@ -1,0 +1,67 @@
+// The fields of one item or form in JSON, read with what can be wrong with them.
+#pragma once
+
+#include <concepts>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "simulator/base/Log.h"
+#include "simulator/host/model/TypeIds.h"
+
+namespace simulator {
+
+/// What is wrong, and where, from the value that was being read.
+struct JsonFault {
+  std::string place;
+  std::string reason;
+};
+
+/// An integer that T can hold. REQUIRES: `json` is an integer.
+template <std::integral T>
+std::optional<T> integerInRange(const Json& json) {
+  const bool inRange = json.is_number_unsigned() ? std::in_range<T>(json.get<std::uint64_t>())
+                                                 : std::in_range<T>(json.get<std::int64_t>());
+  return inRange ? std::optional(json.get<T>()) : std::nullopt;
+}
+
+/// An ID in one of its three forms. Throws JsonFault.
+std::uint32_t readId(const Json& json, TypeIds& ids);
+
+/// Each member reads one field. A field that is missing or not of its type throws JsonFault with
+/// the field as the place.
+class JsonFields {
+ public:
+  JsonFields(const Json& object, TypeIds& ids);
+
+  const Json& at(const char* name) const;
+  std::uint32_t id(const char* name) const;
+  /// A four-character code and nothing else.
+  std::uint32_t code(const char* name) const;
+  double number(const char* name) const;
+  bool boolean(const char* name) const;
+  std::string text(const char* name) const;
+
+  template <std::integral T>
+  T integer(const char* name) const {
+    const Json& json = at(name);
+    if (!json.is_number_integer()) throw JsonFault{place(name), "must be an integer"};
+    const auto value = integerInRange<T>(json);
+    if (!value) throw JsonFault{place(name), "is out of range"};
+    return *value;
+  }
+
+  /// Throws JsonFault where there is a field that none of the above has read.
+  void expectNoMore() const;
+
+ private:
+  static std::string place(const char* name) { return std::string("/") + name; }
+
+  const Json& object_;
+  TypeIds& ids_;
+  mutable std::vector<std::string> read_;
+};
+
+}  // namespace simulator

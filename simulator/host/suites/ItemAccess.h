@@ -1,0 +1,242 @@
+// Items of descriptors and lists, put and read in the same way: by key in a descriptor, by index in
+// a list.
+#pragma once
+
+#include <algorithm>
+#include <memory>
+#include <string>
+#include <utility>
+#include <variant>
+
+#include "simulator/base/Text.h"
+#include "simulator/host/model/HostCall.h"
+#include "simulator/macos/Aliases.h"
+#include "simulator/macos/Bookmarks.h"
+
+namespace simulator {
+
+/// One item of a descriptor.
+struct KeyedSlot {
+  PIActionDescriptor descriptor;
+  DescriptorKeyID key;
+
+  static constexpr SuiteId suite = SuiteId::descriptor;
+  const Item& item(const char* procedure) const;
+  void put(Item item, const char* procedure) const;
+};
+
+/// One item of a list. Putting appends and takes no heed of the index.
+struct IndexedSlot {
+  PIActionList list;
+  uint32 index = 0;
+
+  static constexpr SuiteId suite = SuiteId::list;
+  const Item& item(const char* procedure) const;
+  void put(Item item, const char* procedure) const;
+};
+
+/// The container behind a handle, unshared, so that it may be written to.
+Container& writable(PIActionDescriptor descriptor, const char* procedure);
+Container& writable(PIActionList list, const char* procedure);
+
+/// A list of `count` integers; and the first `count` items of a list, which must be integers.
+NestedContainer integerList(uint32 count, const int32* values);
+void readIntegers(const Container& list, uint32 count, int32* values);
+
+/// Puts a value that needs no look-up.
+template <class Slot>
+OSErr putItem(const char* procedure, Slot slot, DescriptorTypeID type, Value value) {
+  return hostCall<OSErr>(Slot::suite, procedure,
+                         [&] { slot.put({type, std::move(value)}, procedure); });
+}
+
+/// Puts the value that `make` makes.
+template <class Slot, class Make>
+OSErr putMade(const char* procedure, Slot slot, DescriptorTypeID type, Make&& make) {
+  return hostCall<OSErr>(Slot::suite, procedure,
+                         [&] { slot.put({type, std::forward<Make>(make)()}, procedure); });
+}
+
+/// Hands the value of type T in the slot to `read`. An item of another type: kWrongDataType.
+template <class T, class Slot, class Read>
+OSErr getItem(const char* procedure, Slot slot, Read&& read) {
+  return hostCall<OSErr>(Slot::suite, procedure, [&] {
+    const T* value = std::get_if<T>(&slot.item(procedure).value);
+    if (value == nullptr) throw CallError{kWrongDataType};
+    std::forward<Read>(read)(*value);
+  });
+}
+
+// The procedures that descriptors and lists have in common. `procedure` names the caller.
+
+template <class Slot>
+OSErr putText(const char* procedure, Slot slot, const char* text) {
+  return putMade(procedure, slot, kTypeText, [&] { return Text{&destination(text)}; });
+}
+
+template <class Slot>
+OSErr putString(const char* procedure, Slot slot, ASZString string) {
+  return putMade(procedure, slot, kTypeText,
+                 [&] { return Text{utf8From(hostState().strings.at(string, procedure).text)}; });
+}
+
+template <class Slot>
+OSErr putList(const char* procedure, Slot slot, PIActionList list) {
+  return putMade(procedure, slot, kTypeValueList,
+                 [&] { return List{hostState().lists.at(list, procedure)}; });
+}
+
+template <class Slot>
+OSErr putObject(const char* procedure, Slot slot, DescriptorTypeID kind, DescriptorClassID type,
+                PIActionDescriptor object) {
+  return putMade(procedure, slot, kind,
+                 [&] { return Object{type, hostState().descriptors.at(object, procedure)}; });
+}
+
+template <class Slot>
+OSErr putReference(const char* procedure, Slot slot, PIActionReference reference) {
+  return putMade(procedure, slot, kTypeObjectReference,
+                 [&] { return hostState().references.at(reference, procedure); });
+}
+
+template <class Slot>
+OSErr putData(const char* procedure, Slot slot, int32 length, const void* bytes) {
+  return putMade(procedure, slot, kTypeRawData, [&] {
+    if (length < 0 || (length > 0 && bytes == nullptr)) throw CallError{paramErr};
+    return Data{std::string(static_cast<const char*>(bytes), static_cast<std::size_t>(length))};
+  });
+}
+
+template <class Slot>
+OSErr putAlias(const char* procedure, Slot slot, Handle alias) {
+  return putMade(procedure, slot, kTypeAlias, [&] {
+    const auto path = pathOfAlias(reinterpret_cast<AliasHandle>(alias), procedure);
+    if (!path) throw CallError{paramErr};
+    return FilePath{*path};
+  });
+}
+
+template <class Slot>
+OSErr putBookmark(const char* procedure, Slot slot, CFDataRef bookmark) {
+  return putMade(procedure, slot, kTypeBookmark, [&] {
+    const auto path = bookmark != nullptr ? pathOfBookmark(bookmark) : std::nullopt;
+    if (!path) throw CallError{paramErr};
+    return FilePath{*path};
+  });
+}
+
+template <class Slot, class T>
+OSErr getPlain(const char* procedure, Slot slot, T* value) {
+  return getItem<T>(procedure, slot, [&](T item) { destination(value) = item; });
+}
+
+template <class Slot>
+OSErr getBoolean(const char* procedure, Slot slot, Boolean* value) {
+  return getItem<bool>(procedure, slot, [&](bool item) { destination(value) = item; });
+}
+
+template <class Slot>
+OSErr getUnitFloat(const char* procedure, Slot slot, DescriptorUnitID* unit, real64* value) {
+  return getItem<UnitFloat>(procedure, slot, [&](const UnitFloat& item) {
+    destination(unit) = item.unit;
+    destination(value) = item.value;
+  });
+}
+
+template <class Slot>
+OSErr getEnumerated(const char* procedure, Slot slot, DescriptorEnumTypeID* type,
+                    DescriptorEnumID* value) {
+  return getItem<Enumerated>(procedure, slot, [&](const Enumerated& item) {
+    destination(type) = item.type;
+    destination(value) = item.value;
+  });
+}
+
+template <class Slot>
+OSErr getClass(const char* procedure, Slot slot, DescriptorClassID* value) {
+  return getItem<ClassID>(procedure, slot,
+                          [&](const ClassID& item) { destination(value) = item.id; });
+}
+
+template <class Slot>
+OSErr getTextLength(const char* procedure, Slot slot, uint32* length) {
+  return getItem<Text>(procedure, slot, [&](const Text& item) {
+    destination(length) = static_cast<uint32>(item.utf8.size());
+  });
+}
+
+template <class Slot>
+OSErr getText(const char* procedure, Slot slot, char* text, uint32 maxLength) {
+  return getItem<Text>(procedure, slot, [&](const Text& item) {
+    copyText(item.utf8, &destination(text), maxLength);
+  });
+}
+
+template <class Slot>
+OSErr getString(const char* procedure, Slot slot, ASZString* string) {
+  return getItem<Text>(procedure, slot, [&](const Text& item) {
+    handOut(string, [&] { return hostState().strings.add({utf16From(item.utf8)}, procedure); });
+  });
+}
+
+/// A holder of its own for a nested container: written to, it is copied.
+inline ContainerPtr shared(const NestedContainer& content) {
+  return std::const_pointer_cast<Container>(content);
+}
+
+template <class Slot>
+OSErr getList(const char* procedure, Slot slot, PIActionList* list) {
+  return getItem<List>(procedure, slot, [&](const List& item) {
+    handOut(list, [&] { return hostState().lists.add(shared(item.content), procedure); });
+  });
+}
+
+template <class Slot>
+OSErr getObject(const char* procedure, Slot slot, DescriptorClassID* type,
+                PIActionDescriptor* object) {
+  return getItem<Object>(procedure, slot, [&](const Object& item) {
+    destination(type) = item.type;
+    handOut(object, [&] { return hostState().descriptors.add(shared(item.content), procedure); });
+  });
+}
+
+template <class Slot>
+OSErr getReference(const char* procedure, Slot slot, PIActionReference* reference) {
+  return getItem<Reference>(procedure, slot, [&](const Reference& item) {
+    handOut(reference, [&] { return hostState().references.add(item, procedure); });
+  });
+}
+
+/// An alias item, or a path item, which is read in the same way.
+template <class Slot>
+OSErr getAlias(const char* procedure, Slot slot, Handle* alias) {
+  return getItem<FilePath>(procedure, slot, [&](const FilePath& item) {
+    if (slot.item(procedure).type == kTypeBookmark) throw CallError{kWrongDataType};
+    handOut(alias, [&] { return reinterpret_cast<Handle>(makeAlias(item.path, procedure)); });
+  });
+}
+
+template <class Slot>
+OSErr getBookmark(const char* procedure, Slot slot, CFDataRef* bookmark) {
+  return getItem<FilePath>(procedure, slot, [&](const FilePath& item) {
+    if (slot.item(procedure).type != kTypeBookmark) throw CallError{kWrongDataType};
+    handOut(bookmark, [&] { return makeBookmark(item.path); });
+  });
+}
+
+template <class Slot>
+OSErr getDataLength(const char* procedure, Slot slot, int32* length) {
+  return getItem<Data>(procedure, slot, [&](const Data& item) {
+    destination(length) = static_cast<int32>(item.bytes.size());
+  });
+}
+
+template <class Slot>
+OSErr getData(const char* procedure, Slot slot, void* bytes) {
+  return getItem<Data>(procedure, slot, [&](const Data& item) {
+    if (bytes == nullptr) throw CallError{paramErr};
+    std::copy(item.bytes.begin(), item.bytes.end(), static_cast<char*>(bytes));
+  });
+}
+
+}  // namespace simulator

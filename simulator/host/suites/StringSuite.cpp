@@ -1,0 +1,260 @@
+// Reference-counted texts.
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cmath>
+#include <string_view>
+#include <utility>
+
+#include "simulator/base/Text.h"
+#include "simulator/host/model/HostCall.h"
+#include "simulator/host/suites/Suites.h"
+
+namespace simulator {
+
+namespace {
+
+template <class Body>
+ASErr call(const char* procedure, Body&& body) {
+  return hostCall<ASErr>(SuiteId::string, procedure, std::forward<Body>(body));
+}
+
+std::u16string& textOf(ASZString string, const char* procedure) {
+  return hostState().strings.at(string, procedure).text;
+}
+
+/// Hands out a new string of the text that `text` makes.
+template <class MakeText>
+ASErr make(const char* procedure, ASZString* newString, MakeText&& text) {
+  return call(procedure, [&] {
+    ASZString& result = destination(newString);
+    result = hostState().strings.add({std::forward<MakeText>(text)()}, procedure);
+  });
+}
+
+/// Changes the text of a string in its place.
+template <class Change>
+ASErr change(const char* procedure, ASZString string, Change&& body) {
+  return call(procedure, [&] { std::forward<Change>(body)(textOf(string, procedure)); });
+}
+
+/// A question that has no error code: false or 0 where the string is not alive.
+template <class Result, class Question>
+Result ask(const char* procedure, ASZString string, Question&& question) {
+  return hostAnswer<Result>(SuiteId::string, procedure, Result{0}, [&] {
+    return static_cast<Result>(std::forward<Question>(question)(textOf(string, procedure)));
+  });
+}
+
+std::string_view given(const char* source, std::size_t byteCount) {
+  if (source == nullptr && byteCount > 0) throw CallError{paramErr};
+  return {source, byteCount};
+}
+
+ASErr makeFromUnicode(ASUnicode* source, std::size_t byteCount, ASZString* newString) {
+  return make("ASZStringSuite.MakeFromUnicode", newString, [&] {
+    if (source == nullptr && byteCount > 0) throw CallError{paramErr};
+    return std::u16string(source, source + byteCount / sizeof(ASUnicode));
+  });
+}
+
+ASErr makeFromCString(const char* source, std::size_t byteCount, ASZString* newString) {
+  return make("ASZStringSuite.MakeFromCString", newString,
+              [&] { return utf16From(given(source, byteCount)); });
+}
+
+ASErr makeFromPascalString(const unsigned char* source, std::size_t, ASZString* newString) {
+  return make("ASZStringSuite.MakeFromPascalString", newString, [&] {
+    const unsigned char length = destination(source);
+    return utf16From({reinterpret_cast<const char*>(source) + 1, length});
+  });
+}
+
+ASErr makeFromInteger(ASInt32 value, ASZString* newString) {
+  return make("ASZStringSuite.MakeRomanizationOfInteger", newString,
+              [&] { return utf16From(fmt::format("{}", value)); });
+}
+
+std::string fixedText(ASInt32 value, ASInt16 places, bool trim, bool isSigned) {
+  constexpr double one = 65536.0;
+  std::string text = fmt::format("{:.{}f}", value / one, std::max<int>(places, 0));
+  if (trim && text.find('.') != std::string::npos) {
+    text.erase(text.find_last_not_of('0') + 1);
+    if (text.back() == '.') text.pop_back();
+  }
+  return isSigned && value > 0 ? "+" + text : text;
+}
+
+ASErr makeFromFixed(ASInt32 value, ASInt16 places, ASBoolean trim, ASBoolean isSigned,
+                    ASZString* newString) {
+  return make("ASZStringSuite.MakeRomanizationOfFixed", newString,
+              [&] { return utf16From(fixedText(value, places, trim != 0, isSigned != 0)); });
+}
+
+ASErr makeFromDouble(double value, ASZString* newString) {
+  return make("ASZStringSuite.MakeRomanizationOfDouble", newString,
+              [&] { return utf16From(fmt::format("{}", value)); });
+}
+
+// The empty string is the host's own: nobody has to give it back, but everybody may.
+ASZString getEmpty() {
+  const HostEntry entry(SuiteId::string, "ASZStringSuite.GetEmpty");
+  static const ASZString empty = hostState().strings.add({}, nullptr);
+  StringBody& body = hostState().strings.at(empty, "ASZStringSuite.GetEmpty");
+  ++body.references;
+  return empty;
+}
+
+ASErr copy(ASZString source, ASZString* result) {
+  constexpr const char* procedure = "ASZStringSuite.Copy";
+  return make(procedure, result, [&] { return textOf(source, procedure); });
+}
+
+/// What stands for the replacement of this index: "^0", "^1" ...
+std::u16string placeholder(ASUInt32 index) { return u"^" + utf16From(fmt::format("{}", index)); }
+
+ASErr replace(ASZString string, ASUInt32 index, ASZString replacement) {
+  constexpr const char* procedure = "ASZStringSuite.Replace";
+  return change(procedure, string, [&](std::u16string& text) {
+    const std::u16string mark = placeholder(index);
+    const std::u16string value = textOf(replacement, procedure);
+    for (auto at = text.find(mark); at != text.npos; at = text.find(mark, at + value.size())) {
+      text.replace(at, mark.size(), value);
+    }
+  });
+}
+
+ASErr trimEllipsis(ASZString string) {
+  return change("ASZStringSuite.TrimEllipsis", string, [](std::u16string& text) {
+    for (const std::u16string_view ellipsis : {u"\u2026", u"..."}) {
+      if (text.ends_with(ellipsis)) text.resize(text.size() - ellipsis.size());
+    }
+  });
+}
+
+ASErr trimSpaces(ASZString string) {
+  return change("ASZStringSuite.TrimSpaces", string, [](std::u16string& text) {
+    text.erase(0, text.find_first_not_of(u' '));
+    text.erase(text.find_last_not_of(u' ') + 1);
+  });
+}
+
+ASErr removeAccelerators(ASZString string) {
+  return change("ASZStringSuite.RemoveAccelerators", string,
+                [](std::u16string& text) { std::erase(text, u'&'); });
+}
+
+ASErr addRef(ASZString string) {
+  constexpr const char* procedure = "ASZStringSuite.AddRef";
+  return call(procedure, [&] { ++hostState().strings.at(string, procedure).references; });
+}
+
+ASErr release(ASZString string) {
+  constexpr const char* procedure = "ASZStringSuite.Release";
+  return hostRelease<ASErr>(SuiteId::string, procedure, [&] {
+    ObjectTable<ASZString>& strings = hostState().strings;
+    if (string == nullptr || strings.at(string, procedure).references == 1) {
+      strings.free(string, procedure);
+    } else {
+      --strings.at(string, procedure).references;
+    }
+  });
+}
+
+bool isSpace(char16_t c) { return c == u' ' || (c >= u'\t' && c <= u'\r'); }
+
+ASBoolean isAllWhiteSpace(ASZString string) {
+  return ask<ASBoolean>("ASZStringSuite.IsAllWhiteSpace", string, [](const std::u16string& text) {
+    return std::all_of(text.begin(), text.end(), isSpace);
+  });
+}
+
+ASBoolean isEmpty(ASZString string) {
+  return ask<ASBoolean>("ASZStringSuite.IsEmpty", string,
+                        [](const std::u16string& text) { return text.empty(); });
+}
+
+ASBoolean willReplace(ASZString string, ASUInt32 index) {
+  return ask<ASBoolean>("ASZStringSuite.WillReplace", string, [&](const std::u16string& text) {
+    return text.find(placeholder(index)) != text.npos;
+  });
+}
+
+/// Writes units and a terminator, as many as fit; with `check`, all or paramErr.
+template <class Unit, class Source>
+void copyUnits(const Source& source, Unit* target, ASUInt32 size, ASBoolean check) {
+  destination(target);
+  if (size == 0 || (check && source.size() >= size)) throw CallError{paramErr};
+  const std::size_t count = std::min<std::size_t>(source.size(), size - 1);
+  std::copy_n(source.begin(), count, target);
+  target[count] = 0;
+}
+
+ASUInt32 lengthAsUnicode(ASZString string) {
+  return ask<ASUInt32>("ASZStringSuite.LengthAsUnicodeCString", string,
+                       [](const std::u16string& text) { return text.size(); });
+}
+
+ASErr asUnicode(ASZString string, ASUnicode* target, ASUInt32 size, ASBoolean check) {
+  constexpr const char* procedure = "ASZStringSuite.AsUnicodeCString";
+  return call(procedure, [&] { copyUnits(textOf(string, procedure), target, size, check); });
+}
+
+ASUInt32 lengthAsBytes(ASZString string) {
+  return ask<ASUInt32>("ASZStringSuite.LengthAsCString", string,
+                       [](const std::u16string& text) { return utf8From(text).size(); });
+}
+
+ASErr asBytes(ASZString string, char* target, ASUInt32 size, ASBoolean check) {
+  constexpr const char* procedure = "ASZStringSuite.AsCString";
+  return call(procedure,
+              [&] { copyUnits(utf8From(textOf(string, procedure)), target, size, check); });
+}
+
+ASUInt32 lengthAsPascal(ASZString string) {
+  return ask<ASUInt32>(
+      "ASZStringSuite.LengthAsPascalString", string,
+      [](const std::u16string& text) { return std::min<std::size_t>(utf8From(text).size(), 255); });
+}
+
+ASErr asPascal(ASZString string, unsigned char* target, ASUInt32 size, ASBoolean check) {
+  constexpr const char* procedure = "ASZStringSuite.AsPascalString";
+  return call(procedure, [&] {
+    destination(target);
+    const std::string bytes = utf8From(textOf(string, procedure));
+    const std::size_t room = std::min<std::size_t>(size, 256);
+    if (room == 0 || (check && bytes.size() >= room)) throw CallError{paramErr};
+    target[0] = static_cast<unsigned char>(std::min(bytes.size(), room - 1));
+    std::copy_n(bytes.begin(), target[0], target + 1);
+  });
+}
+
+}  // namespace
+
+const ASZStringSuite stringSuite = {
+    .MakeFromUnicode = makeFromUnicode,
+    .MakeFromCString = makeFromCString,
+    .MakeFromPascalString = makeFromPascalString,
+    .MakeRomanizationOfInteger = makeFromInteger,
+    .MakeRomanizationOfFixed = makeFromFixed,
+    .MakeRomanizationOfDouble = makeFromDouble,
+    .GetEmpty = getEmpty,
+    .Copy = copy,
+    .Replace = replace,
+    .TrimEllipsis = trimEllipsis,
+    .TrimSpaces = trimSpaces,
+    .RemoveAccelerators = removeAccelerators,
+    .AddRef = addRef,
+    .Release = release,
+    .IsAllWhiteSpace = isAllWhiteSpace,
+    .IsEmpty = isEmpty,
+    .WillReplace = willReplace,
+    .LengthAsUnicodeCString = lengthAsUnicode,
+    .AsUnicodeCString = asUnicode,
+    .LengthAsCString = lengthAsBytes,
+    .AsCString = asBytes,
+    .LengthAsPascalString = lengthAsPascal,
+    .AsPascalString = asPascal,
+};
+
+}  // namespace simulator

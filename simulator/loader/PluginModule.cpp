@@ -1,0 +1,61 @@
+#include "simulator/loader/PluginModule.h"
+
+#include <dlfcn.h>
+#include <fmt/format.h>
+
+#include <filesystem>
+#include <stdexcept>
+
+#include "simulator/loader/MachPlugin.h"
+
+// Provided by the leak checker where one is built in.
+extern "C" void __lsan_do_leak_check() __attribute__((weak));
+
+namespace simulator {
+
+namespace {
+
+void* open(const std::string& file, int flags) {
+  void* library = dlopen(file.c_str(), flags);
+  if (library == nullptr) throw std::runtime_error(dlerror());
+  return library;
+}
+
+class SharedObject : public PluginModule {
+ public:
+  explicit SharedObject(const std::string& file) : library_(open(file, RTLD_NOW | RTLD_LOCAL)) {
+    entry_ = reinterpret_cast<Entry>(dlsym(library_, "AutoPluginMain"));
+    if (entry_ == nullptr) {
+      dlclose(library_);
+      throw std::runtime_error(fmt::format("{}: exports no AutoPluginMain", file));
+    }
+  }
+
+  ~SharedObject() override {
+    // Once the module is gone, what its statics point to would look leaked.
+    if (__lsan_do_leak_check != nullptr) __lsan_do_leak_check();
+    dlclose(library_);
+  }
+
+  Entry entry() const override { return entry_; }
+
+ private:
+  void* library_;
+  Entry entry_;
+};
+
+}  // namespace
+
+std::unique_ptr<PluginModule> loadPlugin(const std::string& file) {
+  if (isMacPlugin(file)) return loadMacPlugin(file);
+  // A name without a slash would be searched for among the system's libraries.
+  return std::make_unique<SharedObject>(std::filesystem::absolute(file).string());
+}
+
+void loadFramework(const std::string& file) { open(file, RTLD_NOW | RTLD_GLOBAL); }
+
+std::string besideProgram(const std::string& name) {
+  return std::filesystem::read_symlink("/proc/self/exe").replace_filename(name).string();
+}
+
+}  // namespace simulator

@@ -1,0 +1,28 @@
+// Owners of the host's action objects: each frees what it holds, once, on every path.
+//
+//   ActionReference reference;
+//   error = sPSActionReference->Make(reference.out());
+//
+// [main-thread]
+#pragma once
+
+#include <PIActions.h>
+
+#include "hostutil/Owned.h"
+#include "suites/Suites.h"
+
+/// Frees a host object through its suite. This runs also while the exception of a failed
+/// acquisition unwinds the stack, so it throws nothing: an object whose suite the host still
+/// refuses stays unfreed.
+template <auto& Suite, class Object>
+void freeHostObject(Object object) noexcept {
+  if (Suite.suite == nullptr) Suite.TryAcquireSuite();
+  if (Suite.suite != nullptr) Suite.suite->Free(object);
+}
+
+template <class Object, auto& Suite>
+using HostObject = Owned<Object, freeHostObject<Suite, Object>>;
+
+using ActionDescriptor = HostObject<PIActionDescriptor, sPSActionDescriptor>;
+using ActionReference = HostObject<PIActionReference, sPSActionReference>;
+using ActionList = HostObject<PIActionList, sPSActionList>;

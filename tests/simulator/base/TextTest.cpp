@@ -1,0 +1,56 @@
+#include <gtest/gtest.h>
+
+#include "simulator/base/Text.h"
+#include "simulator/host/json/Base64.h"
+
+namespace simulator {
+namespace {
+
+TEST(HostText, ConvertsBetweenTheEncodings) {
+  for (const char* text : {"", "abc", "\u00E4\u07FF", "\u0800\uFFFD", "\U00010000\U0010FFFF"}) {
+    EXPECT_EQ(utf8From(utf16From(text)), text);
+    EXPECT_TRUE(isUtf8(text));
+    EXPECT_EQ(wellFormed(text), text);
+  }
+}
+
+TEST(HostText, ReplacesWhatIsNotWellFormed) {
+  EXPECT_EQ(wellFormed("a\xFFz"), "a\uFFFDz");
+  EXPECT_EQ(wellFormed("a\xC3"), "a\uFFFD");              // cut short
+  EXPECT_EQ(wellFormed("\xC0\x80"), "\uFFFD\uFFFD");      // too long a form
+  EXPECT_EQ(wellFormed("\xE0\x80\x80").size(), 9u);       // too long a form
+  EXPECT_EQ(wellFormed("\xED\xA0\x80").size(), 9u);       // a surrogate
+  EXPECT_EQ(wellFormed("\xF4\x90\x80\x80").size(), 12u);  // beyond the last character
+  EXPECT_EQ(wellFormed("\xF5").size(), 3u);
+  EXPECT_FALSE(isUtf8("\x80"));
+}
+
+TEST(HostText, ReplacesLoneSurrogates) {
+  const char16_t units[] = {0xD800, u'a', 0xDC00, 0};
+  EXPECT_EQ(utf8From(units), "\uFFFDa\uFFFD");
+}
+
+TEST(Base64, WritesItsPadding) {
+  EXPECT_EQ(base64(""), "");
+  EXPECT_EQ(base64("f"), "Zg==");
+  EXPECT_EQ(base64("fo"), "Zm8=");
+  EXPECT_EQ(base64("foo"), "Zm9v");
+  EXPECT_EQ(base64("\xFF\xFE\xFD"), "//79");
+}
+
+TEST(Base64, ReadsWhatItWrites) {
+  std::string bytes;
+  for (int i = 0; i < 256; ++i) {
+    EXPECT_EQ(fromBase64(base64(bytes)), bytes);
+    bytes += static_cast<char>(i);
+  }
+}
+
+TEST(Base64, RefusesWhatIsNone) {
+  for (const char* text : {"Z", "Zg=", "Zg", "Z===", "====", "Zg=a", "Z g=", "Zm8-"}) {
+    EXPECT_EQ(fromBase64(text), std::nullopt) << text;
+  }
+}
+
+}  // namespace
+}  // namespace simulator

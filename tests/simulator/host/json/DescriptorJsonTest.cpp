@@ -1,0 +1,234 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <string>
+#include <string_view>
+
+#include "simulator/host/json/DescriptorJson.h"
+
+namespace simulator {
+namespace {
+
+class DescriptorJsonTest : public testing::Test {
+ protected:
+  std::string roundTrip(std::string_view text) {
+    return descriptorToJson(*descriptorFromJson(Json::parse(text), ids_), ids_).dump();
+  }
+
+  /// "place: reason" of what is wrong with a descriptor.
+  std::string fault(std::string_view text) {
+    try {
+      descriptorFromJson(Json::parse(text), ids_);
+    } catch (const DescriptorJsonError& error) {
+      return error.what();
+    }
+    return "nothing wrong";
+  }
+
+  std::string referenceFault(std::string_view text) {
+    try {
+      referenceFromJson(Json::parse(text), ids_);
+    } catch (const DescriptorJsonError& error) {
+      return error.what();
+    }
+    return "nothing wrong";
+  }
+
+  TypeIds ids_;
+};
+
+TEST_F(DescriptorJsonTest, EveryTypeOfItemComesBackAsItWas) {
+  for (
+      const char* text : {
+          R"([])",
+          R"([{"key":"KeyA","type":"long","value":-2147483648}])",
+          R"([{"key":"KeyA","type":"comp","value":9223372036854775807}])",
+          R"([{"key":"KeyA","type":"comp","value":-9223372036854775808}])",
+          R"([{"key":"KeyA","type":"doub","value":0.1}])",
+          R"([{"key":"KeyA","type":"UntF","unit":"#Pxl","value":-1.5}])",
+          R"([{"key":"KeyA","type":"bool","value":false}])",
+          R"([{"key":"KeyA","type":"enum","enumType":"$tool","value":"Trgt"}])",
+          R"([{"key":"KeyA","type":"type","value":"$layer"},{"key":"b   ","type":"GlbC","value":7}])",
+          R"([{"key":"KeyA","type":"Objc","class":"Lyr ","value":[{"key":9,"type":"bool","value":true}]}])",
+          R"([{"key":"KeyA","type":"GlbO","class":"Lyr ","value":[]}])",
+          R"([{"key":"KeyA","type":"VlLs","value":[{"type":"long","value":1},{"type":"VlLs","value":[]}]}])",
+          R"([{"key":"KeyA","type":"alis","value":"/a"},{"key":"b   ","type":"Pth ","value":"/b"}])",
+          R"([{"key":"KeyA","type":"bkmk","value":""}])",
+          R"([{"key":"KeyA","type":"TEXT","value":"h\u0001é"}])",
+          R"([{"key":"KeyA","type":"tdta","value":"AAEC"}])",
+          R"([{"key":"KeyA","type":"ObAr"}])",
+      }) {
+    EXPECT_EQ(Json::parse(roundTrip(text)), Json::parse(text)) << text;
+  }
+}
+
+TEST_F(DescriptorJsonTest, EveryFormComesBackAsItWas) {
+  const char* text =
+      R"([{"key":"null","type":"obj ","value":[{"form":"prop","class":"Prpr","key":"$title"},)"
+      R"({"form":"name","class":"Lyr ","value":"x"},{"form":"indx","class":"Lyr ","value":4294967295},)"
+      R"({"form":"Idnt","class":"Lyr ","value":0},{"form":"rele","class":"Lyr ","value":-2147483648},)"
+      R"({"form":"Enmr","class":"Dcmn","enumType":"Ordn","value":"Trgt"},)"
+      R"({"form":"Clss","class":"capp"}]}])";
+  EXPECT_EQ(roundTrip(text), text);
+}
+
+TEST_F(DescriptorJsonTest, NullIsTheNullDescriptor) {
+  EXPECT_EQ(descriptorFromJson(nullptr, ids_), nullptr);
+}
+
+TEST_F(DescriptorJsonTest, StringIDsAreNumberedInTheOrderOfTheDocument) {
+  descriptorFromJson(Json::parse(R"([
+      {"key": "$outer", "type": "Objc", "class": "$class", "value": [
+        {"key": "$inner", "type": "enum", "enumType": "$type", "value": "$value"}]},
+      {"key": "$last", "type": "bool", "value": true}])"),
+                     ids_);
+  EXPECT_EQ(ids_.idOf("outer"), 1u);
+  EXPECT_EQ(ids_.idOf("class"), 2u);
+  EXPECT_EQ(ids_.idOf("inner"), 3u);
+  EXPECT_EQ(ids_.idOf("type"), 4u);
+  EXPECT_EQ(ids_.idOf("value"), 5u);
+  EXPECT_EQ(ids_.idOf("last"), 6u);
+}
+
+TEST_F(DescriptorJsonTest, AnIDHasThreeForms) {
+  EXPECT_EQ(idFromJson("Tool", ids_), 0x546F6F6Cu);
+  EXPECT_EQ(idFromJson("$paintbrushTool", ids_), 1u);
+  EXPECT_EQ(idFromJson(4294967295u, ids_), 4294967295u);
+  EXPECT_EQ(idFromJson(0, ids_), 0u);
+  EXPECT_EQ(idFromJson("$abc", ids_), 0x24616263u);  // four characters: a code
+}
+
+TEST_F(DescriptorJsonTest, AnIDIsWrittenSoThatItReadsBack) {
+  EXPECT_EQ(idToJson(0x546F6F6C, ids_), "Tool");
+  EXPECT_EQ(idToJson(1, ids_), 1u);
+  EXPECT_EQ(idToJson(ids_.idOf("layer"), ids_), "$layer");
+  const std::uint32_t three = ids_.idOf("abc");
+  EXPECT_EQ(idFromJson(idToJson(three, ids_), ids_), three);
+  EXPECT_EQ(idToJson(0x546F6F01, ids_), 0x546F6F01u);
+}
+
+TEST_F(DescriptorJsonTest, AWrongIDTellsWhatIsWrong) {
+  EXPECT_EQ(fault(R"([{"key": "Too", "type": "long", "value": 1}])"),
+            "/0/key: must be four characters, \"$\" and a string ID, or an integer");
+  EXPECT_THAT(fault(R"([{"key": "$", "type": "long", "value": 1}])"),
+              testing::StartsWith("/0/key: must be four"));
+  EXPECT_THAT(fault(R"([{"key": "é€", "type": "long", "value": 1}])"),
+              testing::StartsWith("/0/key: must be four"));
+  EXPECT_EQ(fault(R"([{"key": -1, "type": "long", "value": 1}])"),
+            "/0/key: is out of range for an ID");
+  EXPECT_EQ(fault(R"([{"key": 4294967296, "type": "long", "value": 1}])"),
+            "/0/key: is out of range for an ID");
+  EXPECT_EQ(fault(R"([{"key": 1.5, "type": "long", "value": 1}])"), "/0/key: must be an ID");
+}
+
+TEST_F(DescriptorJsonTest, AFaultTellsItsPlaceAndReason) {
+  EXPECT_EQ(fault("{}"), ": must be a list of items");
+  EXPECT_EQ(fault("[1]"), "/0: must be an object");
+  EXPECT_EQ(fault(R"([{"type": "long", "value": 1}])"), "/0: lacks the field \"key\"");
+  EXPECT_EQ(fault(R"([{"key": "KeyA", "value": 1}])"), "/0: lacks the field \"type\"");
+  EXPECT_EQ(fault(R"([{"key": "KeyA", "type": "lon", "value": 1}])"),
+            "/0/type: must be a four-character code");
+  EXPECT_EQ(fault(R"([{"key": "KeyA", "type": 7, "value": 1}])"),
+            "/0/type: must be a four-character code");
+  EXPECT_EQ(fault(R"([{"key": "KeyA", "type": "long"}])"), "/0: lacks the field \"value\"");
+  EXPECT_EQ(fault(R"([{"key": "KeyA", "type": "long", "value": 1, "a/b": 2}])"),
+            "/0/a~1b: is an unknown field");
+  EXPECT_EQ(fault(R"([{"key": "KeyA", "type": "ObAr", "value": 1}])"),
+            "/0/value: is an unknown field");
+  EXPECT_EQ(fault(R"([{"key": "KeyA", "type": "bool", "value": true},
+                      {"key": "KeyA", "type": "bool", "value": true}])"),
+            "/1/key: occurs twice");
+}
+
+TEST_F(DescriptorJsonTest, AValueMustBeOfItsType) {
+  const auto item = [](std::string_view type, std::string_view value) {
+    return R"([{"key": "KeyA", "type": ")" + std::string(type) + R"(", "value": )" +
+           std::string(value) + "}]";
+  };
+  EXPECT_EQ(fault(item("long", "1.0")), "/0/value: must be an integer");
+  EXPECT_EQ(fault(item("long", "2147483648")), "/0/value: is out of range");
+  EXPECT_EQ(fault(item("long", "-2147483649")), "/0/value: is out of range");
+  EXPECT_EQ(fault(item("comp", "9223372036854775808")), "/0/value: is out of range");
+  EXPECT_EQ(fault(item("doub", "\"1\"")), "/0/value: must be a number");
+  EXPECT_EQ(fault(item("doub", "1")), "nothing wrong");
+  EXPECT_EQ(fault(item("bool", "1")), "/0/value: must be true or false");
+  EXPECT_EQ(fault(item("TEXT", "null")), "/0/value: must be a text");
+  EXPECT_EQ(fault(item("alis", "1")), "/0/value: must be a text");
+  EXPECT_EQ(fault(item("tdta", "\"A\"")), "/0/value: is not base64");
+  EXPECT_EQ(fault(item("VlLs", "{}")), "/0/value: must be a list of items");
+  EXPECT_EQ(fault(item("obj ", "1")), "/0/value: must be a list of forms");
+  EXPECT_EQ(fault(item("Objc", "[]")), "/0: lacks the field \"class\"");
+  EXPECT_EQ(fault(item("UntF", "1")), "/0: lacks the field \"unit\"");
+  EXPECT_EQ(fault(item("enum", "\"Trgt\"")), "/0: lacks the field \"enumType\"");
+}
+
+TEST_F(DescriptorJsonTest, AFaultDeepInsideTellsTheWholeWay) {
+  EXPECT_EQ(fault(R"([{"key": "KeyA", "type": "bool", "value": true},
+                      {"key": "KeyB", "type": "VlLs", "value": [
+                        {"type": "Objc", "class": "Lyr ", "value": [
+                          {"key": "KeyA", "type": "long", "value": 1},
+                          {"key": "KeyB", "type": "long", "value": "x"}]}]}])"),
+            "/1/value/0/value/1/value: must be an integer");
+  EXPECT_EQ(fault(R"([{"key": "KeyA", "type": "VlLs", "value": [{"key": "KeyA", "type": "bool",
+                                                                 "value": true}]}])"),
+            "/0/value/0/key: is an unknown field");
+  EXPECT_EQ(fault(R"([{"key": "KeyA", "type": "Objc", "class": "Lyr ", "value": [], "x": 1}])"),
+            "/0/x: is an unknown field");
+  EXPECT_EQ(fault(R"([{"key": "KeyA", "type": "obj ", "value": [
+                      {"form": "Clss", "class": "Lyr "}, {"form": "indx", "class": "Lyr ",
+                                                          "value": -1}]}])"),
+            "/0/value/1/value: is out of range");
+}
+
+TEST_F(DescriptorJsonTest, AWrongReferenceTellsWhatIsWrong) {
+  EXPECT_EQ(referenceFault("1"), ": must be a list of forms");
+  EXPECT_EQ(referenceFault(R"([{"form": "????", "class": "Lyr "}])"),
+            "/0/form: is not a form of a reference");
+  EXPECT_EQ(referenceFault(R"([{"form": "Clss"}])"), "/0: lacks the field \"class\"");
+  EXPECT_EQ(referenceFault(R"([{"form": "Clss", "class": "Lyr ", "value": 1}])"),
+            "/0/value: is an unknown field");
+  EXPECT_EQ(referenceFault(R"([{"form": "rele", "class": "Lyr ", "value": 2147483648}])"),
+            "/0/value: is out of range");
+}
+
+TEST_F(DescriptorJsonTest, TextThatIsNotUtf8IsMadeSo) {
+  Container container;
+  container.put(1, {kTypeText, Text{"a\xFF"}});
+  EXPECT_EQ(descriptorToJson(container, ids_)[0]["value"], "a\uFFFD");
+}
+
+TEST_F(DescriptorJsonTest, NumbersThatJsonDoesNotKnowBecomeNull) {
+  Container container;
+  container.put(1, {kTypeFloat, std::numeric_limits<double>::quiet_NaN()});
+  EXPECT_EQ(descriptorToJson(container, ids_).dump(), R"([{"key":1,"type":"doub","value":null}])");
+}
+
+/// Lists and descriptors in turn, `depth` of them.
+std::string deep(int depth) {
+  std::string open;
+  std::string close;
+  for (int i = 0; i < depth; i += 2) {
+    open += R"([{"key":"KeyA","type":"VlLs","value":[{"type":"Objc","class":"Lyr ","value":)";
+    close += "}]}]";
+  }
+  return open + "[]" + close;
+}
+
+TEST_F(DescriptorJsonTest, NestingMayBeTenThousandDeep) {
+  const Json json = Json::parse(deep(10000));
+  const ContainerPtr container = descriptorFromJson(json, ids_);
+  const Json written = descriptorToJson(*container, ids_);
+  EXPECT_TRUE(equal(*descriptorFromJson(written, ids_), *container));
+}
+
+TEST_F(DescriptorJsonTest, AFaultTenThousandDeepIsFoundToo) {
+  std::string text = deep(10000);
+  text.replace(text.find("[]"), 2, "[1]");
+  const std::string place = fault(text);
+  EXPECT_THAT(place, testing::EndsWith("/0: must be an object"));
+  EXPECT_GT(place.size(), 80000u);
+}
+
+}  // namespace
+}  // namespace simulator

@@ -1,0 +1,98 @@
+#include <CoreFoundation/CoreFoundation.h>
+
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+
+#include "simulator/macos/Aliases.h"
+#include "simulator/macos/Bookmarks.h"
+#include "tests/simulator/host/HostFixture.h"
+
+namespace simulator {
+namespace {
+
+constexpr DescriptorKeyID kKey = fourCharCode("KeyA");
+
+class AliasTest : public HostTest {
+ protected:
+  AliasTest() { std::ofstream{path_}; }
+  ~AliasTest() override { std::filesystem::remove(path_); }
+
+  const std::string path_ = testing::TempDir() + "alias-test-file";
+};
+
+TEST_F(AliasTest, AnAliasKnowsItsPath) {
+  AliasHandle alias = nullptr;
+  ASSERT_EQ(aliases_->MacNewAliasFromCString(path_.c_str(), &alias), 0);
+  EXPECT_EQ(pathOfAlias(alias, "test"), path_);
+  handles_->DisposeRegularHandle(reinterpret_cast<Handle>(alias));
+}
+
+TEST_F(AliasTest, WhatDoesNotExistHasNoAlias) {
+  auto alias = reinterpret_cast<AliasHandle>(this);
+  EXPECT_EQ(aliases_->MacNewAliasFromCString("/no/such/file", &alias), -43);
+  EXPECT_EQ(alias, nullptr);
+  EXPECT_EQ(aliases_->MacNewAliasFromCString(nullptr, &alias), paramErr);
+}
+
+TEST_F(AliasTest, AliasItemsHandOutAliasesOfTheirOwn) {
+  AliasHandle alias = nullptr;
+  aliases_->MacNewAliasFromCString(path_.c_str(), &alias);
+  PIActionDescriptor descriptor = descriptorOf("[]");
+  EXPECT_EQ(descriptors_->PutAlias(descriptor, kKey, reinterpret_cast<Handle>(alias)), 0);
+  handles_->DisposeRegularHandle(reinterpret_cast<Handle>(alias));
+  Handle read = nullptr;
+  ASSERT_EQ(descriptors_->GetAlias(descriptor, kKey, &read), 0);
+  EXPECT_EQ(pathOfAlias(reinterpret_cast<AliasHandle>(read), "test"), path_);
+  handles_->DisposeRegularHandle(read);
+}
+
+TEST_F(AliasTest, APathItemIsReadAsAnAlias) {
+  PIActionDescriptor descriptor =
+      descriptorOf(R"([{"key": "KeyA", "type": "Pth ", "value": "/tmp/x"}])");
+  Handle read = nullptr;
+  ASSERT_EQ(descriptors_->GetAlias(descriptor, kKey, &read), 0);
+  EXPECT_EQ(pathOfAlias(reinterpret_cast<AliasHandle>(read), "test"), "/tmp/x");
+  handles_->DisposeRegularHandle(read);
+}
+
+TEST_F(AliasTest, ABlockThatIsNoAliasHasNoPath) {
+  const Handle handle = handles_->New(2);
+  EXPECT_EQ(pathOfAlias(reinterpret_cast<AliasHandle>(handle), "test"), std::nullopt);
+  EXPECT_EQ(descriptors_->PutAlias(descriptorOf("[]"), kKey, handle), paramErr);
+  handles_->Dispose(handle);
+}
+
+TEST_F(AliasTest, BookmarkItemsHoldThePathOfABookmark) {
+  PIActionDescriptor descriptor = descriptorOf("[]");
+  const CFDataRef put = makeBookmark("/tmp/x");
+  EXPECT_EQ(descriptors_->PutBookmark(descriptor, kKey, put), 0);
+  CFRelease(put);
+  EXPECT_EQ(textOf(descriptor), R"([{"key":"KeyA","type":"bkmk","value":"/tmp/x"}])");
+  CFDataRef read = nullptr;
+  ASSERT_EQ(descriptors_->GetBookmark(descriptor, kKey, &read), 0);
+  EXPECT_EQ(pathOfBookmark(read), "/tmp/x");
+  CFRelease(read);
+  Handle alias = nullptr;
+  EXPECT_EQ(descriptors_->GetAlias(descriptor, kKey, &alias), kWrongDataType);
+}
+
+TEST_F(AliasTest, AnAliasItemIsNoBookmark) {
+  PIActionDescriptor descriptor =
+      descriptorOf(R"([{"key": "KeyA", "type": "alis", "value": "/tmp/x"}])");
+  CFDataRef read = nullptr;
+  EXPECT_EQ(descriptors_->GetBookmark(descriptor, kKey, &read), kWrongDataType);
+}
+
+TEST_F(AliasTest, DataThatAreNoBookmarkCannotBePut) {
+  PIActionDescriptor descriptor = descriptorOf("[]");
+  const UInt8 bytes[] = {1, 2, 3};
+  const CFDataRef data = CFDataCreate(kCFAllocatorDefault, bytes, sizeof bytes);
+  EXPECT_EQ(descriptors_->PutBookmark(descriptor, kKey, data), paramErr);
+  EXPECT_EQ(descriptors_->PutBookmark(descriptor, kKey, nullptr), paramErr);
+  CFRelease(data);
+}
+
+}  // namespace
+}  // namespace
+}  // namespace simulator

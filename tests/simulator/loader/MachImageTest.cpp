@@ -1,0 +1,254 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "simulator/loader/MachImage.h"
+#include "simulator/loader/UnwindInfo.h"
+#include "tests/simulator/loader/Modules.h"
+
+namespace simulator {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+std::string errorOfLoading(const std::string& name) {
+  try {
+    loadModule(name);
+  } catch (const LoadError& error) {
+    return error.what();
+  }
+  return "";
+}
+
+int call(const MachImage& image, const char* name) { return function<int()>(image, name)(); }
+
+// Every module whose frames are of another kind has the same functions.
+class Exceptions : public testing::TestWithParam<const char*> {
+ protected:
+  void SetUp() override { image_ = loadModule(GetParam()); }
+  int call(const char* name) { return simulator::call(*image_, name); }
+
+  std::unique_ptr<MachImage> image_;
+};
+
+INSTANTIATE_TEST_SUITE_P(Frames, Exceptions, testing::Values("Exceptions", "ExceptionsFrameless"),
+                         [](const auto& frames) { return std::string(frames.param); });
+
+TEST_P(Exceptions, CrossTheImagesOwnFramesAndRunItsCleanups) {
+  EXPECT_EQ(call("catchesOwnException"), 7);
+  EXPECT_THAT(record(), ElementsAre(101, 102, 100));
+}
+
+TEST_P(Exceptions, AreCaughtByTheirSuperclass) { EXPECT_EQ(call("catchesBySuperclass"), 2); }
+
+TEST_P(Exceptions, AreThrownAgain) {
+  EXPECT_EQ(call("rethrows"), 7);
+  EXPECT_THAT(record(), ElementsAre(101, 200));
+}
+
+TEST_P(Exceptions, CrossAFrameTooLargeForItsEncoding) {
+  EXPECT_EQ(call("catchesThroughPlainLargeFrame"), 7);
+}
+
+TEST_P(Exceptions, LeaveTheImage) {
+  auto* const thrower = function<void()>(*image_, "letsExceptionOut");
+  EXPECT_THROW(thrower(), std::uint32_t);
+  EXPECT_THAT(record(), ElementsAre(101, 102));
+}
+
+TEST_P(Exceptions, OfThisSystemAreCaughtInTheImage) {
+  EXPECT_EQ(call("catchesHostException"), 9);
+  EXPECT_THAT(record(), ElementsAre(300));
+}
+
+TEST_P(Exceptions, OfThisSystemPassThroughTheImage) {
+  auto* const passer = function<void()>(*image_, "passesHostExceptionOn");
+  EXPECT_THROW(passer(), int);
+  EXPECT_THAT(record(), ElementsAre(400));
+}
+
+TEST_P(Exceptions, CrossThisSystemsFramesBetweenTheImages) {
+  EXPECT_EQ(call("catchesAcrossHostFrames"), 7);
+  EXPECT_THAT(record(), ElementsAre(101));
+}
+
+TEST_P(Exceptions, OfTheRunTimeItselfAreCaught) { EXPECT_EQ(call("throwsFromLibrary"), 1); }
+
+TEST_P(Exceptions, CalleeSavedRegistersAreBackAfterAThrow) {
+  auto* const keeper = function<long()>(*image_, "keepsRegistersAfterThrow");
+  EXPECT_EQ(keeper(),
+            11 + 100 * 13 + 10000 * 17 + 1000000 * 19 + 100000000L * 23 + 10000000000L * 29);
+}
+
+TEST(HandWrittenFrame, IsLeftAsItsOwnDwarfEntrySays) {
+  const auto image = loadModule("HandWrittenFrame");
+  EXPECT_EQ(function<long()>(*image, "throwsThroughOddFrame")(), 779);
+}
+
+// The tests above prove something of a kind of frame only where the compiler made one.
+TEST(Frames, OfEveryKindOccurInTheModules) {
+  std::set<FrameKind> kinds;
+  for (const char* const name : {"Exceptions", "ExceptionsFrameless"}) {
+    const MachFile file = MachFile::open(modulePath(name));
+    const Section& table = *file.findSection("__TEXT", "__unwind_info");
+    for (const UnwindEntry& entry : readUnwindInfo(file.contents(table))) {
+      kinds.insert(decodeFrame(entry.encoding).kind);
+    }
+  }
+  EXPECT_EQ(kinds.size(), 4u);
+}
+
+TEST(Lifetime, InitialisersRunAtLoadInOrder) {
+  const auto image = loadModule("Lifetime");
+  EXPECT_THAT(record(), ElementsAre(1, 2));
+}
+
+TEST(Lifetime, DestructorsRunAtUnloadInReverse) {
+  auto image = loadModule("Lifetime");
+  EXPECT_EQ(call(*image, "firstUse"), 30);
+  EXPECT_EQ(call(*image, "firstUse"), 30);
+  record().clear();
+  image.reset();
+  EXPECT_THAT(record(), ElementsAre(-30, -2, -1));
+}
+
+// Made before an image is loaded, so that it ends after the image's objects.
+struct ExitReporter {
+  ~ExitReporter() {
+    for (const int value : record()) std::fprintf(stderr, "%d ", value);
+  }
+};
+
+[[noreturn]] void exitWithImageLoaded() {
+  static const ExitReporter reporter;
+  const MachImage* const image = loadModule("Lifetime").release();
+  call(*image, "firstUse");
+  record().clear();
+  std::exit(0);
+}
+
+TEST(Lifetime, DestructorsOfAnImageThatIsStillThereRunAtExit) {
+  EXPECT_EXIT(exitWithImageLoaded(), testing::ExitedWithCode(0), "^-30 -2 -1 $");
+}
+
+TEST(Lifetime, TwoImagesOfOneFileAreSeparate) {
+  auto one = loadModule("Lifetime");
+  const auto two = loadModule("Lifetime");
+  EXPECT_NE(one->symbol("answer"), two->symbol("answer"));
+  record().clear();
+  one.reset();
+  EXPECT_THAT(record(), ElementsAre(-2, -1));
+}
+
+TEST(Lifetime, AnImageThatWasOnlyPreparedRunsNothing) {
+  MachImage::prepare(MachFile::open(modulePath("Lifetime")), TestLibraries(), "Lifetime").reset();
+  EXPECT_THAT(record(), IsEmpty());
+}
+
+TEST(Image, PointersInsideMoveWithIt) {
+  EXPECT_EQ(call(*loadModule("Lifetime"), "sumThroughPointers"), 73);
+}
+
+TEST(Image, ExportsFunctionsAndVariablesByTheirCNames) {
+  const auto image = loadModule("Lifetime");
+  EXPECT_EQ(*static_cast<int*>(image->symbol("answer")), 42);
+  EXPECT_EQ(image->symbol("first"), nullptr);
+  EXPECT_EQ(image->exports().count("_firstUse"), 1u);
+}
+
+TEST(Imports, AMissingWeakFrameworkLeavesNulls) {
+  EXPECT_FALSE(function<bool()>(*loadModule("Imports"), "seesAbsentFramework")());
+}
+
+TEST(Imports, VariadicFunctionsTakeTheirArgumentsAsTheyAre) {
+  const auto image = loadModule("Imports");
+  char buffer[64] = {};
+  EXPECT_EQ(function<int(char*, std::size_t)>(*image, "formats")(buffer, sizeof buffer), 24);
+  EXPECT_STREQ(buffer, "7 text 2.500 -9000000000");
+}
+
+TEST(Imports, PrintingGoesToThisProcesssStandardOutput) {
+  const auto image = loadModule("Imports");
+  testing::internal::CaptureStdout();
+  call(*image, "printsToStandardOutput");
+  EXPECT_EQ(testing::internal::GetCapturedStdout(), "from the module 3\n");
+}
+
+TEST(Imports, TheCompilersOwnHelpersWork) {
+  const auto image = loadModule("Imports");
+  std::vector<double> numbers(101, 0.0);
+  function<void(double*, int)>(*image, "fillsWithPattern")(numbers.data(), 100);
+  EXPECT_TRUE(std::all_of(numbers.begin(), numbers.end() - 1, [](double n) { return n == 1.25; }));
+  EXPECT_EQ(numbers.back(), 0.0);
+  char block[40];
+  std::memset(block, 1, sizeof block);
+  function<void(char*, std::size_t)>(*image, "clears")(block, sizeof block - 1);
+  EXPECT_EQ(std::count(block, block + sizeof block, '\0'), 39);
+}
+
+TEST(Refusal, AMissingSymbolIsNamedWithItsLibrary) {
+  EXPECT_EQ(errorOfLoading("MissingSymbol"),
+            "Symbol not found: _testAddedLater, referenced from: " +
+                modulePath("MissingSymbol").string() + ", expected in: /usr/lib/libTestHost.dylib");
+}
+
+TEST(Refusal, AMissingLibraryIsNamed) {
+  EXPECT_EQ(errorOfLoading("MissingLibrary"),
+            "Library not loaded: /usr/lib/libElsewhere.dylib, referenced from: " +
+                modulePath("MissingLibrary").string() + ", reason: image not found");
+}
+
+TEST(Refusal, ThreadLocalVariablesAreNotSupported) {
+  EXPECT_THAT(errorOfLoading("ThreadLocal"), HasSubstr("__thread"));
+}
+
+TEST(Refusal, ChainedFixupsAreNotSupported) {
+  EXPECT_THAT(errorOfLoading("ChainedFixups"),
+              HasSubstr("load command LC_DYLD_CHAINED_FIXUPS (0x80000034) is not supported"));
+}
+
+TEST(Refusal, AFileThatIsNotThereIsNamed) {
+  EXPECT_THAT(errorOfLoading("Nothing"), HasSubstr("Nothing.bundle cannot be read"));
+}
+
+TEST(Refusal, OtherFilesAreTold) {
+  const auto error = [](std::vector<std::byte> bytes) {
+    try {
+      const MachFile file(std::move(bytes));
+    } catch (const LoadError& caught) {
+      return std::string(caught.what());
+    }
+    return std::string();
+  };
+  std::vector<std::byte> bytes = moduleBytes("Imports");
+  bytes[0] = std::byte{0x7F};
+  EXPECT_EQ(error(bytes), "the file is not a 64-bit Mach-O file");
+  std::memcpy(bytes.data(), "\xCA\xFE\xBA\xBE", 4);
+  EXPECT_THAT(error(bytes), HasSubstr("universal"));
+  bytes = moduleBytes("Imports");
+  bytes[4] = std::byte{0x0C};
+  EXPECT_EQ(error(bytes), "the file is not for x86_64");
+  bytes = moduleBytes("Imports");
+  bytes[12] = std::byte{2};
+  EXPECT_THAT(error(bytes), HasSubstr("file type 2"));
+}
+
+TEST(File, TellsWhatItIsFor) {
+  const MachFile file = MachFile::open(modulePath("Imports"));
+  EXPECT_EQ(file.minimumSystem(), "10.13");
+  EXPECT_EQ(file.fileType(), mach::kTypeBundle);
+  EXPECT_EQ(file.libraries().at(0).name, "/Library/Frameworks/Absent.framework/Absent");
+  EXPECT_TRUE(file.libraries().at(0).weak);
+}
+
+}  // namespace
+}  // namespace simulator

@@ -1,0 +1,83 @@
+// Whatever a file holds, loading it ends in an image or in an error that says why.
+#include <gtest/gtest.h>
+
+#include <random>
+#include <string>
+#include <vector>
+
+#include "simulator/loader/MachImage.h"
+#include "tests/simulator/loader/Modules.h"
+
+namespace simulator {
+namespace {
+
+constexpr int kFilesPerModule = 2500;
+const char* const kModules[] = {"Lifetime", "ExceptionsFrameless", "Imports", "HandWrittenFrame"};
+
+// True where the file was taken. Anything else than a LoadError goes on to the test.
+bool prepares(const std::vector<std::byte>& bytes) {
+  try {
+    MachImage::prepare(MachFile(bytes), TestLibraries(), "mutated");
+    return true;
+  } catch (const LoadError& error) {
+    EXPECT_FALSE(std::string(error.what()).empty());
+    return false;
+  }
+}
+
+class Mutations {
+ public:
+  explicit Mutations(unsigned seed) : random_(seed) {}
+
+  std::vector<std::byte> apply(std::vector<std::byte> bytes) {
+    // Half of the changes go to the load commands, where each byte counts most.
+    for (std::size_t i = 1 + pick(8); i > 0; --i) {
+      const std::size_t reach =
+          pick(2) == 0 ? std::min<std::size_t>(bytes.size(), 2048) : bytes.size();
+      change(bytes, pick(reach));
+    }
+    if (pick(10) == 0) bytes.resize(pick(bytes.size()));
+    return bytes;
+  }
+
+ private:
+  std::size_t pick(std::size_t count) { return random_() % count; }
+
+  void change(std::vector<std::byte>& bytes, std::size_t at) {
+    static constexpr int kTellingValues[] = {0, 1, 0x7F, 0x80, 0xFF};
+    if (pick(2) == 0) {
+      bytes[at] ^= std::byte{1} << static_cast<int>(pick(8));
+    } else {
+      bytes[at] = static_cast<std::byte>(kTellingValues[pick(std::size(kTellingValues))]);
+    }
+  }
+
+  std::mt19937 random_;
+};
+
+TEST(MutatedFiles, GiveAnErrorAndNeverACrash) {
+  int refused = 0;
+  int taken = 0;
+  for (const char* const module : kModules) {
+    const std::vector<std::byte> good = moduleBytes(module);
+    ASSERT_TRUE(prepares(good)) << module;
+    for (unsigned seed = 0; seed < kFilesPerModule; ++seed) {
+      SCOPED_TRACE(std::string(module) + ", seed " + std::to_string(seed));
+      ++(prepares(Mutations(seed).apply(good)) ? taken : refused);
+    }
+  }
+  // Both kinds have to come up, or the mutations were none.
+  EXPECT_GT(refused, 1000);
+  EXPECT_GT(taken, 1000);
+}
+
+TEST(TruncatedFiles, GiveAnErrorAtEveryLengthThatMatters) {
+  const std::vector<std::byte> good = moduleBytes("Lifetime");
+  for (std::size_t size = 0; size < good.size(); size += size < 4096 ? 1 : 97) {
+    SCOPED_TRACE(size);
+    EXPECT_FALSE(prepares({good.begin(), good.begin() + static_cast<std::ptrdiff_t>(size)}));
+  }
+}
+
+}  // namespace
+}  // namespace simulator
