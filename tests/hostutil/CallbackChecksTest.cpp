@@ -7,14 +7,14 @@
 #include <vector>
 
 #include "hostutil/CallbackChecks.h"
-#include "plugin/AutoPluginMain.h"
+#include "hostutil/HostUtilities.h"
 #include "simulator/host/callbacks/CallbackRecords.h"
 
 namespace {
 std::string gAlert;  // what the version alert showed last
 }  // namespace
 
-// Stands in for the shell's, which shows nothing.
+// Stands in for the one that shows nothing.
 int ShowVersionAlert(const unsigned char* version) {
   gAlert.assign(reinterpret_cast<const char*>(version) + 1, version[0]);
   return 0;

@@ -26,14 +26,6 @@ TEST(IsRunningNatively, IsTrueWhereTheKernelDoesNotKnowTheSetting) {
   EXPECT_TRUE(IsRunningNatively());
 }
 
-TEST(ShowVersionAlert, ShowsNothingAndReturnsZero) {
-  constexpr unsigned char kVersion[] =
-      "\x04"
-      "2.5.";
-  EXPECT_EQ(ShowVersionAlert(kVersion), 0);
-  EXPECT_EQ(ShowVersionAlert(nullptr), 0);
-}
-
 TEST(HostPlayDialog, IsTrueOnlyForThePlayInfoOne) {
   for (const int info : {-1, 0, 1, 2, 3, 0x0100}) {
     PIDescriptorParameters parameters = {};

@@ -7,8 +7,8 @@ root=$1
 scratch=$2
 rm -rf "$scratch"
 mkdir -p "$scratch/another place"
-for folder in CMakeLists.txt cmake platform plugin device navigate hostactions hostutil geometry \
-  codegen packaging scripts docs; do
+system=$(awk '$1 == "system" { print $2 }' "$root/cmake/folders.txt")
+for folder in CMakeLists.txt cmake platform $system packaging scripts docs; do
   cp -R "$root/$folder" "$scratch/another place/"
 done
 

@@ -20,7 +20,7 @@ execute_process(
           "-DCMAKE_CXX_COMPILER=${COMPILER}" "-DMRV_HOST_SDK=${FOLDER}/sdk" -DMRV_TESTS=OFF
           -DMRV_BENCH=OFF
   OUTPUT_QUIET COMMAND_ERROR_IS_FATAL ANY)
-execute_process(COMMAND "${CMAKE_COMMAND}" --build "${FOLDER}/build" --target host_layout_sdk
+execute_process(COMMAND "${CMAKE_COMMAND}" --build "${FOLDER}/build" --target mrv_host_layout_sdk
                 OUTPUT_VARIABLE errors ERROR_VARIABLE errors RESULT_VARIABLE status)
 
 if(EXPECTED STREQUAL "same" AND NOT status EQUAL 0)

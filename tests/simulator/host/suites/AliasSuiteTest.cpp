@@ -95,4 +95,3 @@ TEST_F(AliasTest, DataThatAreNoBookmarkCannotBePut) {
 
 }  // namespace
 }  // namespace
-}  // namespace simulator
