@@ -1,4 +1,4 @@
-// The routines that grow a length-prefixed string.
+// The routines that append to a length-prefixed string.
 #include "fuzz/Input.h"
 #include "hostutil/Strings.h"
 

@@ -1,4 +1,4 @@
-// The routines that count and join zero-terminated strings.
+// The routines that measure and concatenate zero-terminated strings.
 #include "fuzz/Input.h"
 #include "hostutil/Strings.h"
 

@@ -1,4 +1,4 @@
-// The routines that go from one form of text to another.
+// The routines that convert text between length-prefixed, zero-terminated and four-character form.
 #include "fuzz/Input.h"
 #include "hostutil/Strings.h"
 

@@ -1,5 +1,5 @@
-// What a fuzz target makes of its input: values, and strings in heap blocks of exactly the size
-// that a routine may use, so that the address sanitizer sees every step beyond.
+// Decodes a fuzzer's bytes into values and strings. Each string lies in a heap block of exactly the
+// size that a routine may use, which lets the address sanitizer catch any access past it.
 #pragma once
 
 #include <algorithm>
@@ -13,7 +13,7 @@
 
 namespace fuzz {
 
-/// Ends the run where something does not hold that every input must keep.
+/// Aborts with a message if `holds` is false: the input is then reported as a fault.
 inline void require(bool holds, const char* what) {
   if (holds) return;
   std::fprintf(stderr, "does not hold: %s\n", what);
@@ -22,7 +22,7 @@ inline void require(bool holds, const char* what) {
 
 using Bytes = std::unique_ptr<unsigned char[]>;
 
-/// Reads values off the input; zeros follow its end.
+/// Reads values from the input; past its end every byte is 0.
 class Input {
  public:
   Input(const std::uint8_t* data, std::size_t size) : data_(data), left_(size) {}
@@ -36,7 +36,7 @@ class Input {
 
   bool flag() { return value<std::uint8_t>() & 1; }
 
-  /// A length-prefixed string: 256 bytes on the heap, of any content.
+  /// A length-prefixed string of any length and content, in 256 bytes.
   Bytes lengthPrefixed() {
     auto string = std::make_unique<unsigned char[]>(256);
     const std::size_t length = value<std::uint8_t>();
@@ -45,7 +45,8 @@ class Input {
     return string;
   }
 
-  /// A zero-terminated string without a byte to spare; `room` is made up to that many bytes.
+  /// A zero-terminated string of at most 599 characters. The block ends with its terminator, or has
+  /// `room` bytes if that is more.
   std::unique_ptr<char[]> zeroTerminated(std::size_t room = 0) {
     const std::size_t length = std::min<std::size_t>(value<std::uint16_t>() % 600, left_);
     std::string text(length, 0);
@@ -68,7 +69,7 @@ class Input {
   std::size_t left_;
 };
 
-/// Whether a length-prefixed string ends as the routines that grow one leave it.
+/// True if a length-prefixed string has at most 254 characters and a zero byte after the last.
 inline bool isTerminated(const Bytes& text) { return text[0] <= 254 && text[text[0] + 1] == 0; }
 
 }  // namespace fuzz

@@ -1,4 +1,4 @@
-// Loads any bytes as a Mac plug-in, up to the point where its code would run.
+// Loads any bytes as a Mac plug-in, up to the point at which its code would run.
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -9,7 +9,8 @@
 
 namespace {
 
-// Has every library and every symbol, so that nothing ends before the fixups and the unwind table.
+// Has every library, and every symbol but `_absent`, so that loading goes on to the fixups and the
+// unwind table.
 class Everything : public simulator::SystemLibraries {
  public:
   bool has(std::string_view) const override { return true; }
@@ -29,7 +30,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   try {
     simulator::MachImage::prepare(simulator::MachFile(std::move(bytes)), Everything(), "fuzzed");
   } catch (const simulator::LoadError&) {
-    // What a damaged file is to give.
+    // The expected result for a damaged file.
   }
   return 0;
 }

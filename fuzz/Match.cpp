@@ -4,8 +4,8 @@
 
 namespace {
 
-// The limit stays where the walk keeps inside any zero-terminated string; an empty text with an
-// empty pattern is the caller's to avoid.
+// The routine reads past the string for larger limits, and for an empty text with an empty pattern;
+// callers must avoid both.
 void matchZeroTerminated(fuzz::Input& input, bool ignoreCase) {
   const short limit = static_cast<short>(input.value<std::int16_t>() % 256);
   const auto pattern = input.zeroTerminated();

@@ -1,4 +1,4 @@
-// Numbers to text.
+// The routines that write numbers as text.
 #include <cmath>
 
 #include "fuzz/Input.h"

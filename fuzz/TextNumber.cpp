@@ -1,4 +1,4 @@
-// Text to numbers.
+// The routines that read numbers from text.
 #include <cstdlib>
 
 #include "fuzz/Input.h"
