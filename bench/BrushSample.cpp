@@ -1,5 +1,5 @@
 // One sample of twist, within a gesture and at its start, and reads of the host's descriptors. The
-// host's calls done bare are the simulated host's share of each figure.
+// peers make the same host calls directly: the simulated host's share of each figure.
 #include <Carbon/Carbon.h>
 #include <HostTerms.h>
 #include <benchmark/benchmark.h>
@@ -19,7 +19,7 @@ namespace {
 constexpr std::uint32_t kKeyDocumentID = fourCharCode("DocI");
 constexpr std::uint32_t kKeyTitle = fourCharCode("Ttl ");
 
-/// A silent host with its files in place, of which the plug-in knows the version already.
+/// A host with its files in place and no log, whose version the plug-in has already read.
 void prepareHost() {
   static const simulator::TemporaryHome home;
   simulator::writeHostFiles({}, simulator::preferencesFolder(home.path()));
@@ -30,8 +30,8 @@ void prepareHost() {
   ResetBrushSizeAccumulator();
 }
 
-/// What one question for the current tool costs the host alone.
-void askBare() {
+/// The host calls of one query for the current tool.
+void askForTheToolBare() {
   PIActionReference reference = nullptr;
   PIActionDescriptor answer = nullptr;
   Boolean told = 0;
@@ -44,72 +44,72 @@ void askBare() {
   sPSActionDescriptor->Free(answer);
 }
 
-void sampleBelowTheLeast(benchmark::State& bench) {
+void TwistBelowTheMinimum(benchmark::State& state) {
   prepareHost();
-  for (auto _ : bench) AdjustBrushSize(19);
+  for (auto _ : state) AdjustBrushSize(19);
 }
-BENCHMARK(sampleBelowTheLeast);
+BENCHMARK(TwistBelowTheMinimum);
 
-void sampleWithinAGesture(benchmark::State& bench) {
+void TwistWithinAGesture(benchmark::State& state) {
   prepareHost();
   AdjustBrushSize(100);
   int delta = 20;
-  for (auto _ : bench) AdjustBrushSize(delta = -delta);
+  for (auto _ : state) AdjustBrushSize(delta = -delta);
 }
-BENCHMARK(sampleWithinAGesture);
+BENCHMARK(TwistWithinAGesture);
 
-void sampleThatTypesAKey(benchmark::State& bench) {
+void TwistTypingAKey(benchmark::State& state) {
   prepareHost();
   simulator::EventManager& events = simulator::theEventManager();
-  for (auto _ : bench) {
+  for (auto _ : state) {
     AdjustBrushSize(501);
     while (events.dispatchNext()) {
     }
   }
 }
-BENCHMARK(sampleThatTypesAKey);
+BENCHMARK(TwistTypingAKey);
 
-void sampleAtTheStartOfAGesture(benchmark::State& bench) {
+void TwistStartingAGesture(benchmark::State& state) {
   prepareHost();
-  for (auto _ : bench) {
+  for (auto _ : state) {
     ResetBrushSizeAccumulator();
     AdjustBrushSize(100);
   }
 }
-BENCHMARK(sampleAtTheStartOfAGesture);
+BENCHMARK(TwistStartingAGesture);
 
-void twoQuestionsForTheToolBare(benchmark::State& bench) {
+void TwoBareToolQueries(benchmark::State& state) {
   prepareHost();
-  for (auto _ : bench) {
-    askBare();
-    askBare();
+  for (auto _ : state) {
+    askForTheToolBare();
+    askForTheToolBare();
   }
 }
-BENCHMARK(twoQuestionsForTheToolBare);
+BENCHMARK(TwoBareToolQueries);
 
-void brushPropertyPlayed(benchmark::State& bench) {
+void BrushPropertyPlayed(benchmark::State& state) {
   prepareHost();
   char key[] = "hardness";
-  for (auto _ : bench) PlayeventDynamicSetProperty(key, kUnitPercent, 50.0);
+  for (auto _ : state) PlayeventDynamicSetProperty(key, kUnitPercent, 50.0);
 }
-BENCHMARK(brushPropertyPlayed);
+BENCHMARK(BrushPropertyPlayed);
 
-void integerOfTheDocument(benchmark::State& bench) {
+void IntegerOfTheDocument(benchmark::State& state) {
   prepareHost();
   std::int32_t value = 0;
-  for (auto _ : bench) PIUGetInfo(kClassDocument, kKeyDocumentID, &value, nullptr);
+  for (auto _ : state) PIUGetInfo(kClassDocument, kKeyDocumentID, &value, nullptr);
 }
-BENCHMARK(integerOfTheDocument);
+BENCHMARK(IntegerOfTheDocument);
 
-void textOfTheDocument(benchmark::State& bench) {
+void TextOfTheDocument(benchmark::State& state) {
   prepareHost();
   char text[64];
-  for (auto _ : bench) {
+  for (auto _ : state) {
     std::uint32_t length = sizeof text - 1;
     PIUGetInfo(kClassDocument, kKeyTitle, text, &length);
   }
 }
-BENCHMARK(textOfTheDocument);
+BENCHMARK(TextOfTheDocument);
 
 PIActionDescriptor descriptorWithInteger() {
   auto content = std::make_shared<simulator::Container>();
@@ -117,30 +117,30 @@ PIActionDescriptor descriptorWithInteger() {
   return simulator::theHost().makeDescriptor(std::move(content));
 }
 
-void itemOfADescriptor(benchmark::State& bench) {
+void ItemOfADescriptor(benchmark::State& state) {
   prepareHost();
   const PIActionDescriptor descriptor = descriptorWithInteger();
   std::int32_t value = 0;
-  for (auto _ : bench) {
+  for (auto _ : state) {
     PIUGetSingleItemFromDescriptor(descriptor, kKeyDocumentID, &value, nullptr);
     benchmark::DoNotOptimize(value);
   }
 }
-BENCHMARK(itemOfADescriptor);
+BENCHMARK(ItemOfADescriptor);
 
-void itemOfADescriptorBare(benchmark::State& bench) {
+void BareItemOfADescriptor(benchmark::State& state) {
   prepareHost();
   const PIActionDescriptor descriptor = descriptorWithInteger();
   Boolean present = 0;
   DescriptorTypeID type = 0;
   std::int32_t value = 0;
-  for (auto _ : bench) {
+  for (auto _ : state) {
     sPSActionDescriptor->HasKey(descriptor, kKeyDocumentID, &present);
     sPSActionDescriptor->GetType(descriptor, kKeyDocumentID, &type);
     sPSActionDescriptor->GetInteger(descriptor, kKeyDocumentID, &value);
     benchmark::DoNotOptimize(value);
   }
 }
-BENCHMARK(itemOfADescriptorBare);
+BENCHMARK(BareItemOfADescriptor);
 
 }  // namespace

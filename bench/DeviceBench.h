@@ -1,5 +1,5 @@
-// The simulated machine as the benchmarks of the device's road use it: silent, with the plug-in's
-// code linked in.
+// The simulated machine for the benchmarks that follow a device sample: it writes no log, and the
+// plug-in's code is linked into the program.
 #pragma once
 
 #include <MoravinClient/MoravinClient.h>
@@ -16,7 +16,8 @@
 #include "simulator/scenario/Player.h"
 #include "suites/BasicSuite.h"
 
-/// Makes the receiver of device events and lets the calling thread stand for the device thread.
+/// Makes the receiver of device events. The calling thread then also plays the device thread's
+/// part.
 inline Navigate2D& prepareMachine() {
   static const simulator::TemporaryHome home;
   simulator::writeHostFiles({}, simulator::preferencesFolder(home.path()));
@@ -26,7 +27,7 @@ inline Navigate2D& prepareMachine() {
   return Navigate2D::Instance();
 }
 
-/// A sample of the device's own axes for the client that the plug-in takes for its own.
+/// A sample in the device's own order of axes, addressed to the plug-in's client.
 inline MoravinDeviceState axisSample(std::int16_t x, std::int16_t push, std::int16_t twist) {
   MoravinDeviceState state = {};
   state.client = MrvDeviceEvents::m_clientID;
@@ -37,7 +38,7 @@ inline MoravinDeviceState axisSample(std::int16_t x, std::int16_t push, std::int
   return state;
 }
 
-/// Takes the sample from the framework's callback to the end of its dispatch.
+/// Passes the sample to the framework's callback and dispatches the event that it posts.
 inline void deliver(MoravinDeviceState& state) {
   MrvDeviceEvents::messageHandlerProc(1, kMoravinMessageDeviceState, &state);
   simulator::theEventManager().dispatchNext();

@@ -1,6 +1,6 @@
-// Dumping a descriptor of many items against writing the same bytes with fwrite, to files of the
-// same folder. Two hosts: the simulated one, and a bare one that costs next to nothing, so that the
-// generator's own part can be told from the host's.
+// Dumping a descriptor of many items, compared with writing the same bytes with fwrite to a file in
+// the same folder. Two hosts: the simulated one, and a bare one that costs almost nothing. Their
+// difference is the simulated host's share; the rest is the generator's.
 #include <benchmark/benchmark.h>
 #include <unistd.h>
 
@@ -25,7 +25,7 @@ std::string fileName(const char* name) {
   return (std::filesystem::temp_directory_path() / (name + std::to_string(getpid()))).string();
 }
 
-/// What a dump writes to a new file.
+/// Dumps the descriptor to a new file.
 void dump(PIActionDescriptor descriptor, const std::string& file) {
   std::filesystem::remove(file);
   PIUDumpDescriptor(kEventSet, descriptor, file.c_str());
@@ -64,7 +64,7 @@ BENCHMARK(DumpFromSimulatedHost)
     ->Unit(benchmark::kMillisecond)
     ->Complexity(benchmark::oN);
 
-/// A host of one descriptor: item i has the key kFirstKey + i and the value i.
+/// A host with one descriptor, whose item i has the key kFirstKey + i and the value i.
 struct BareHost {
   static inline uint32 count = 0;
   PSActionDescriptorProcs descriptor{};
@@ -118,7 +118,7 @@ std::string dumpedText(std::int64_t items) {
   return bytes.str();
 }
 
-/// `write` writes the text to a new file's stream.
+/// Measures `write`, which writes the dumped text to the stream of a new file.
 template <class Write>
 void measureFwrite(benchmark::State& state, Write write) {
   const std::string text = dumpedText(state.range(0));

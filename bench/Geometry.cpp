@@ -1,4 +1,4 @@
-// The geometry beside its peers, in double precision, in one run.
+// Matrix product and point transform, compared with other libraries in double precision.
 #include "geometry/Geometry.h"
 
 #include <Eigen/Dense>
@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr std::size_t kCount = 64;  // few enough to stay in the first cache
+constexpr std::size_t kCount = 64;  // fits into the first-level cache
 
 double sample(std::size_t i) { return 0.01 * static_cast<double>(i * 7919 % 1000) - 5.0; }
 
@@ -40,7 +40,8 @@ std::vector<glm::dmat4> glmMatrices() {
   return matrices<glm::dmat4>([](glm::dmat4& m, int r, int c, double v) { m[c][r] = v; });
 }
 
-// Each matrix times the next one: results are kept, so nothing is left out.
+// Multiplies each matrix by the next one and keeps the results, so that the compiler must compute
+// every element.
 template <class Matrix>
 void multiply(benchmark::State& state, const std::vector<Matrix>& in) {
   std::vector<Matrix> out(kCount);
@@ -52,15 +53,15 @@ void multiply(benchmark::State& state, const std::vector<Matrix>& in) {
   state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(kCount));
 }
 
-void MatrixProduct_ours(benchmark::State& state) { multiply(state, ourMatrices()); }
-void MatrixProduct_eigen(benchmark::State& state) { multiply(state, eigenMatrices()); }
-void MatrixProduct_glm(benchmark::State& state) { multiply(state, glmMatrices()); }
+void MatrixProductOurs(benchmark::State& state) { multiply(state, ourMatrices()); }
+void MatrixProductEigen(benchmark::State& state) { multiply(state, eigenMatrices()); }
+void MatrixProductGlm(benchmark::State& state) { multiply(state, glmMatrices()); }
 
-BENCHMARK(MatrixProduct_ours);
-BENCHMARK(MatrixProduct_eigen);
-BENCHMARK(MatrixProduct_glm);
+BENCHMARK(MatrixProductOurs);
+BENCHMARK(MatrixProductEigen);
+BENCHMARK(MatrixProductGlm);
 
-// One matrix on many points; `apply` gives the transformed point.
+// Transforms many points by one matrix; `apply` returns the transformed point.
 template <class Matrix, class Point, class Apply>
 void transform(benchmark::State& state, Matrix matrix, Apply apply) {
   std::vector<Point> in;
@@ -77,7 +78,7 @@ void transform(benchmark::State& state, Matrix matrix, Apply apply) {
   state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(kCount));
 }
 
-void PointTransform_ours(benchmark::State& state) {
+void PointTransformOurs(benchmark::State& state) {
   transform<CMatrix4D, CPoint3D>(state, ourMatrices()[1],
                                  [](const CMatrix4D& m, const CPoint3D& p) { return m * p; });
 }
@@ -87,7 +88,7 @@ struct EigenTransform {
   Eigen::Vector3d translation;
 };
 
-void PointTransform_eigen(benchmark::State& state) {
+void PointTransformEigen(benchmark::State& state) {
   const EigenMatrix matrix = eigenMatrices()[1];
   const EigenTransform affine = {matrix.topLeftCorner<3, 3>(), matrix.topRightCorner<3, 1>()};
   transform<EigenTransform, Eigen::Vector3d>(
@@ -96,14 +97,14 @@ void PointTransform_eigen(benchmark::State& state) {
       });
 }
 
-void PointTransform_glm(benchmark::State& state) {
+void PointTransformGlm(benchmark::State& state) {
   transform<glm::dmat4, glm::dvec3>(
       state, glmMatrices()[1],
       [](const glm::dmat4& m, const glm::dvec3& p) { return glm::dvec3(m * glm::dvec4(p, 1.0)); });
 }
 
-BENCHMARK(PointTransform_ours);
-BENCHMARK(PointTransform_eigen);
-BENCHMARK(PointTransform_glm);
+BENCHMARK(PointTransformOurs);
+BENCHMARK(PointTransformEigen);
+BENCHMARK(PointTransformGlm);
 
 }  // namespace

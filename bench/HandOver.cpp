@@ -1,5 +1,5 @@
-// The hand-over from the device thread to the main thread and back to rest, beside the bare cost of
-// waking a thread by condition variable, and being woken by it, in the same run.
+// The hand-over of a sample from the device thread to the main thread, until both rest again. The
+// peer wakes a thread by a condition variable and is woken by it in turn.
 #include <benchmark/benchmark.h>
 
 #include <condition_variable>
@@ -11,7 +11,7 @@
 
 namespace {
 
-/// Two threads that wake each other in turn.
+/// Wakes a second thread, which wakes the caller.
 class PingPong {
  public:
   PingPong() : thread_([this] { answer(); }) {}
@@ -51,23 +51,23 @@ class PingPong {
   std::thread thread_;
 };
 
-void twoBareWakeUps(benchmark::State& bench) {
+void TwoBareWakeUps(benchmark::State& state) {
   PingPong threads;
-  for (auto _ : bench) threads.roundTrip();
+  for (auto _ : state) threads.roundTrip();
 }
-BENCHMARK(twoBareWakeUps)->UseRealTime();
+BENCHMARK(TwoBareWakeUps)->UseRealTime();
 
-void handOverAndDispatch(benchmark::State& bench) {
+void HandOverAndDispatch(benchmark::State& state) {
   Navigate2D& navigator = prepareMachine();
   static const MrvDeviceEvents connection;
   simulator::runMainLoopUntilIdle();
   const MoravinDeviceState sample = axisSample(0, 100, 0);
-  for (auto _ : bench) {
+  for (auto _ : state) {
     navigator.m_refreshWait = 1;
     simulator::theFramework().send(kMoravinMessageDeviceState, sample);
     simulator::runMainLoopUntilIdle();
   }
 }
-BENCHMARK(handOverAndDispatch)->UseRealTime();
+BENCHMARK(HandOverAndDispatch)->UseRealTime();
 
 }  // namespace

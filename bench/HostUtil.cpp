@@ -1,4 +1,4 @@
-// The number and matching routines beside their peers, in one run.
+// Numbers as text and the suffix match, compared with the standard library and fmt.
 #include <benchmark/benchmark.h>
 #include <fmt/format.h>
 
@@ -16,7 +16,7 @@ namespace {
 
 constexpr std::size_t kCount = 1024;
 
-// Whole numbers of every length from one digit to ten.
+// Whole numbers of one to ten digits.
 std::vector<std::int32_t> wholeNumbers() {
   std::mt19937 random(1);
   std::vector<std::int32_t> numbers(kCount);
@@ -47,35 +47,35 @@ void writeAll(benchmark::State& state, const std::vector<Number>& numbers, Write
 
 char* characters(unsigned char* text) { return reinterpret_cast<char*>(text) + 1; }
 
-void NumToString_ours(benchmark::State& state) {
+void NumToStringOurs(benchmark::State& state) {
   writeAll(state, wholeNumbers(),
            [](std::int32_t number, unsigned char* text) { NumToString(number, text); });
 }
 
-void NumToString_to_chars(benchmark::State& state) {
+void NumToStringStdToChars(benchmark::State& state) {
   writeAll(state, wholeNumbers(), [](std::int32_t number, unsigned char* text) {
     *std::to_chars(characters(text), characters(text) + 254, number).ptr = 0;
   });
 }
 
-void NumToString_fmt(benchmark::State& state) {
+void NumToStringFmt(benchmark::State& state) {
   writeAll(state, wholeNumbers(), [](std::int32_t number, unsigned char* text) {
     *fmt::format_to(characters(text), FMT_STRING("{}"), number) = 0;
   });
 }
 
-BENCHMARK(NumToString_ours);
-BENCHMARK(NumToString_to_chars);
-BENCHMARK(NumToString_fmt);
+BENCHMARK(NumToStringOurs);
+BENCHMARK(NumToStringStdToChars);
+BENCHMARK(NumToStringFmt);
 
-void DoubleToString_ours(benchmark::State& state) {
+void DoubleToStringOurs(benchmark::State& state) {
   const auto places = static_cast<short>(state.range(0));
   writeAll(state, fractions(), [places](double number, unsigned char* text) {
     benchmark::DoNotOptimize(DoubleToString(text, places, number));
   });
 }
 
-void DoubleToString_to_chars(benchmark::State& state) {
+void DoubleToStringStdToChars(benchmark::State& state) {
   const auto places = static_cast<int>(state.range(0));
   writeAll(state, fractions(), [places](double number, unsigned char* text) {
     char* const first = characters(text);
@@ -83,18 +83,18 @@ void DoubleToString_to_chars(benchmark::State& state) {
   });
 }
 
-void DoubleToString_fmt(benchmark::State& state) {
+void DoubleToStringFmt(benchmark::State& state) {
   const auto places = static_cast<int>(state.range(0));
   writeAll(state, fractions(), [places](double number, unsigned char* text) {
     *fmt::format_to(characters(text), FMT_STRING("{:.{}f}"), number, places) = 0;
   });
 }
 
-BENCHMARK(DoubleToString_ours)->Arg(1)->Arg(3)->Arg(6);
-BENCHMARK(DoubleToString_to_chars)->Arg(1)->Arg(3)->Arg(6);
-BENCHMARK(DoubleToString_fmt)->Arg(1)->Arg(3)->Arg(6);
+BENCHMARK(DoubleToStringOurs)->Arg(1)->Arg(3)->Arg(6);
+BENCHMARK(DoubleToStringStdToChars)->Arg(1)->Arg(3)->Arg(6);
+BENCHMARK(DoubleToStringFmt)->Arg(1)->Arg(3)->Arg(6);
 
-// File names with and without the ending asked for.
+// File names, about half of which end with the pattern.
 std::vector<std::string> fileNames() {
   std::mt19937 random(3);
   std::vector<std::string> names(kCount);
@@ -120,19 +120,19 @@ void matchAll(benchmark::State& state, Match match) {
   state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(kCount));
 }
 
-void HostMatch_ours(benchmark::State& state) {
+void HostMatchOurs(benchmark::State& state) {
   matchAll(state, [](const char* text, const char* pattern) {
     return HostMatch(text, pattern, false, 255);
   });
 }
 
-void HostMatch_ends_with(benchmark::State& state) {
+void HostMatchStdEndsWith(benchmark::State& state) {
   matchAll(state, [](const char* text, const char* pattern) {
     return std::string_view(text).ends_with(std::string_view(pattern));
   });
 }
 
-BENCHMARK(HostMatch_ours);
-BENCHMARK(HostMatch_ends_with);
+BENCHMARK(HostMatchOurs);
+BENCHMARK(HostMatchStdEndsWith);
 
 }  // namespace

@@ -1,4 +1,4 @@
-// Start-up and shut-down through the entry point, beside the start of a bare thread.
+// Start-up and shut-down through the entry point, compared with the start of a bare thread.
 #include <benchmark/benchmark.h>
 
 #include <thread>
@@ -15,19 +15,19 @@ void call(const char* selector) {
   simulator::runMainLoopUntilIdle();
 }
 
-void bareThread(benchmark::State& bench) {
-  for (auto _ : bench) std::thread([] {}).join();
+void BareThread(benchmark::State& state) {
+  for (auto _ : state) std::thread([] {}).join();
 }
-BENCHMARK(bareThread);
+BENCHMARK(BareThread);
 
-// Each start-up leaves its device thread behind, idle, so their number is bounded.
-void startUpAndShutDown(benchmark::State& bench) {
+// The number of iterations is fixed, because each start-up leaves one idle device thread.
+void StartUpAndShutDown(benchmark::State& state) {
   prepareMachine();
-  for (auto _ : bench) {
+  for (auto _ : state) {
     call("Startup");
     call("Shutdown");
   }
 }
-BENCHMARK(startUpAndShutDown)->Iterations(500);
+BENCHMARK(StartUpAndShutDown)->Iterations(500);
 
 }  // namespace

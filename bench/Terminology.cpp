@@ -1,4 +1,4 @@
-// The name of an identifier against the scan of the whole table that it stands for.
+// The look-up of an identifier's name, compared with the scan of the whole table that it replaces.
 #include "codegen/Terminology.h"
 
 #include <benchmark/benchmark.h>
