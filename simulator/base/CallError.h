@@ -5,8 +5,8 @@
 
 namespace simulator {
 
-/// Thrown inside of a call to end it with `error`; whoever carries the call out returns that code
-/// to the caller.
+/// Thrown inside a call to end it; the outermost function of the call catches it and returns
+/// `error` to the caller.
 struct CallError {
   std::int32_t error;
 };

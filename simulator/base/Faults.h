@@ -12,30 +12,32 @@
 namespace simulator {
 
 /// One order to fail. Procedures are named "Suite.Member" ("ActionControl.Get",
-/// "Basic.AcquireSuite", "Framework.Install"); "*" stands for every one of them.
+/// "Basic.AcquireSuite", "Framework.Install"); "*" matches every procedure.
 struct FaultRule {
   std::string procedure;
-  std::int32_t error = 0;   ///< what the failing calls return
-  std::uint64_t after = 0;  ///< so many calls pass first
-  std::uint64_t times = 1;  ///< then so many fail
+  std::int32_t error = 0;   ///< what each failing call returns
+  std::uint64_t after = 0;  ///< calls that pass before the first failure
+  std::uint64_t times = 1;  ///< calls that fail after those
 };
 
-/// The standing orders to fail. [any-thread]
+/// The pending orders to fail. [any-thread]
 class Faults {
  public:
-  /// Adds an order. Of several for one procedure the later ones wait until the earlier are used up.
+  /// Adds an order. Orders for the same procedure take effect one after another, in the order in
+  /// which they were added. An order with `times` 0 is ignored.
   void add(FaultRule rule);
 
-  /// Forgets all orders and counts.
+  /// Removes all orders and resets the counts.
   void clear();
 
-  /// Counts a call of `procedure`: the error that it must return, or none where it may go on.
+  /// Counts a call of `procedure`. Returns the error that the call must return, nullopt if the call
+  /// may proceed.
   std::optional<std::int32_t> strike(std::string_view procedure);
 
   /// How many calls were made to fail since the last `clear`.
   std::uint64_t fired() const { return fired_.load(); }
 
-  /// The procedure of the last such call; empty where there was none.
+  /// The procedure of the last call made to fail since the last `clear`; empty if there was none.
   std::string lastFired();
 
  private:
@@ -46,7 +48,7 @@ class Faults {
   std::atomic<std::uint64_t> fired_{0};
 };
 
-/// The one set of orders of the process; it outlives every static object.
+/// The orders of this process. Never destroyed, so static destructors may use it. [any-thread]
 Faults& theFaults();
 
 }  // namespace simulator

@@ -1,4 +1,4 @@
-// Opaque handles that know when they are stale.
+// Opaque handles that are recognised as stale after their value is erased.
 #pragma once
 
 #include <cstdint>
@@ -8,8 +8,9 @@
 
 namespace simulator {
 
-/// Gives each value a handle that looks like a pointer and is never dereferenced. The handle of an
-/// erased value finds nothing, also where its place is in use again. Not synchronized.
+/// Gives each value a handle that looks like a pointer but is never dereferenced. The handle of an
+/// erased value stays stale even after its slot is reused, because each handle contains the slot's
+/// generation. Not synchronised.
 template <class T>
 class HandleTable {
  public:
@@ -21,12 +22,14 @@ class HandleTable {
     return handleOf(index);
   }
 
-  /// The value, null where the handle is stale or was never given out.
+  /// The value; null if the handle is stale or was never issued. The pointer stays valid until the
+  /// value is erased.
   T* find(const void* handle) {
     Slot* slot = slotOf(handle);
     return slot != nullptr ? &slot->value : nullptr;
   }
 
+  /// Destroys the value. Does nothing if the handle is stale or was never issued.
   void erase(const void* handle) {
     Slot* slot = slotOf(handle);
     if (slot == nullptr) return;
@@ -37,8 +40,10 @@ class HandleTable {
     free_.push_back(static_cast<std::size_t>(slot->index));
   }
 
+  /// The number of values that are not erased.
   std::size_t live() const { return live_; }
 
+  /// Calls `visit` with each value, in slot order.
   template <class Visit>
   void forEach(Visit visit) {
     for (Slot& slot : slots_) {
@@ -54,7 +59,8 @@ class HandleTable {
     bool live = false;
   };
 
-  // A handle: the generation above 28 bits of index, aligned like a pointer.
+  // A handle's bits, from the lowest: 4 zero bits, as in an aligned pointer; 24 bits of slot index;
+  // the generation.
   static constexpr int kIndexBits = 24;
   static constexpr int kAlignBits = 4;
 

@@ -11,7 +11,7 @@ namespace {
 
 bool isPrintable(char c) { return c >= 0x20 && c < 0x7F; }
 
-// A prelude writes lines of its own; those must not start it again.
+// Set while the prelude runs: the lines that it writes must not run it again.
 thread_local bool inPrelude = false;
 
 }  // namespace

@@ -1,4 +1,4 @@
-// The log of everything that the plug-in does to its surroundings: one JSON object a line.
+// The log of everything that the plug-in does to its surroundings: one JSON object per line.
 #pragma once
 
 #include <nlohmann/json.hpp>
@@ -15,32 +15,32 @@ namespace simulator {
 /// Fields keep the order in which they were added.
 using Json = nlohmann::ordered_json;
 
-/// Collects lines in the order in which things happen and hands each to a sink.
-/// All members may be called from any thread; lines of several threads never mix.
+/// Passes lines to a sink in the order in which they are written. Lines written by several threads
+/// do not interleave. [any-thread]
 class Log {
  public:
   using Sink = std::function<void(const Json& line)>;
 
-  /// Sends every later line to `sink`; an empty one silences the log.
+  /// Sends every later line to `sink`; an empty function silences the log.
   void setSink(Sink sink);
 
-  /// Something that must come before the next line, such as text printed meanwhile. It runs before
-  /// each line is written, outside the log's own lock, and may itself write lines.
+  /// Sets a function that runs before each line, for example to log text that was printed since the
+  /// last line. It runs without the log's lock held and may write lines.
   void setPrelude(std::function<void()> prelude);
 
-  /// False where nobody listens: the caller saves itself making the fields.
+  /// False if no sink is set; callers can then skip building fields.
   bool enabled() const { return enabled_.load(std::memory_order_relaxed); }
 
-  /// Writes one line: `t` (virtual milliseconds), `what`, then `fields` (an object, or null for
-  /// none).
+  /// Writes one line: `t` (virtual milliseconds), `what`, then the members of `fields`, which is an
+  /// object or null.
   void write(std::string_view what, Json fields = nullptr);
 
-  /// Counts a misuse of the host or the platform by the plug-in and writes its line. The count
-  /// goes up also where nobody listens.
+  /// Counts a misuse of the host or the platform by the plug-in and writes a line about it. Misuses
+  /// are counted even if no sink is set.
   void misuse(const std::string& text);
   int misuses() const { return misuses_.load(); }
 
-  /// Virtual time in milliseconds; it never goes back.
+  /// Virtual time in milliseconds; it never decreases.
   std::int64_t now() const { return now_.load(); }
   void setNow(std::int64_t milliseconds) { now_.store(milliseconds); }
 
@@ -53,11 +53,11 @@ class Log {
   std::atomic<std::int64_t> now_{0};
 };
 
-/// The one log of the process; it outlives every static object.
+/// The log of this process. Never destroyed, so static destructors may use it. [any-thread]
 Log& theLog();
 
-/// A four-character code as its text where all four are printable ASCII characters, else "0x" and
-/// eight hexadecimal digits.
+/// A four-character code as text: its four characters if all are printable ASCII, otherwise "0x"
+/// and eight hexadecimal digits. [any-thread]
 std::string idText(std::uint32_t id);
 
 }  // namespace simulator

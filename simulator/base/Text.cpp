@@ -11,7 +11,7 @@ constexpr char32_t kReplacement = 0xFFFD;
 
 bool isSurrogate(char32_t c) { return c >= 0xD800 && c <= 0xDFFF; }
 
-/// How many bytes a sequence has by its first one; 0 where no sequence begins so.
+/// The length in bytes of the sequence that starts with `lead`; 0 if `lead` cannot start one.
 std::size_t sequenceLength(unsigned char lead) {
   if (lead < 0x80) return 1;
   if (lead < 0xC2) return 0;
@@ -30,7 +30,8 @@ bool isMinimal(char32_t c, std::size_t length) {
   return c >= least[length] && c <= 0x10FFFF && !isSurrogate(c);
 }
 
-/// Takes the first character off `text`; a byte that begins none is taken alone.
+/// Removes the first character from `text` and returns it. If the text does not start with a valid
+/// sequence, removes one byte and returns nullopt.
 std::optional<char32_t> takeCharacter(std::string_view& text) {
   const auto lead = static_cast<unsigned char>(text.front());
   const std::size_t length = sequenceLength(lead);

@@ -13,7 +13,7 @@ namespace simulator {
 
 namespace {
 
-/// Stands where a real alias has its head; the path follows.
+/// The first bytes of a simulated alias, in place of a real alias's header; the path follows.
 constexpr std::string_view kAliasHead = "alias:";
 
 }  // namespace

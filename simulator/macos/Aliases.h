@@ -1,4 +1,4 @@
-// Aliases: handles that lead to a file. A simulated one holds the file's path behind a mark.
+// Aliases: handles from which a file can be found. A simulated one is a fixed prefix and a path.
 #pragma once
 
 #include <Carbon/Carbon.h>
@@ -8,11 +8,12 @@
 
 namespace simulator {
 
-/// An alias of `path`. `maker` as in MemoryHandles::make. [any-thread]
+/// Makes an alias of `path`, which need not exist. `maker` is as in MemoryHandles::make.
+/// [any-thread]
 AliasHandle makeAlias(const std::string& path, const char* maker);
 
-/// The path behind an alias that `makeAlias` made and that is alive; none for any other handle. A
-/// handle that is not alive is a misuse by `procedure`. [any-thread]
+/// The path of an alias made by `makeAlias`; nullopt for any other handle. Reports a misuse by
+/// `procedure` if the handle was disposed of or never issued. [any-thread]
 std::optional<std::string> pathOfAlias(AliasHandle alias, const char* procedure);
 
 }  // namespace simulator

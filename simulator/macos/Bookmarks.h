@@ -1,4 +1,4 @@
-// Bookmarks: data in which a path stands behind a mark.
+// Bookmarks: data from which a file can be found. A simulated one is a fixed prefix and a path.
 #pragma once
 
 #include <CoreFoundation/CoreFoundation.h>
@@ -8,11 +8,12 @@
 
 namespace simulator {
 
-/// A bookmark of `path`, with one reference, which the caller releases. The file need not exist: a
-/// bookmark outlives the file that it was made of. [any-thread]
+/// Makes a bookmark of `path`, which need not exist: a real bookmark can outlive its file. The
+/// caller releases it. [any-thread]
 CFDataRef makeBookmark(const std::string& path);
 
-/// The path that the bookmark was made of, none if the data are not a bookmark. [any-thread]
+/// The path from which the bookmark was made; nullopt if the data are not a bookmark. Reports a
+/// misuse if `bookmark` is not a live data object. [any-thread]
 std::optional<std::string> pathOfBookmark(CFDataRef bookmark);
 
 }  // namespace simulator

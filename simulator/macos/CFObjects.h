@@ -28,7 +28,7 @@ struct CFBytes {
 };
 
 struct CFList {
-  std::vector<CFTypeRef> values;  ///< constants
+  std::vector<CFTypeRef> values;  ///< constant objects, which need no release
 };
 
 struct InputSource {
@@ -52,7 +52,8 @@ struct SynthesizedEvent {
   CGPoint location = {0.0, 0.0};
 };
 
-/// All objects of the process. Wrong use by a caller is a misuse line that names the procedure.
+/// All objects of the process. A handle that is stale, was never issued or has the wrong type is
+/// reported as a misuse by `procedure`.
 class CFObjects {
  public:
   using Value = std::variant<CFText, CFUrl, CFBytes, CFList, InputSource, SynthesizedEvent>;
@@ -60,11 +61,10 @@ class CFObjects {
   /// Makes an object with one reference.
   CFTypeRef make(Value value);
 
-  /// Makes an object for as long as the process lives, however often it is released.
+  /// Makes an object that lives as long as the process; releasing it has no effect.
   CFTypeRef makeConstant(Value value);
 
-  /// A copy of the object's value where it is alive and a `T`; else none, and a misuse in
-  /// `procedure`.
+  /// A copy of the object's value; nullopt, with a misuse, if it is not a live `T`.
   template <class T>
   std::optional<T> get(CFTypeRef object, const char* procedure) {
     const std::lock_guard lock(mutex_);
@@ -72,7 +72,8 @@ class CFObjects {
     return value != nullptr ? std::optional<T>(*value) : std::nullopt;
   }
 
-  /// Changes the object's value in place, under the table's lock.
+  /// Calls `change` with the object's value, holding the table's lock. Reports a misuse instead if
+  /// it is not a live `T`.
   template <class T, class Change>
   void change(CFTypeRef object, const char* procedure, Change change) {
     const std::lock_guard lock(mutex_);
@@ -82,10 +83,10 @@ class CFObjects {
   void retain(CFTypeRef object);
   void release(CFTypeRef object);
 
-  /// How many objects are alive, constants not counted.
+  /// The number of live objects, not counting constants.
   std::size_t live();
 
-  /// A misuse line for every object that is still alive, but for constants.
+  /// Reports a misuse for each live object that is not a constant.
   void reportLeaks();
 
  private:
@@ -109,13 +110,13 @@ class CFObjects {
   std::size_t constants_ = 0;
 };
 
-/// The objects of the process; they outlive every static object.
+/// The objects of this process. Never destroyed, so static destructors may use them.
 CFObjects& theCFObjects();
 
-/// A string object with one reference.
+/// Makes a string with one reference, which the caller releases.
 CFStringRef makeCFString(std::string utf8);
 
-/// A string object that is never released; the same one for the same text.
+/// A constant string; equal texts give the same object.
 CFStringRef constantCFString(const std::string& utf8);
 
 }  // namespace simulator

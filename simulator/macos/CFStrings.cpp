@@ -1,4 +1,4 @@
-// Strings: constants, and those made from UTF-16.
+// Constant strings, and strings made from UTF-16.
 #include <CoreFoundation/CoreFoundation.h>
 
 #include <string_view>

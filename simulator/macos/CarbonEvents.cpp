@@ -1,4 +1,4 @@
-// The event manager's published functions.
+// The event manager's public C functions.
 #include <Carbon/Carbon.h>
 
 #include "simulator/macos/EventManager.h"

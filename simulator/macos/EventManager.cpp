@@ -9,7 +9,7 @@ namespace simulator {
 
 namespace {
 
-// Published codes that callers of the system meet only as "not 0".
+// Published codes that the platform headers here do not declare.
 constexpr OSStatus kEventInternalErr = -9868;
 constexpr OSStatus kCoercionFailed = -1700;
 constexpr EventParamType kTypeWildCard = fourCharCode("****");
@@ -161,7 +161,7 @@ OSStatus EventManager::install(EventTargetRef target, EventHandlerUPP handler,
   if (target != dispatcher() || handler == nullptr) return paramErr;
   {
     const std::lock_guard lock(mutex_);
-    // Counted up for the life of the process, so that an old reference never comes back.
+    // Numbers are never reused, so the reference of a removed handler stays invalid.
     const auto made = reinterpret_cast<EventHandlerRef>(++lastHandler_);
     handlers_.push_back({made, handler, {types.begin(), types.end()}, userData});
     if (ref != nullptr) *ref = made;
@@ -192,8 +192,8 @@ OSStatus EventManager::callNext(EventHandlerCallRef call, EventRef event) {
   return callFrom(*reinterpret_cast<Call*>(call), event);
 }
 
-/// Goes down the handlers until one handles the event. A handler that called the next one itself
-/// has moved the way on already, so nobody below it is called twice.
+/// Calls the handlers in order until one handles the event. A handler that called
+/// CallNextEventHandler has already advanced `next`, so no handler runs twice.
 OSStatus EventManager::callFrom(Call& call, EventRef event) {
   OSStatus status = eventNotHandledErr;
   while (status == eventNotHandledErr && call.next < call.handlers.size()) {

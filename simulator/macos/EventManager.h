@@ -18,7 +18,7 @@
 
 namespace simulator {
 
-/// The bytes of a parameter: the usual few without an allocation of their own.
+/// The bytes of a parameter; up to 16 are stored without an allocation.
 class ParameterBytes {
  public:
   ParameterBytes() = default;
@@ -37,61 +37,73 @@ struct EventParameter {
   ParameterBytes bytes;
 };
 
-/// What an event says.
+/// The content of an event.
 struct EventContent {
   OSType eventClass = 0;
   UInt32 kind = 0;
   EventTime when = 0.0;
-  std::vector<EventParameter> parameters;  ///< in the order in which they were first set
+  std::vector<EventParameter> parameters;  ///< ordered by when each was first set
 };
 
-/// What dispatching an event came to.
+/// The result of dispatching an event.
 struct Dispatched {
   OSStatus status = eventNotHandledErr;
-  bool reachedHost = false;  ///< no handler kept it from the application
+  bool reachedHost = false;  ///< whether it was passed on to the application
 };
 
-/// Everything may be called from any thread, except that events are dispatched on the main one.
+/// [any-thread] unless marked otherwise. A stale or unknown event is reported as a misuse.
 class EventManager {
  public:
   EventManager();
 
+  /// Makes an event with one reference; null if `failCreations` demands it. `when` is in seconds.
   EventRef create(OSType eventClass, UInt32 kind, EventTime when);
   void retain(EventRef event);
   void release(EventRef event);
 
+  /// 0 for an unknown event.
   OSType classOf(EventRef event);
   UInt32 kindOf(EventRef event);
+  /// Stores a copy of `bytes` under `name`; replaces a previous value. paramErr for an unknown
+  /// event.
   OSStatus setParameter(EventRef event, EventParamName name, EventParamType type,
                         std::span<const std::byte> bytes);
-  /// Copies what fits into `buffer`; the parameter's type and full size are told where wanted.
+  /// Copies as many bytes as fit into `buffer`. Writes the parameter's type to `type` and its full
+  /// size in bytes to `size` unless they are null. `wanted` is the parameter's type or '****' for
+  /// any; -1700 if it is another type, eventParameterNotFoundErr if there is no such parameter.
   OSStatus getParameter(EventRef event, EventParamName name, EventParamType wanted,
                         EventParamType* type, std::span<std::byte> buffer, ByteCount* size);
 
   EventQueueRef mainQueue();
+  /// Queues the event. paramErr for an unknown event, queue or priority; eventAlreadyPostedErr if
+  /// the event is in the queue already.
   OSStatus post(EventQueueRef queue, EventRef event, EventPriority priority);
 
   EventTargetRef dispatcher();
+  /// Installs a handler; `ref` may be null. paramErr for an unknown target or a null handler.
   OSStatus install(EventTargetRef target, EventHandlerUPP handler,
                    std::span<const EventTypeSpec> types, void* userData, EventHandlerRef* ref);
+  /// Removes a handler; -9868 if it is not installed.
   OSStatus remove(EventHandlerRef ref);
+  /// Passes the event to the handlers that follow the running one in `call`. [main-thread]
   OSStatus callNext(EventHandlerCallRef call, EventRef event);
 
-  /// Sends the event to the dispatcher's handlers, and to the application where they let it pass.
-  /// [main-thread]
+  /// Sends the event to the dispatcher's handlers, the last installed first, then to the
+  /// application if no handler kept it. [main-thread]
   Dispatched dispatch(EventRef event);
 
-  /// Takes the first event of the highest priority off the main queue and dispatches it; false
-  /// where the queue is empty. [main-thread]
+  /// Removes the oldest event of the highest priority from the main queue and dispatches it.
+  /// Returns false if the queue is empty. [main-thread]
   bool dispatchNext();
 
-  /// What the application does with an event that no handler kept from it. [main-thread]
+  /// Sets the function that receives each event that no handler kept. [main-thread]
   void setApplication(std::function<void(EventRef)> application);
 
-  /// Calls `observer` with the content of each event that goes, under the event manager's lock: an
-  /// event that was made and never posted shows here alone. [main-thread]
+  /// Sets a function that is called, with the event manager's lock held, with the content of each
+  /// event that is destroyed. An event that is never posted is visible only here. [main-thread]
   void setObserver(std::function<void(const EventContent&)> observer);
 
+  /// The number of events in the queue, of installed handlers, and of live events.
   std::size_t queued();
   std::size_t installed();
   std::size_t live();
@@ -99,7 +111,7 @@ class EventManager {
   /// Makes the next `count` creations of events fail.
   void failCreations(int count) { failingCreations_ = count; }
 
-  /// A misuse line for every event that is still alive.
+  /// Reports a misuse for each live event.
   void reportLeaks();
 
  private:
@@ -113,7 +125,7 @@ class EventManager {
     std::vector<EventTypeSpec> types;
     void* userData = nullptr;
   };
-  /// The way of one event down the handlers. Handlers that go while it is under way are skipped.
+  /// One event on its way through the handlers. Handlers removed in the meantime are skipped.
   struct Call {
     std::vector<Handler> handlers;  ///< last installed first
     std::size_t next = 0;
@@ -130,15 +142,16 @@ class EventManager {
 
   std::mutex mutex_;
   HandleTable<Event> events_;
-  std::array<std::deque<EventRef>, 3> queue_;  ///< by priority
-  std::vector<Handler> handlers_;              ///< in the order of installation
+  std::array<std::deque<EventRef>, 3> queue_;  ///< indexed by priority
+  std::vector<Handler> handlers_;              ///< in order of installation
   std::uintptr_t lastHandler_ = 0;
   std::function<void(EventRef)> application_;
   std::function<void(const EventContent&)> observer_;
   std::atomic<int> failingCreations_{0};
 };
 
-/// The event manager of the process; it outlives every static object.
+/// The event manager of this process. Never destroyed, so static destructors may use it.
+/// [any-thread]
 EventManager& theEventManager();
 
 }  // namespace simulator

@@ -9,7 +9,8 @@ namespace simulator {
 
 namespace {
 
-/// References hold the number of their path, behind a mark by which strangers are told.
+/// An FSRef stores a magic number and an index into the path table, so refs we did not create are
+/// recognised.
 constexpr UInt8 kMark[8] = {'F', 'S', 'R', 'e', 'f', 's', 'i', 'm'};
 
 struct Folders {

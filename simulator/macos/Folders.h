@@ -1,4 +1,4 @@
-// The folders of the simulated Mac's user, kept below a folder of this machine.
+// The folders of the simulated Mac's user, which are real folders below a chosen home folder.
 #pragma once
 
 #include <CoreServices/CoreServices.h>
@@ -9,19 +9,19 @@
 
 namespace simulator {
 
-/// Where the user's home folder lies. Until it is set, no folder is found. [main-thread]
+/// Sets the user's home folder. Until then, no folder is found. [main-thread]
 void setHomeFolder(std::filesystem::path home);
 
-/// The home folder, none until it is set. [any-thread]
+/// The home folder; nullopt until it is set. [any-thread]
 std::optional<std::filesystem::path> homeFolder();
 
-/// Where the user's preferences lie below a home folder.
+/// The preferences folder of the user with this home folder. [any-thread]
 std::filesystem::path preferencesFolder(const std::filesystem::path& home);
 
-/// A reference to the file or folder at that path. [any-thread]
+/// A reference to the file or folder at `path`, which need not exist. [any-thread]
 FSRef refOfPath(const std::string& path);
 
-/// The path that a reference stands for, none for one that was never given out.
+/// The path to which a reference refers; nullopt if `refOfPath` did not make it. [any-thread]
 std::optional<std::string> pathOfRef(const FSRef& ref);
 
 }  // namespace simulator

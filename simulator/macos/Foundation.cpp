@@ -1,4 +1,4 @@
-// Foundation's system log and search paths, and the arrays in which it answers.
+// Foundation's system log and search paths, and the arrays that hold the paths.
 #include <cstdarg>
 #include <cstdio>
 #include <map>
@@ -12,7 +12,8 @@ namespace simulator {
 
 namespace {
 
-/// The array of one path. It is lent to the caller, so it has to stay; there is one for each path.
+/// An array that holds `path`. Callers do not release it, so one array per path is kept for the
+/// life of the process.
 CFArrayRef arrayOf(const std::string& path) {
   static std::mutex mutex;
   static auto& arrays = *new std::map<std::string, CFTypeRef>;
@@ -41,7 +42,7 @@ using namespace simulator;
 
 extern "C" {
 
-/// The directives of printf, but none for objects.
+/// Supports the directives of printf, not `%@`. Cuts the text off after 1023 bytes.
 void NSLog(CFStringRef format, ...) {
   const auto text = theCFObjects().get<CFText>(format, "NSLog");
   if (!text) return;

@@ -1,4 +1,4 @@
-// What the kernel and the debugger's log answer.
+// Kernel settings and the debugger's log.
 #include "simulator/macos/Kernel.h"
 
 #include <CoreServices/CoreServices.h>

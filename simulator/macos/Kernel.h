@@ -5,8 +5,8 @@
 
 namespace simulator {
 
-/// What "sysctl.proc_native" holds: 1 for a native process, 0 for a translated one, none for a
-/// kernel that does not know the setting. [main-thread]
+/// The value of "sysctl.proc_native", which callers may change: 1 for a native process, 0 for a
+/// translated one, nullopt for a kernel without the setting. [main-thread]
 std::optional<int>& processIsNative();
 
 }  // namespace simulator

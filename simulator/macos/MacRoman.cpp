@@ -8,7 +8,7 @@ namespace simulator {
 
 namespace {
 
-/// The characters of the bytes from 0x80 on, as the Unicode Consortium's table ROMAN.TXT has them.
+/// The characters of the bytes 0x80 to 0xFF, from the Unicode Consortium's table ROMAN.TXT.
 constexpr char32_t kUpperHalf[] =
     U"\u00C4\u00C5\u00C7\u00C9\u00D1\u00D6\u00DC\u00E1\u00E0\u00E2\u00E4\u00E3\u00E5\u00E7\u00E9"
     U"\u00E8\u00EA\u00EB\u00ED\u00EC\u00EE\u00EF\u00F1\u00F3\u00F2\u00F4\u00F6\u00F5\u00FA\u00F9"
@@ -21,7 +21,7 @@ constexpr char32_t kUpperHalf[] =
     U"\u00AF\u02D8\u02D9\u02DA\u00B8\u02DD\u02DB\u02C7";
 static_assert(std::size(kUpperHalf) - 1 == 128);
 
-/// Takes one character off the front; none where it is malformed.
+/// Removes the first character and returns it; nullopt if it is malformed.
 std::optional<char32_t> takeCharacter(std::string_view& utf8) {
   const auto lead = static_cast<unsigned char>(utf8.front());
   const std::size_t length = lead < 0x80 ? 1 : lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : 2;

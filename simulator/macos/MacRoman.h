@@ -7,7 +7,8 @@
 
 namespace simulator {
 
-/// The text in Mac Roman; none where a character has no place in it or `utf8` is malformed.
+/// Converts UTF-8 to Mac Roman; nullopt if a character does not exist in Mac Roman or `utf8` is
+/// malformed. [any-thread]
 std::optional<std::string> macRomanFromUtf8(std::string_view utf8);
 
 }  // namespace simulator

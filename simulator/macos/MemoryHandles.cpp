@@ -14,7 +14,7 @@ namespace simulator {
 
 namespace {
 
-// One byte more than asked for, so that an empty block has an address, too.
+// One byte longer than `size`: an empty block must have an address, too.
 std::unique_ptr<char[]> zeroed(std::size_t size) { return std::make_unique<char[]>(size + 1); }
 
 }  // namespace

@@ -1,4 +1,4 @@
-// The memory manager: relocatable blocks, and the watch over how a plug-in treats them.
+// The memory manager: relocatable blocks, and checks of how the plug-in uses them.
 #pragma once
 
 #include <Carbon/Carbon.h>
@@ -12,28 +12,31 @@
 
 namespace simulator {
 
-/// Handles point to master pointers, as on the platform. A master pointer is never used again:
-/// after its block is gone it is null for good. Procedures that are given a handle which is not
-/// alive report a misuse, naming `procedure`, and throw CallError{paramErr}. [any-thread]
+/// Handles point to master pointers, as on the platform. A master pointer is never reused: it stays
+/// null after its block is disposed of. A handle that was disposed of or never issued is reported
+/// as a misuse by `procedure`, and CallError{paramErr} is thrown. [any-thread]
 class MemoryHandles {
  public:
-  /// A block of `size` zero bytes. `maker` is the procedure that hands it to the plug-in; null for
-  /// a block that the plug-in does not have to free.
+  /// Makes a block of `size` zero bytes. `maker` names the procedure that returns it to the
+  /// plug-in; null if the plug-in does not have to free the block. The string must outlive the
+  /// block.
   Handle make(std::size_t size, const char* maker);
-  /// A block that holds `bytes`.
+  /// Makes a block that contains `bytes`.
   Handle make(std::string_view bytes, const char* maker);
 
   void dispose(Handle handle, const char* procedure);
   std::size_t size(Handle handle, const char* procedure);
-  /// Keeps the block's bytes as far as they fit; new bytes are zero. The block moves.
+  /// Changes the block's size to `size` bytes; it always moves. Bytes that fit are kept, new bytes
+  /// are zero. Throws CallError{memFullErr} if the block is locked.
   void resize(Handle handle, std::size_t size, const char* procedure);
-  /// Sets the lock's state and returns the one before.
+  /// Locks or unlocks the block and returns whether it was locked.
   bool setLock(Handle handle, bool locked, const char* procedure);
   /// A copy of the block's bytes.
   std::string bytes(Handle handle, const char* procedure);
 
+  /// Reports a misuse for each block that the plug-in has not freed, once per block.
   void reportLeaks();
-  /// How many blocks the plug-in has yet to free.
+  /// The number of blocks that the plug-in still has to free.
   std::size_t owned() const;
 
  private:
@@ -49,11 +52,11 @@ class MemoryHandles {
   Block& find(Handle handle, const char* procedure);
 
   mutable std::mutex mutex_;
-  std::unordered_map<Handle, Block> blocks_;  // those disposed of stay, without data
+  std::unordered_map<Handle, Block> blocks_;  // a disposed block remains, without data
   std::uint64_t last_ = 0;
 };
 
-/// The blocks of the process; they outlive every static object.
+/// The blocks of this process. Never destroyed, so static destructors may use them. [any-thread]
 MemoryHandles& theMemoryHandles();
 
 }  // namespace simulator

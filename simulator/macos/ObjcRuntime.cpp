@@ -16,7 +16,7 @@ namespace {
 
 struct Runtime {
   std::mutex mutex;
-  std::map<std::string, std::string> selectors;  ///< the node's key is the selector
+  std::map<std::string, std::string> selectors;  ///< a selector is the address of a key
   std::map<std::string, objc_class*> classes;
 };
 
@@ -25,7 +25,7 @@ Runtime& runtime() {
   return instance;
 }
 
-/// Answers a message that the receiver does not know, as one to null would be answered.
+/// Runs instead of a method that the receiver does not have; returns 0, as a message to null does.
 long unrecognized() { return 0; }
 
 }  // namespace
@@ -48,13 +48,13 @@ using namespace simulator;
 SEL sel_registerName(const char* str) { return selectorOf(str); }
 
 Class objc_getClass(const char* name) {
-  theWindowServer();  // makes its classes known
+  theWindowServer();  // registers its classes when it is first constructed
   const std::lock_guard lock(runtime().mutex);
   const auto found = runtime().classes.find(name);
   return found != runtime().classes.end() ? found->second : nullptr;
 }
 
-/// The function that a message calls; looked up by the trampolines below.
+/// Returns the method of `receiver` for `selector`; called by the trampolines below.
 extern "C" void* simulatorFindMethod(id receiver, SEL selector) {
   for (const objc_class::Method& method : receiver->isa->methods) {
     if (method.selector == selector) return reinterpret_cast<void*>(method.implementation);
@@ -64,10 +64,11 @@ extern "C" void* simulatorFindMethod(id receiver, SEL selector) {
   return reinterpret_cast<void*>(&unrecognized);
 }
 
-// Both trampolines keep every register that may hold an argument (six integers, eight doubles and
-// the count of the latter), look the method up and jump to it, so that the result comes back to the
-// sender exactly as the method leaves it. `objc_msgSend_stret` finds the receiver behind the hidden
-// pointer to the result. A null receiver is answered with zero in every result register.
+// Both trampolines save every register that may hold an argument (six integer registers, eight
+// vector registers and the number of vector registers in al), look the method up, restore the
+// registers and jump to the method, which returns directly to the sender. In `objc_msgSend_stret`
+// the hidden pointer to the result comes first and the receiver second. A message to null returns
+// zero in every result register.
 asm(R"(
 .macro MRV_SEND receiver, selector
     pushq %rbp

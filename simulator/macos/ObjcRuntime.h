@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-/// A class: the methods of its objects, and through its own `isa` those of the class itself.
+/// A class: holds the methods of its instances; the methods of the class itself are in its `isa`.
 struct objc_class {
   objc_class* isa;
   const char* name;
@@ -19,17 +19,17 @@ struct objc_class {
 
 namespace simulator {
 
-/// The selector of that name. [any-thread]
+/// The selector called `name`, always the same one. [any-thread]
 SEL selectorOf(const std::string& name);
 
-/// Adds a method to a class. The function takes the receiver, the selector and the arguments, by
-/// the platform's calling convention. [main-thread]
+/// Adds a method to a class. `function` takes the receiver, the selector and the arguments, in the
+/// platform's calling convention. [main-thread]
 template <class Result, class... Arguments>
 void addMethod(objc_class& target, const char* name, Result (*function)(Arguments...)) {
   target.methods.push_back({selectorOf(name), reinterpret_cast<void (*)()>(function)});
 }
 
-/// Makes `objc_getClass` find the class. [main-thread]
+/// Makes `objc_getClass` find `made`, which must outlive every use. [main-thread]
 void registerClass(objc_class& made);
 
 }  // namespace simulator

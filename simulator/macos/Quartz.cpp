@@ -1,4 +1,4 @@
-// Quartz's published functions.
+// Quartz's public C functions.
 #include <ApplicationServices/ApplicationServices.h>
 
 #include <cstdarg>

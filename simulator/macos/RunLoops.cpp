@@ -15,7 +15,7 @@ thread_local std::shared_ptr<RunLoop> currentLoop;
 
 }  // namespace
 
-// All loops share the threads' lock: whether any work is left is a question about all of them.
+// All loops share the lock of `Threads`, because waitUntilIdle depends on every loop.
 
 void RunLoop::perform(std::function<void()> work) {
   Threads& threads = theThreads();

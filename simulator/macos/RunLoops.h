@@ -1,4 +1,4 @@
-// Threads of the simulated Mac and the event loops that they wait in.
+// The threads of the simulated Mac and their event loops.
 #pragma once
 
 #include <CoreServices/CoreServices.h>
@@ -13,13 +13,13 @@
 
 namespace simulator {
 
-/// One thread's event loop: runs what others hand to it, one piece after the other.
+/// The event loop of one thread: runs queued functions one after another.
 class RunLoop {
  public:
-  /// Hands over a piece of work. [any-thread]
+  /// Queues `work` to run on the loop's thread. [any-thread]
   void perform(std::function<void()> work);
 
-  /// Runs for so many seconds of real time, for ever where negative. [the loop's own thread]
+  /// Runs queued work for `seconds` of real time, forever if negative. [the loop's own thread]
   void run(double seconds);
 
  private:
@@ -30,23 +30,24 @@ class RunLoop {
   bool isTask_ = false;
 };
 
-/// The threads made by `MPCreateTask`. They live to the process's end; all functions may be called
-/// from any thread.
+/// The threads started with `MPCreateTask`. They are never joined and may run until the process
+/// ends. [any-thread]
 class Threads {
  public:
-  /// Starts a thread with that stack.
+  /// Starts a thread with a stack of `stackSize` bytes; paramErr if that fails.
   OSStatus start(TaskProc entry, void* parameter, ByteCount stackSize);
 
-  /// While held, new threads wait at their beginning, so that what their maker does next comes
-  /// first.
+  /// While `hold` is set, a new thread waits before it runs its entry function: a thread created
+  /// during a step starts after the main thread has finished that step.
   void holdNewTasks(bool hold);
 
-  /// Waits until every thread rests in its event loop with nothing left to do, or has ended.
+  /// Waits until every thread has ended or waits in its event loop with no work queued.
   void waitUntilIdle();
 
   /// The event loop of the calling thread.
   static std::shared_ptr<RunLoop> current();
 
+  /// The number of threads started so far.
   int started();
 
  private:
@@ -64,11 +65,12 @@ class Threads {
   std::condition_variable idle_;
   std::condition_variable released_;
   bool held_ = false;
-  int busy_ = 0;
+  int busy_ = 0;  ///< threads that have neither ended nor wait in their event loop
   int started_ = 0;
 };
 
-/// The threads of the process; they outlive every static object.
+/// The threads of this process. Never destroyed, so threads may use it until the process ends.
+/// [any-thread]
 Threads& theThreads();
 
 }  // namespace simulator

@@ -12,7 +12,7 @@ namespace {
 
 std::atomic<std::uint32_t> keyModifiers{0};
 
-/// Only its identity counts; it is no object that could be released.
+/// The value is compared but never dereferenced; it is not an object and cannot be released.
 constexpr std::uintptr_t kInputSourceIDKey = 0x10;
 
 }  // namespace

@@ -1,4 +1,4 @@
-// The simulated keyboard: its layout and the modifiers held down.
+// The simulated keyboard: its layout and the modifier keys that are down.
 #pragma once
 
 #include <cstdint>
@@ -6,10 +6,12 @@
 
 namespace simulator {
 
-/// The identifier of the current layout, such as "com.apple.keylayout.US". [main-thread]
+/// The identifier of the current layout, such as "com.apple.keylayout.US", which callers may
+/// change. [main-thread]
 std::string& keyboardLayout();
 
-/// Sets the modifiers that are down, as the event manager's bits. [main-thread]
+/// Sets the modifier keys that are down, as bits of the event manager (cmdKey, optionKey).
+/// [main-thread]
 void setKeyModifiers(std::uint32_t modifiers);
 
 }  // namespace simulator

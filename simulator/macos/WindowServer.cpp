@@ -13,11 +13,11 @@ bool isSame(const CGRect& a, const CGRect& b) {
          a.size.height == b.size.height;
 }
 
-/// The content rectangle that a window of that frame would have: the borders are the real window's.
+/// The content rectangle that `window` would have if its frame were `frame`.
 CGRect contentRectFor(const WindowState& window, const CGRect& frame) {
   const CGRect& own = window.frame;
   const CGRect& content = window.content;
-  // The own frame gives the content to the last bit, which the sums below might miss.
+  // Exact for the window's own frame; the sums below could round.
   if (isSame(frame, own)) return content;
   return {{frame.origin.x + (content.origin.x - own.origin.x),
            frame.origin.y + (content.origin.y - own.origin.y)},
@@ -27,7 +27,7 @@ CGRect contentRectFor(const WindowState& window, const CGRect& frame) {
 
 }  // namespace
 
-/// The methods of the objects, each with the receiver and the selector in front.
+/// The methods of the objects; the first two arguments are the receiver and the selector.
 struct AppKitMethods {
   static id sharedApplication(id, SEL) { return &theWindowServer().application_; }
 

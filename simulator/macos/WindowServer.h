@@ -1,5 +1,5 @@
 // The simulated window server: one window with its content view, one screen, the mouse, the input
-// stream and the notices of redrawn screen areas. [main-thread]
+// stream and the callbacks for redrawn screen areas. [main-thread]
 #pragma once
 
 #include <Carbon/Carbon.h>
@@ -16,13 +16,13 @@
 
 namespace simulator {
 
-/// Rectangles are in screen coordinates, y growing upward.
+/// The window's state. Rectangles are in screen coordinates in points, y growing upward.
 struct WindowState {
   CGRect frame = {{100, 50}, {800, 622}};
   CGRect content = {{100, 50}, {800, 600}};
-  bool isMain = true;             ///< whether the application names it as its main window
-  bool viewsNeedDisplay = false;  ///< some view of it waits to be redrawn
-  bool contentNeedsDisplay = false;
+  bool isMain = true;                ///< whether the application returns it as its main window
+  bool viewsNeedDisplay = false;     ///< whether any view waits to be redrawn
+  bool contentNeedsDisplay = false;  ///< whether the content view waits to be redrawn
   long references = 1;
 };
 
@@ -30,36 +30,37 @@ class WindowServer {
  public:
   WindowServer();
 
-  /// The window exists for good; taking it out of `mainWindow` is all that can happen to it.
+  /// The window always exists; `mainWindow` returns null while `isMain` is false.
   WindowState window;
   CGRect screen = {{0, 0}, {1440, 900}};
   bool windowHasScreen = true;
-  CGPoint mouse = {500, 350};
+  CGPoint mouse = {500, 350};  ///< in screen coordinates, y growing upward
 
   id windowObject() { return &window_; }
 
-  /// Puts a copy of the event into the input stream; the application takes it when it is next idle.
+  /// Appends a copy of the event to the input stream, from which `deliverInput` takes it.
   void post(CGEventTapLocation tap, const SynthesizedEvent& event);
 
-  /// Gives every event in the input stream to the application.
+  /// Passes each event in the input stream to the application, including any posted meanwhile.
   void deliverInput();
 
-  /// What the application does with synthesized input.
+  /// Sets the function that receives synthesized input.
   void setApplication(std::function<void(const SynthesizedEvent&)> application);
 
   void registerRefresh(CGScreenRefreshCallback callback, void* userInfo);
   void unregisterRefresh(CGScreenRefreshCallback callback, void* userInfo);
 
-  /// Tells the refresh callbacks of redrawn rectangles.
+  /// Calls the refresh callbacks with the redrawn rectangles. Callbacks registered or unregistered
+  /// meanwhile take effect with the next call.
   void refresh(const std::vector<CGRect>& rects);
 
-  /// How often the window was asked to draw at once.
+  /// How often `displayIfNeeded` was called.
   int displaysForced = 0;
 
-  /// The rectangles that were marked for redrawing in the content view, in order.
+  /// The rectangles passed to the content view's `setNeedsDisplayInRect:`, in order.
   std::vector<CGRect> invalidated;
 
-  /// A misuse line where references to the window were leaked.
+  /// Reports a misuse if references to the window were not released.
   void reportLeaks();
 
  private:
@@ -75,7 +76,7 @@ class WindowServer {
   friend struct AppKitMethods;
 };
 
-/// The window server of the process; it outlives every static object.
+/// The window server of this process. Never destroyed, so static destructors may use it.
 WindowServer& theWindowServer();
 
 }  // namespace simulator

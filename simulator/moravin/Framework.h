@@ -1,5 +1,5 @@
-// The device maker's framework as the simulated device sees it: the client that registered, the
-// handler that it installed, and the thread that the handler is called on.
+// The simulated device framework: the registered client, its message handler, and the thread on
+// which the handler is called.
 #pragma once
 
 #include <MoravinClient/MoravinClient.h>
@@ -15,18 +15,18 @@ namespace simulator {
 
 class Framework {
  public:
-  // What the framework's four functions do. [any-thread]
+  // The implementations of the framework's four functions. [any-thread]
   std::int16_t install(MoravinMessageHandler handler);
   std::uint16_t registerClient(std::uint32_t signature, const char* name, std::uint32_t mode,
                                std::uint32_t mask);
   void unregisterClient(std::uint16_t client);
   void cleanup();
 
-  /// The client registered last, 0 where there is none. [any-thread]
+  /// The id of the client registered last; 0 if there is none. [any-thread]
   std::uint16_t client();
 
-  /// Delivers a message on the thread that installed its handlers last; nothing where none are
-  /// installed. [any-thread]
+  /// Queues a message for the installed handler, on the thread that installed it. Does nothing if
+  /// no handler is installed. [any-thread]
   void send(std::uint32_t messageType, const MoravinDeviceState& state);
 
  private:
@@ -37,7 +37,8 @@ class Framework {
   std::uint16_t client_ = 0;
 };
 
-/// The framework of the process; it outlives every static object.
+/// The framework of this process. Never destroyed, so threads may use it until the process ends.
+/// [any-thread]
 Framework& theFramework();
 
 }  // namespace simulator

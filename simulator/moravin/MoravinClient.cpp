@@ -1,4 +1,4 @@
-// The framework's library: there or not there, as the framework itself is.
+// The framework's public C functions, in a library that may be absent.
 #include "simulator/moravin/Framework.h"
 
 using simulator::theFramework;
