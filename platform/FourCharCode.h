@@ -3,9 +3,8 @@
 
 #include <cstdint>
 
-/// The code of four characters, the first one in the most significant byte:
-/// `fourCharCode("Prpr")` is 0x50727072. Characters are taken as unsigned bytes.
-/// [any-thread]
+/// The code of the four characters of `text`, the first in the most significant byte:
+/// `fourCharCode("Prpr")` is 0x50727072. Characters are read as unsigned bytes. [any-thread]
 constexpr std::uint32_t fourCharCode(const char (&text)[5]) {
   std::uint32_t code = 0;
   for (int i = 0; i < 4; ++i) {

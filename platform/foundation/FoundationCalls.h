@@ -1,5 +1,5 @@
-// The two functions of Foundation in use. They are plain C functions, but the headers that declare
-// them can be read in Objective-C alone; the object types below are bridged to Foundation's own.
+// The two functions of Foundation that the plug-in calls. They are plain C functions, but
+// Foundation's headers compile only as Objective-C. The CF types here are bridged to theirs.
 #pragma once
 
 #include <CoreFoundation/CoreFoundation.h>
@@ -10,11 +10,12 @@ inline constexpr unsigned long NSUserDomainMask = 1;
 
 extern "C" {
 
-/// Writes a line to the system log. `format` is as for printf. [any-thread]
+/// Writes a line to the system log. `format` has printf's directives. [any-thread]
 void NSLog(CFStringRef format, ...);
 
-/// The paths, as strings, of a standard folder in the domains of the mask; with `expandTilde` they
-/// begin with the home folder in full. The array is lent, not handed over. [any-thread]
+/// The paths (CFStringRef) of the standard folder `directory` in the domains of `domainMask`; empty
+/// if there are none. With `expandTilde` a path starts with the full home folder, otherwise with
+/// "~". The caller does not own the array and must not release it. [any-thread]
 CFArrayRef NSSearchPathForDirectoriesInDomains(unsigned long directory, unsigned long domainMask,
                                                BOOL expandTilde);
 }

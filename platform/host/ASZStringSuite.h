@@ -1,4 +1,4 @@
-// The string suite: reference-counted texts of the host.
+// The string suite: reference-counted strings of the host.
 #pragma once
 
 #include <cstddef>
@@ -11,9 +11,9 @@ inline constexpr int32 kASZStringSuiteVersion2 = 2;
 
 using ASZString = struct ASZStringRecord*;
 
-/// Makers and Copy hand out a string with one reference, which Release gives back. Lengths count
-/// code units or bytes without the terminator; the size of a destination counts it.
-/// [main-thread]
+/// The Make procedures and Copy return a string with one reference, which the caller gives up with
+/// Release. Lengths are in code units or bytes and do not count the terminator; the size of a
+/// destination does. Errors: 0, or a host error code. [main-thread]
 struct ASZStringSuite {
   ASErr (*MakeFromUnicode)(ASUnicode* source, std::size_t byteCount, ASZString* newString);
   ASErr (*MakeFromCString)(const char* source, std::size_t byteCount, ASZString* newString);
@@ -44,5 +44,5 @@ struct ASZStringSuite {
                           ASBoolean checkSize);
 };
 
-/// The table of the second version is not in use and left open.
+/// The second version's table. No code calls through it, so its members are not declared.
 struct ASZStringSuite2;

@@ -1,8 +1,7 @@
-// The host's terminology, as far as it is in use: classes, keys, types, events, forms and units.
+// The host's terminology that the plug-in uses: classes, keys, types, events, forms and units.
 //
-// The published names with a k in front (kKeyTool for keyTool): the platform's Apple events have
-// constants of their own called typeBoolean, typeAlias or formName, and both headers meet in a
-// plug-in.
+// Each name is the published one with a k in front (kKeyTool for keyTool), because the platform's
+// Apple event headers also define typeBoolean, typeAlias and formName, and a plug-in includes both.
 #pragma once
 
 #include "PIActions.h"

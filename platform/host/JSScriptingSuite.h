@@ -6,5 +6,5 @@
 inline constexpr char kJSScriptingSuite[] = "JavaScript Scripting Suite";
 inline constexpr int32 kJSScriptingSuiteVersion2 = 2;
 
-/// Not in use: nothing calls through this table, so it is left open.
+/// No code calls through this table, so its members are not declared.
 struct JSScriptingSuite2;

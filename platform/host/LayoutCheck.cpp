@@ -1,7 +1,7 @@
-// Where the members of every record in use lie. This file is compiled against the headers beside it
-// and, where a copy of the host's SDK is at hand, once more against the SDK's: one table of numbers
-// holds for both. It takes the headers by their published names and no path, so that the include
-// path alone decides whose they are.
+// Checks the offsets of the members of each host record that the plug-in uses. This file is
+// compiled against the headers in this folder and, if a copy of the host's SDK is available,
+// against the SDK's headers. It includes them by name without a path: the include path selects
+// which it gets.
 #include <ASZStringSuite.h>
 #include <PIActions.h>
 #include <PIActionsPlugIn.h>
@@ -18,10 +18,11 @@
 
 namespace {
 
-/// The offset of a suite's n-th procedure, from 0.
+/// The offset in bytes of the procedure with index `n` in a suite's table.
 constexpr std::size_t entry(std::size_t n) { return n * sizeof(void (*)()); }
 
-/// The offset of a callback record's n-th procedure, which version and count stand before.
+/// The offset in bytes of the procedure with index `n` in a callback record, which starts with a
+/// version and a count.
 constexpr std::size_t callback(std::size_t n) { return 8 + entry(n); }
 
 }  // namespace

@@ -1,8 +1,9 @@
-// The action suites: descriptors, lists and references, and the control suite that gets and plays.
+// The action suites: descriptors, lists, references, and the control suite, which gets properties
+// and plays events.
 //
-// Every procedure returns a host error code in 16 bits, 0 for success, and belongs to the main
-// thread. What a procedure hands out through a pointer to a descriptor, list or reference belongs
-// to the caller, who frees it; what is put into another object is copied.
+// Every procedure returns a 16-bit host error code, 0 for success. A descriptor, list or reference
+// returned through a pointer belongs to the caller, who frees it; one put into another object is
+// copied. [main-thread]
 #pragma once
 
 #include "ASZStringSuite.h"
@@ -47,8 +48,8 @@ inline constexpr int32 kPSBasicActionControlSuiteVersion = 3;
 inline constexpr int32 kPSBasicActionControlSuitePrevVersion = 2;
 inline constexpr int32 kPSDescriptorRegistrySuiteVersion = 1;
 
-/// The tables of the older versions are heads of the newest one. Nothing calls through them, so
-/// where they end is left open.
+/// The tables of the older versions start like the newest one. No code calls through them, so their
+/// members are not declared.
 struct PSActionDescriptorProcs2;
 struct PSActionDescriptorProcs3;
 
@@ -85,7 +86,7 @@ struct PSActionDescriptorProcs {
   OSErr (*GetFloat)(PIActionDescriptor descriptor, DescriptorKeyID key, real64* value);
   OSErr (*GetUnitFloat)(PIActionDescriptor descriptor, DescriptorKeyID key, DescriptorUnitID* unit,
                         real64* value);
-  /// The length of the text in bytes, without its terminator.
+  /// Writes the length in bytes of the text without its terminator.
   OSErr (*GetStringLength)(PIActionDescriptor descriptor, DescriptorKeyID key,
                            uint32* stringLength);
   /// Writes at most `maxLength` bytes, the terminating zero among them.
@@ -122,11 +123,12 @@ struct PSActionDescriptorProcs {
   OSErr (*PutInteger64)(PIActionDescriptor descriptor, DescriptorKeyID key, int64 value);
   OSErr (*GetInteger64)(PIActionDescriptor descriptor, DescriptorKeyID key, int64* value);
   OSErr (*PutBookmark)(PIActionDescriptor descriptor, DescriptorKeyID key, CFDataRef value);
-  /// The data comes with one reference, which the caller releases.
+  /// The caller releases the data.
   OSErr (*GetBookmark)(PIActionDescriptor descriptor, DescriptorKeyID key, CFDataRef* value);
 };
 
-/// As the descriptor's procedures, without keys: items are appended, and read by index from 0.
+/// Like the descriptor's procedures but without keys: the Put procedures append an item, the Get
+/// procedures read the item at a zero-based index.
 struct PSActionListProcs {
   OSErr (*Make)(PIActionList* list);
   OSErr (*Free)(PIActionList list);
@@ -175,8 +177,8 @@ struct PSActionListProcs {
   OSErr (*GetBookmark)(PIActionList list, uint32 index, CFDataRef* value);
 };
 
-/// A reference is a chain of forms. The getters read the form that was put first; GetContainer
-/// hands out the rest of the chain, or null at its end.
+/// A reference is a chain of forms. The Get procedures read the form that was put first;
+/// GetContainer returns the rest of the chain, null at its end.
 struct PSActionReferenceProcs {
   OSErr (*Make)(PIActionReference* reference);
   OSErr (*Free)(PIActionReference reference);
@@ -192,7 +194,7 @@ struct PSActionReferenceProcs {
   OSErr (*PutProperty)(PIActionReference reference, DescriptorClassID desiredClass,
                        DescriptorKeyID key);
   OSErr (*PutClass)(PIActionReference reference, DescriptorClassID desiredClass);
-  /// The length of the name in bytes, without its terminator.
+  /// Writes the length in bytes of the name without its terminator.
   OSErr (*GetNameLength)(PIActionReference reference, uint32* stringLength);
   /// Writes at most `maxLength` bytes, the terminating zero among them.
   OSErr (*GetName)(PIActionReference reference, char* name, uint32 maxLength);
@@ -212,24 +214,25 @@ struct PSActionControlProcs4;
 struct PSActionControlProcsOld;
 
 struct PSActionControlProcs {
-  /// Plays `eventID` with the parameters of `descriptor`, which may be null. `result` is what the
-  /// event left, null where it left nothing.
+  /// Plays `eventID` with the parameters in `descriptor`, which may be null. Writes the event's
+  /// result descriptor to `result`, null if it has none.
   OSErr (*Play)(PIActionDescriptor* result, DescriptorEventID eventID,
                 PIActionDescriptor descriptor, PIDialogPlayOptions dialogOptions);
   OSErr (*BeginProfile)(DescriptorEventID eventID);
   OSErr (*EndProfile)(DescriptorEventID eventID);
-  /// The properties of what `reference` names, or the one that its property form asks for.
+  /// Gets all properties of the object to which `reference` refers; only one if the reference has a
+  /// property form.
   OSErr (*Get)(PIActionDescriptor* descriptor, PIActionReference reference);
   OSErr (*StringIDToTypeID)(const char* stringID, DescriptorTypeID* typeID);
   /// Writes at most `stringIDLength` bytes, the terminating zero among them.
   OSErr (*TypeIDToStringID)(DescriptorTypeID typeID, char* stringID, uint32 stringIDLength);
 };
 
-/// Not in use: nothing calls through these tables, so they are left open.
+/// No code calls through these tables, so their members are not declared.
 struct PSBasicActionControlProcs;
 struct PSBasicActionControlProcsOld;
 
-/// Descriptors that the host keeps for a plug-in from one call to the next.
+/// Descriptors that the host keeps for a plug-in between calls.
 struct PSDescriptorRegistryProcs {
   SPErr (*Register)(const char* key, PIActionDescriptor descriptor, Boolean isPersistent);
   SPErr (*Erase)(const char* key);

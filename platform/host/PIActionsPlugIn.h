@@ -7,7 +7,7 @@
 inline constexpr char kPSPhotoshopCaller[] = "PS Photoshop";
 inline constexpr char kPSDoIt[] = "Do It";
 
-/// The action step's own parameters.
+/// The parameters of the action step.
 struct PIActionParameters {
   PIDialogPlayOptions playInfo;
   PIDialogRecordOptions recordInfo;

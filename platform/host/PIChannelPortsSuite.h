@@ -6,5 +6,5 @@
 inline constexpr char kPSChannelPortsSuite[] = "Photoshop ChannelPorts Suite for Plug-ins";
 inline constexpr int32 kPSChannelPortsSuiteVersion3 = 3;
 
-/// Not in use: nothing calls through this table, so it is left open.
+/// No code calls through this table, so its members are not declared.
 struct PSChannelPortsSuite1;

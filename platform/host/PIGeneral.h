@@ -120,7 +120,7 @@ using SetPropertyProc = OSErr (*)(PIType signature, PIType key, int32 index,
 inline constexpr int16 kCurrentPropertyProcsVersion = 1;
 inline constexpr int16 kCurrentPropertyProcsCount = 2;
 
-/// The property suite hands out the same record. A null destination is not written.
+/// Also the table of the property suite. Destinations may be null and are then not written.
 struct PropertyProcs {
   int16 propertyProcsVersion;
   int16 numPropertyProcs;
@@ -131,7 +131,7 @@ struct PropertyProcs {
 // Pixels of a document's channels.
 using PIChannelPort = struct _PIChannelPortDesc*;
 
-/// Pixels in memory; offsets and strides in bits.
+/// Pixels in memory; offsets and strides are in bits.
 struct PixelMemoryDesc {
   void* data;
   int32 rowBits;
@@ -167,7 +167,7 @@ struct ChannelPortProcs {
 using PIReadDescriptor = struct PIOpaqueReadDescriptor*;
 using PIWriteDescriptor = struct PIOpaqueWriteDescriptor*;
 using PIDescriptorHandle = Handle;
-/// Keys that a reader expects, ended by a zero.
+/// The keys that a reader expects, terminated by 0.
 using DescriptorKeyIDArray = DescriptorKeyID*;
 
 struct PIDescriptorSimpleReference__keyData {
@@ -185,7 +185,7 @@ struct PIDescriptorSimpleReference {
 
 using OpenReadDescriptorProc = PIReadDescriptor (*)(PIDescriptorHandle descriptor,
                                                     DescriptorKeyIDArray expectedKeys);
-/// Also disposes of the reader; the result is the first error of its reads.
+/// Disposes of the reader and returns the first error of its reads.
 using CloseReadDescriptorProc = OSErr (*)(PIReadDescriptor reader);
 using GetKeyProc = Boolean (*)(PIReadDescriptor reader, DescriptorKeyID* key,
                                DescriptorTypeID* type, int32* flags);
@@ -238,7 +238,7 @@ struct ReadDescriptorProcs {
 };
 
 using OpenWriteDescriptorProc = PIWriteDescriptor (*)();
-/// Also disposes of the writer; the caller owns the handle that it leaves.
+/// Disposes of the writer; the caller owns the handle written to `descriptor`.
 using CloseWriteDescriptorProc = OSErr (*)(PIWriteDescriptor writer,
                                            PIDescriptorHandle* descriptor);
 using PutIntegerProc = OSErr (*)(PIWriteDescriptor writer, DescriptorKeyID key, int32 value);
@@ -290,7 +290,7 @@ struct WriteDescriptorProcs {
 
 inline constexpr int16 kCurrentDescriptorParametersVersion = 0;
 
-/// The one record without a count: what the host knows about the parameters of a call.
+/// The parameters of a call. Unlike the other records it has no count of procedures.
 struct PIDescriptorParameters {
   int16 descriptorParametersVersion;
   PIDialogPlayOptions playInfo;

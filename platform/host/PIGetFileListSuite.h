@@ -6,5 +6,5 @@
 inline constexpr char kPSGetFileListSuite[] = "Photoshop GetFileList Suite for Plug-ins";
 inline constexpr int32 kPSGetFileListSuiteVersion4 = 4;
 
-/// Not in use: nothing calls through this table, so it is left open.
+/// No code calls through this table, so its members are not declared.
 struct PSGetFileListSuite4;

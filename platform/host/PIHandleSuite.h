@@ -8,10 +8,10 @@ inline constexpr int32 kPSHandleSuiteVersion2 = 2;
 
 /// [main-thread]
 struct PSHandleSuite2 {
-  /// A block of `size` bytes, or null where there is no memory for it.
+  /// Makes a block of `size` bytes; returns null if there is not enough memory.
   Handle (*New)(int32 size);
   void (*Dispose)(Handle handle);
-  /// Disposes of a handle that the platform made, such as an alias.
+  /// Disposes of a handle made by the platform, such as an alias.
   void (*DisposeRegularHandle)(Handle handle);
   void (*SetLock)(Handle handle, Boolean lock, Ptr* address, Boolean* oldLock);
   int32 (*GetSize)(Handle handle);

@@ -1,4 +1,4 @@
-// The property suite and the keys in use.
+// The property suite and the keys that the plug-in uses.
 #pragma once
 
 #include "PIGeneral.h"
@@ -6,5 +6,5 @@
 inline constexpr char kPSPropertySuite[] = "Photoshop Property Suite for Plug-ins";
 inline constexpr int32 kPSPropertySuiteVersion = 1;
 
-/// Whether the application is in a modal state; simple, non-zero for yes.
+/// A simple property: non-zero while the application is in a modal state.
 inline constexpr PIType propAppIsModal = fourCharCode("aism");

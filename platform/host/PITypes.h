@@ -34,5 +34,5 @@ struct VRect {
   int32 right;
 };
 
-/// The host's signature, also the creator code of its documents and its application.
+/// The host's signature; also the creator code of the application and its documents.
 inline constexpr PIType kPhotoshopSignature = fourCharCode("8BIM");

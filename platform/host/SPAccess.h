@@ -1,4 +1,4 @@
-// The access suite: plug-ins that are loaded, and calls from one to another.
+// The access suite: loaded plug-ins, and calls between them.
 #pragma once
 
 #include "SPMData.h"

@@ -1,4 +1,4 @@
-// The basic suite: through it a plug-in gets and gives back every other suite.
+// The basic suite, with which a plug-in acquires and releases every other suite.
 #pragma once
 
 #include <cstddef>
@@ -8,17 +8,17 @@
 inline constexpr char kSPBasicSuite[] = "SP Basic Suite";
 inline constexpr int32 kSPBasicSuiteVersion = 4;
 
-/// All procedures: [main-thread].
+/// Procedures return 0 or a plug-in manager error unless stated otherwise. [main-thread]
 struct SPBasicSuite {
-  /// Finds the suite `name` at exactly `version` and writes its table to `suite`. Each success is
-  /// given back with one ReleaseSuite. An unknown name or version: kSPSuiteNotFoundError.
+  /// Writes the table of the suite `name` in exactly this `version` to `suite`. Each success needs
+  /// one ReleaseSuite. kSPSuiteNotFoundError if the name or version is unknown.
   SPErr (*AcquireSuite)(const char* name, int32 version, const void** suite);
   SPErr (*ReleaseSuite)(const char* name, int32 version);
-  /// Whether two host strings are equal; the only way in which callers and selectors are compared.
+  /// Non-zero if two host strings are equal. Callers and selectors must be compared with this.
   SPBoolean (*IsEqual)(const char* token1, const char* token2);
   SPErr (*AllocateBlock)(std::size_t size, void** block);
   SPErr (*FreeBlock)(void* block);
   SPErr (*ReallocateBlock)(void* block, std::size_t newSize, void** newBlock);
-  /// Stands in an empty entry of a procedure table.
+  /// Fills the unused entries of a procedure table.
   SPErr (*Undefined)();
 };

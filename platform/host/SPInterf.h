@@ -1,4 +1,4 @@
-// The calls that the plug-in manager makes of its own accord.
+// The caller and the selectors of the calls that the plug-in manager itself makes.
 #pragma once
 
 #include "SPMData.h"

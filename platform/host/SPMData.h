@@ -1,4 +1,4 @@
-// What the host passes along with every call of a plug-in's entry point.
+// The message that the host passes to a plug-in's entry point with each call.
 #pragma once
 
 #include "SPBasic.h"

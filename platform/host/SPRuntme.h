@@ -1,4 +1,4 @@
-// The runtime suite: the lists that the plug-in manager works with.
+// The runtime suite: the lists that the plug-in manager uses.
 #pragma once
 
 #include "SPMData.h"

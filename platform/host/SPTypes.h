@@ -3,12 +3,12 @@
 
 #include "PITypes.h"
 
-/// An error of the plug-in manager: 0, or a four-character code.
+/// An error of the plug-in manager: 0 or a four-character code.
 using SPErr = int32;
 using SPBoolean = int32;
 
-/// The plug-in manager's own record of a plug-in; opaque.
+/// The plug-in manager's opaque record of a plug-in.
 using SPPluginRef = struct SPPlugin*;
 
-/// A suite as the plug-in manager hands it out: the table of its procedures.
+/// The table of a suite's procedures, as the plug-in manager returns it.
 using SPSuite = void;

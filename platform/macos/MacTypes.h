@@ -30,18 +30,18 @@ using Fixed = SInt32;
 using Ptr = char*;
 using Handle = Ptr*;
 
-/// Length-prefixed text: the first byte counts the characters behind it.
+/// Length-prefixed text: the first byte is the number of characters that follow.
 using Str255 = unsigned char[256];
 using StringPtr = unsigned char*;
 using ConstStr255Param = const unsigned char*;
 
-/// A point of screen geometry in whole pixels, vertical coordinate first.
+/// A point in whole pixels, vertical coordinate first.
 struct Point {
   short v;
   short h;
 };
 
-/// A rectangle of screen geometry in whole pixels.
+/// A rectangle in whole pixels.
 struct Rect {
   short top;
   short left;

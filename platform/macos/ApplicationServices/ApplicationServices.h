@@ -1,4 +1,4 @@
-// The umbrella of graphics services.
+// Umbrella header of the graphics services.
 #pragma once
 
 #include <CoreGraphics/CoreGraphics.h>

@@ -58,25 +58,31 @@ enum : EventParamType {
   typeHIPoint = fourCharCode("hipt")
 };
 
-/// Bits of the keyboard modifiers.
+/// Bits of the modifier keys.
 enum { cmdKey = 0x0100, optionKey = 0x0800 };
 
 extern "C" {
 
-/// An event of its own with one reference, which the caller releases. [any-thread]
+/// Makes an event with one reference, which the caller releases. `inWhen` is in seconds since
+/// start-up. memFullErr if there is no memory. [any-thread]
 OSStatus CreateEvent(CFAllocatorRef inAllocator, OSType inClassID, UInt32 inKind, EventTime inWhen,
                      EventAttributes inAttributes, EventRef* outEvent);
+
+/// Gives up one reference. [any-thread]
 void ReleaseEvent(EventRef inEvent);
 
+/// The class and the kind of an event. [any-thread]
 OSType GetEventClass(EventRef inEvent);
 UInt32 GetEventKind(EventRef inEvent);
 
-/// Keeps a copy of `inSize` bytes under the name, in place of what the name had. [any-thread]
+/// Stores a copy of `inSize` bytes as the parameter `inName`, replacing a previous value.
+/// [any-thread]
 OSStatus SetEventParameter(EventRef inEvent, EventParamName inName, EventParamType inType,
                            ByteCount inSize, const void* inDataPtr);
 
-/// Reads a parameter; `eventParameterNotFoundErr` where the event has none of that name.
-/// [any-thread]
+/// Copies at most `inBufferSize` bytes of a parameter to `outData`. The out parameters may be null.
+/// eventParameterNotFoundErr if the event has no parameter `inName`; another error if it cannot be
+/// converted to `inDesiredType`. [any-thread]
 OSStatus GetEventParameter(EventRef inEvent, EventParamName inName, EventParamType inDesiredType,
                            EventParamType* outActualType, ByteCount inBufferSize,
                            ByteCount* outActualSize, void* outData);
@@ -84,33 +90,41 @@ OSStatus GetEventParameter(EventRef inEvent, EventParamName inName, EventParamTy
 /// The queue of the main thread. [any-thread]
 EventQueueRef GetMainEventQueue();
 
-/// Queues the event behind those of its priority; the queue keeps a reference of its own.
-/// `eventAlreadyPostedErr` where it waits in a queue already. [any-thread]
+/// Queues the event after those of the same priority and retains it. eventAlreadyPostedErr if it is
+/// in a queue already. [any-thread]
 OSStatus PostEventToQueue(EventQueueRef inQueue, EventRef inEvent, EventPriority inPriority);
 
-/// The target through which every event of the process goes; its handlers run on the main thread.
+/// The target that receives every event of the process; its handlers run on the main thread.
+/// [any-thread]
 EventTargetRef GetEventDispatcherTarget();
 
-/// Installs a handler; of several the one installed last is called first. [any-thread]
+/// Installs a handler for `inNumTypes` event types; handlers installed later are called first.
+/// `outRef` may be null. [any-thread]
 OSStatus InstallEventHandler(EventTargetRef inTarget, EventHandlerUPP inHandler,
                              ItemCount inNumTypes, const EventTypeSpec* inList, void* inUserData,
                              EventHandlerRef* outRef);
+
+/// Removes a handler; an error if it is not installed. [any-thread]
 OSStatus RemoveEventHandler(EventHandlerRef inHandlerRef);
 
-/// Passes the event on to the handler below the one that is running. [main-thread]
+/// Passes the event to the handlers that follow the running one and returns their result:
+/// eventNotHandledErr if none of them handled it. [main-thread]
 OSStatus CallNextEventHandler(EventHandlerCallRef inCallRef, EventRef inEvent);
 
-/// Runs the calling thread's event loop for so many seconds, for ever where negative.
+/// Runs the calling thread's event loop for `inTimeout` seconds, forever if negative. Returns an
+/// error when the time is over. [any-thread]
 OSStatus RunCurrentEventLoop(EventTimeout inTimeout);
 
-/// The keyboard modifiers that are down now. [any-thread]
+/// The modifier keys that are down. [any-thread]
 UInt32 GetCurrentKeyModifiers();
 
-/// The keyboard input source in use; the caller releases it. [main-thread]
+/// The current keyboard input source; the caller releases it. [main-thread]
 TISInputSourceRef TISCopyCurrentKeyboardInputSource();
 
-/// A property of an input source, lent; null where it has none of that key.
+/// A property of an input source, null if it does not have this key. The caller does not own it.
+/// [main-thread]
 void* TISGetInputSourceProperty(TISInputSourceRef inputSource, CFStringRef propertyKey);
 
+/// The key of an input source's identifier, a CFStringRef.
 extern const CFStringRef kTISPropertyInputSourceID;
 }

@@ -1,6 +1,6 @@
-// Reference-counted objects, strings and URLs of the platform's C object library.
-// Functions with Create or Copy in their names hand over a reference that the caller releases;
-// all others lend theirs. Everything here may be called from any thread.
+// Reference-counted strings, URLs, data and arrays of the platform's C object library.
+// The caller owns an object returned by a function with Create or Copy in its name and releases it;
+// it does not own what other functions return. [any-thread]
 #pragma once
 
 #include <MacTypes.h>
@@ -34,58 +34,60 @@ extern "C" {
 /// The default allocator.
 extern const CFAllocatorRef kCFAllocatorDefault;
 
-/// Gives one reference to `cf` back. REQUIRES: `cf` is not null.
+/// Gives up one reference to `cf`. REQUIRES: `cf` is not null.
 void CFRelease(CFTypeRef cf);
 
-/// Copies the text with a terminating zero byte into `buffer` of `bufferSize` bytes. False, with
-/// the buffer's contents undefined, where it does not fit or cannot be converted.
+/// Copies the text with a terminating zero byte into `buffer` of `bufferSize` bytes. Returns false,
+/// with the buffer's contents undefined, if it does not fit or cannot be converted to `encoding`.
 Boolean CFStringGetCString(CFStringRef theString, char* buffer, CFIndex bufferSize,
                            CFStringEncoding encoding);
 
-/// The URL of a file-system object, null where there is none.
+/// The URL of the file or folder `fsRef`; null if there is none.
 CFURLRef CFURLCreateFromFSRef(CFAllocatorRef allocator, const struct FSRef* fsRef);
 
-/// The path of a URL in the style asked for, without a trailing slash.
+/// The path of a URL in the given style, without a trailing slash.
 CFStringRef CFURLCopyFileSystemPath(CFURLRef anURL, CFURLPathStyle pathStyle);
 
-/// The constant string object for a literal; the same one for the same text.
+/// The constant string for a literal; equal texts give the same object.
 CFStringRef __CFStringMakeConstantString(const char* cStr);
 
-/// A string of `numChars` UTF-16 code units.
+/// Makes a string of `numChars` UTF-16 code units.
 CFStringRef CFStringCreateWithCharacters(CFAllocatorRef alloc, const UniChar* chars,
                                          CFIndex numChars);
 
 /// The length of a string in UTF-16 code units.
 CFIndex CFStringGetLength(CFStringRef theString);
 
-/// The most bytes, without a terminator, that `length` UTF-16 code units take in `encoding`.
+/// The maximum size in bytes, without a terminator, of `length` UTF-16 code units in `encoding`.
 CFIndex CFStringGetMaximumSizeForEncoding(CFIndex length, CFStringEncoding encoding);
 
-/// Data with a copy of `length` bytes.
+/// Makes a data object with a copy of `length` bytes.
 CFDataRef CFDataCreate(CFAllocatorRef allocator, const UInt8* bytes, CFIndex length);
 
+/// The number of values in the array.
 CFIndex CFArrayGetCount(CFArrayRef theArray);
 
-/// The value at `idx`, lent. REQUIRES: 0 <= `idx` < CFArrayGetCount(theArray).
+/// The value at `idx`. REQUIRES: 0 <= `idx` < CFArrayGetCount(theArray).
 const void* CFArrayGetValueAtIndex(CFArrayRef theArray, CFIndex idx);
 
-/// The file URL of a path of `bufLen` bytes, taken against the working directory where it is
-/// relative; null for the empty path.
+/// Makes a file URL from a path of `bufLen` bytes. A relative path is resolved against the working
+/// directory. Returns null for an empty path.
 CFURLRef CFURLCreateFromFileSystemRepresentation(CFAllocatorRef allocator, const UInt8* buffer,
                                                  CFIndex bufLen, Boolean isDirectory);
 
-/// Copies the URL's path with a terminating zero byte. False for a null `url`, for one that names
-/// no file, and where the path does not fit into `maxBufLen` bytes.
+/// Copies the URL's path with a terminating zero byte. Returns false if `url` is null or not a file
+/// URL, or if the path does not fit into `maxBufLen` bytes.
 Boolean CFURLGetFileSystemRepresentation(CFURLRef url, Boolean resolveAgainstBase, UInt8* buffer,
                                          CFIndex maxBufLen);
 
-/// Data from which the file at `url` can be found again; null where there is no such file.
+/// Makes bookmark data from which the file at `url` can be found later; null if the file does not
+/// exist.
 CFDataRef CFURLCreateBookmarkData(CFAllocatorRef allocator, CFURLRef url,
                                   CFURLBookmarkCreationOptions options,
                                   CFArrayRef resourcePropertiesToInclude, CFURLRef relativeToURL,
                                   CFErrorRef* error);
 
-/// The URL of the file that bookmark data leads to; null where it leads nowhere.
+/// The URL of the file to which bookmark data refer; null if the file cannot be found.
 CFURLRef CFURLCreateByResolvingBookmarkData(CFAllocatorRef allocator, CFDataRef bookmark,
                                             CFURLBookmarkResolutionOptions options,
                                             CFURLRef relativeToURL,

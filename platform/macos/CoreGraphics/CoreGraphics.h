@@ -1,4 +1,4 @@
-// Quartz: geometry, synthesized input and the notice of redrawn screen areas. [main-thread]
+// Quartz: geometry, synthesized input and callbacks for redrawn screen areas. [main-thread]
 #pragma once
 
 #include <CoreFoundation/CoreFoundation.h>
@@ -37,31 +37,33 @@ enum : CGEventFlags {
   kCGEventFlagMaskCommand = 0x00100000
 };
 
-/// Told of `count` redrawn rectangles of the screen.
+/// Called with `count` redrawn rectangles of the screen.
 using CGScreenRefreshCallback = void (*)(std::uint32_t count, const CGRect* rects, void* userInfo);
 
 extern "C" {
 
-/// A keyboard event of the virtual key, going down or up. The caller releases it.
+/// Makes a keyboard event: the virtual key goes down or up. The caller releases it.
 CGEventRef CGEventCreateKeyboardEvent(CGEventSourceRef source, CGKeyCode virtualKey, bool keyDown);
 
-/// A scroll event of `wheelCount` wheels (1 to 3), each further wheel's amount (32-bit) behind the
-/// first. The caller releases it.
+/// Makes a scroll event of `wheelCount` wheels (1 to 3). The amounts of the second and third wheel
+/// follow `wheel1` as 32-bit integers. The caller releases it.
 CGEventRef CGEventCreateScrollWheelEvent(CGEventSourceRef source, CGScrollEventUnit units,
                                          std::uint32_t wheelCount, std::int32_t wheel1, ...);
 
+/// Change a member of the event.
 void CGEventSetType(CGEventRef event, CGEventType type);
 void CGEventSetFlags(CGEventRef event, CGEventFlags flags);
 
-/// Where the event happens: global display coordinates in points, y growing downward.
+/// Sets the event's location: global display coordinates in points, y growing downward.
 void CGEventSetLocation(CGEventRef event, CGPoint location);
 
-/// Puts a copy of the event into the system's input stream at the tap.
+/// Posts a copy of the event to the system's input stream at `tap`.
 void CGEventPost(CGEventTapLocation tap, CGEventRef event);
 
-/// How long local hardware input is held back after each synthesized event.
+/// Sets for how long local hardware input is suppressed after each synthesized event.
 CGError CGSetLocalEventsSuppressionInterval(CFTimeInterval seconds);
 
+/// Registers or unregisters a callback together with its `userInfo`. 0, or an error.
 CGError CGRegisterScreenRefreshCallback(CGScreenRefreshCallback callback, void* userInfo);
 void CGUnregisterScreenRefreshCallback(CGScreenRefreshCallback callback, void* userInfo);
 }

@@ -1,4 +1,4 @@
-// The file manager's folders and the tasks of Multiprocessing Services.
+// The file manager's folders and aliases, and the tasks of Multiprocessing Services.
 #pragma once
 
 #include <CoreFoundation/CoreFoundation.h>
@@ -9,8 +9,8 @@ struct FSRef {
   UInt8 hidden[80];
 };
 
-/// The head of an alias, a record that finds a file again by more than its path: data of the
-/// application's own and the size of the whole record.
+/// The header of an alias, a record from which a file can be found even if its path has changed:
+/// a value for the application's use and the size in bytes of the whole record.
 struct AliasRecord {
   OSType userType;
   unsigned short aliasSize;
@@ -30,19 +30,22 @@ enum : Boolean { kDontCreateFolder = 0, kCreateFolder = 1 };
 
 extern "C" {
 
-/// Finds one of the system's folders, making it where `createFolder` says so. [any-thread]
+/// Finds a standard folder; creates it if `createFolder` is set and it does not exist. fnfErr if it
+/// is not found. [any-thread]
 OSErr FSFindFolder(FSVolumeRefNum vRefNum, OSType folderType, Boolean createFolder,
                    FSRef* foundRef);
 
-/// Writes the POSIX path of `ref` with a terminating zero byte. [any-thread]
+/// Writes the POSIX path of `ref` with a terminating zero byte. fnfErr if the reference is invalid,
+/// another error if the path does not fit into `pathBufferSize` bytes. [any-thread]
 OSStatus FSRefMakePath(const FSRef* ref, UInt8* path, UInt32 pathBufferSize);
 
-/// Finds the file or folder that an alias leads to, by a path relative to `fromFile` first where
-/// that is not null. `wasChanged` tells whether the alias was brought up to date. [any-thread]
+/// Finds the file or folder to which an alias refers; tries the path relative to `fromFile` first
+/// if that is not null. Sets `wasChanged` if it updated the alias. paramErr for a null alias,
+/// fnfErr if the file is not found. [any-thread]
 OSErr FSResolveAlias(const FSRef* fromFile, AliasHandle alias, FSRef* target, Boolean* wasChanged);
 
 /// Starts a preemptive task with a stack of `stackSize` bytes. `notifyQueue`, the termination
-/// parameters and `task` may be null. [any-thread]
+/// parameters and `task` may be null. Returns an error if the task cannot be started. [any-thread]
 OSStatus MPCreateTask(TaskProc entryPoint, void* parameter, ByteCount stackSize,
                       MPQueueID notifyQueue, void* terminationParameter1,
                       void* terminationParameter2, MPTaskOptions options, MPTaskID* task);

@@ -1,14 +1,15 @@
-// Sending messages. Both functions are called through a pointer of the method's own type.
+// Sending messages. Callers cast both functions to the type of the method. Each method determines
+// on which threads it may be called.
 #pragma once
 
 #include <objc/objc.h>
 
 extern "C" {
 
-/// Sends a message of which the result comes back in registers. A null receiver answers 0.
+/// Sends a message whose result is returned in registers. Returns 0 if the receiver is null.
 void objc_msgSend();
 
-/// Sends a message of which the result goes to memory that a hidden first argument points to.
-/// A null receiver leaves that memory as it was.
+/// Sends a message whose result is written to memory, to which a hidden first argument points.
+/// Leaves that memory unchanged if the receiver is null.
 void objc_msgSend_stret();
 }

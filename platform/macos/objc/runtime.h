@@ -1,13 +1,13 @@
-// Names of classes and selectors. [any-thread]
+// Classes and selectors by name. [any-thread]
 #pragma once
 
 #include <objc/objc.h>
 
 extern "C" {
 
-/// The class of that name as an object, null where there is none.
+/// The class called `name`, which is also an object; null if there is none.
 Class objc_getClass(const char* name);
 
-/// The selector of that name, the same one at each call.
+/// The selector called `str`; equal names give the same selector.
 SEL sel_registerName(const char* str);
 }

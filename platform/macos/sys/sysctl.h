@@ -1,12 +1,13 @@
-// Settings of the kernel by name.
+// Kernel settings by name.
 #pragma once
 
 #include <cstddef>
 
 extern "C" {
 
-/// Reads the setting into `oldp` of `*oldlenp` bytes and writes how many it took there. 0, or -1
-/// where there is no such setting. [any-thread]
+/// Reads the setting `name` into `oldp`, which has `*oldlenp` bytes, and sets `*oldlenp` to the
+/// number of bytes written. Returns 0, or -1 if there is no such setting or it does not fit.
+/// [any-thread]
 int sysctlbyname(const char* name, void* oldp, std::size_t* oldlenp, void* newp,
                  std::size_t newlen);
 }
