@@ -1,48 +1,49 @@
-# How every target of the project is compiled, and the functions that make the targets.
+# The compile options of all targets of the project, and the functions that define targets.
 
-# A build that takes the project in may not decide about position independence: the system's
-# libraries have to fit into a loadable module.
+# Set here, not by a build that includes this project: the plug-in's libraries are linked into a
+# loadable module and must be position-independent.
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 set(MRV_ROOT "${CMAKE_CURRENT_SOURCE_DIR}")
 
-# mrv_folders(KIND OUTPUT): the folders of one kind in cmake/folders.txt, from the top down.
+# mrv_folders(KIND OUTPUT): sets OUTPUT to the folders of one kind, in the order of
+# cmake/folders.txt.
 function(mrv_folders kind output)
   file(STRINGS "${MRV_ROOT}/cmake/folders.txt" lines REGEX "^${kind} ")
   list(TRANSFORM lines REPLACE "^[a-z]+ +([a-z/]+).*" "\\1")
   set(${output} ${lines} PARENT_SCOPE)
 endfunction()
 
-# mrv_compile_options(TARGET): the language, the warnings and the sanitizers of all targets.
+# mrv_compile_options(TARGET): sets the language, the warnings and the sanitizers of a target.
 function(mrv_compile_options target)
   target_compile_features(${target} PUBLIC cxx_std_20)
   set_target_properties(${target} PROPERTIES CXX_EXTENSIONS OFF)
   target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wshadow -Wconversion
                                            -Wno-deprecated-declarations)
-  # g++ 12 warns about its own string class when it optimises.
+  # When optimising, g++ 12 gives these warnings about its own string class.
   target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict
                                            -Wno-stringop-overflow -Wno-array-bounds>)
   if(MRV_SANITIZE)
     target_compile_options(${target} PUBLIC -fsanitize=${MRV_SANITIZE} -fno-omit-frame-pointer
                                             -fno-sanitize-recover=all)
-    # Both would ask a module for the type information of the runner's functions and classes.
+    # Both checks need type information of the runner's functions and classes within the module.
     target_compile_options(${target} PUBLIC $<$<CXX_COMPILER_ID:Clang>:-fno-sanitize=vptr,function>)
     target_link_options(${target} PUBLIC -fsanitize=${MRV_SANITIZE})
   endif()
 endfunction()
 
-# mrv_library(FOLDER SOURCES... [LIBRARIES ...] [FRAMEWORKS ...]): the static library mrv_FOLDER,
-# known to other builds as mrv::FOLDER. LIBRARIES: the folders that it calls. FRAMEWORKS: those of
-# the platform that it calls; elsewhere than on a Mac the simulated Mac stands for all of them.
+# mrv_library(FOLDER SOURCES... [LIBRARIES ...] [FRAMEWORKS ...]): defines the static library
+# mrv_FOLDER with the alias mrv::FOLDER. LIBRARIES: the folders that it calls. FRAMEWORKS: the
+# platform's frameworks that it calls; except on a Mac, the simulated Mac replaces all of them.
 function(mrv_library folder)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "LIBRARIES;FRAMEWORKS")
   set(library mrv_${folder})
   add_library(${library} STATIC ${arg_UNPARSED_ARGUMENTS})
   add_library(mrv::${folder} ALIAS ${library})
   mrv_compile_options(${library})
-  # The formulas fix each rounding, so a product of sums is never contracted into a fused operation.
+  # No fused multiply-add: the formulas require that each product and each sum is rounded.
   target_compile_options(${library} PUBLIC -ffp-contract=off)
-  # A unique symbol would keep the module that it ends up in from being unloaded.
+  # A module that contains a unique symbol cannot be unloaded.
   target_compile_options(${library} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-fno-gnu-unique>
                                             -ffunction-sections -fdata-sections)
   set_target_properties(${library} PROPERTIES CXX_VISIBILITY_PRESET hidden
@@ -62,9 +63,9 @@ function(mrv_library folder)
   endif()
 endfunction()
 
-# mrv_test(FOLDER SOURCES... [LIBRARIES ...] [FACET name]): the program test_FOLDER. Each of its tests
-# runs in a process of its own, as FOLDER.SUITE.NAME. A folder that needs several programs gives the
-# others a FACET: test_FOLDER_FACET with FOLDER_FACET.SUITE.NAME.
+# mrv_test(FOLDER SOURCES... [LIBRARIES ...] [FACET name]): defines the program test_FOLDER. Each of
+# its tests is called FOLDER.SUITE.NAME and runs in a separate process. Further programs of a folder
+# have a FACET: test_FOLDER_FACET with the tests FOLDER_FACET.SUITE.NAME.
 function(mrv_test folder)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "FACET" "LIBRARIES")
   if(arg_FACET)
@@ -78,7 +79,7 @@ function(mrv_test folder)
   gtest_discover_tests(${program} TEST_PREFIX "${folder}." DISCOVERY_MODE PRE_TEST)
 endfunction()
 
-# mrv_benchmark(NAME SOURCES... [LIBRARIES ...]): a Google Benchmark program.
+# mrv_benchmark(NAME SOURCES... [LIBRARIES ...]): defines a Google Benchmark program.
 function(mrv_benchmark name)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "LIBRARIES")
   add_executable(${name} ${arg_UNPARSED_ARGUMENTS})

@@ -1,6 +1,6 @@
-// The C++ library's headers leave the common templates to the system's library, but the library
-// of the oldest supported system is older than these headers and lacks some of them. The bundle
-// brings what it uses; the rest is stripped.
+// The C++ library's headers expect common template instantiations in the system's library. The
+// library of the oldest supported system is older than the headers and lacks some of them, so the
+// bundle contains its own; those it does not use are stripped.
 #include <string>
 
 template class std::basic_string<char>;

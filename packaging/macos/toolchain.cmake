@@ -1,11 +1,11 @@
-# Cross toolchain: Mach-O files for macOS 10.13 on x86-64, made on Linux with the distribution's
+# Cross toolchain: builds Mach-O files for macOS 10.13 on x86-64 on Linux, with the distribution's
 # clang, lld and C++ library headers.
 #
 #   cmake -S . -B build/bundle --toolchain packaging/macos/toolchain.cmake [-DMACOS_SDK=DIR]
 #
-# Without MACOS_SDK the target's C headers and the lists of what its libraries export come from
-# sysroot/ beside this file. With it they come from a real SDK; the C++ library's headers are the
-# distribution's in both cases, because their configuration belongs to them.
+# The target's C headers and the lists of symbols that its libraries export come from sysroot/ in
+# this folder, or from a real SDK if MACOS_SDK is set. The C++ library's headers are always the
+# distribution's, because libcxx/__config_site fits only those.
 
 set(CMAKE_SYSTEM_NAME Darwin)
 set(CMAKE_SYSTEM_VERSION 17.0)  # the kernel of macOS 10.13
@@ -34,7 +34,7 @@ string(CONCAT CMAKE_CXX_FLAGS_INIT
   "\"-stdlib++-isystem${CMAKE_CURRENT_LIST_DIR}/libcxx\" "
   "\"-stdlib++-isystem${MRV_LIBCXX_HEADERS}\"")
 if(MACOS_SDK)
-  # As our own headers do it: a string literal's object is made by a call, not by the compiler.
+  # As with the headers in platform/macos, a call makes a CFSTR literal, not the compiler.
   string(APPEND CMAKE_CXX_FLAGS_INIT " -fno-constant-cfstrings")
 else()
   string(APPEND CMAKE_CXX_FLAGS_INIT " -isystem \"${CMAKE_CURRENT_LIST_DIR}/../../platform/macos\"")
@@ -43,7 +43,7 @@ set(CMAKE_MODULE_LINKER_FLAGS_INIT "-fuse-ld=lld")
 set(CMAKE_EXE_LINKER_FLAGS_INIT "${CMAKE_MODULE_LINKER_FLAGS_INIT}")
 set(CMAKE_SHARED_LINKER_FLAGS_INIT "${CMAKE_MODULE_LINKER_FLAGS_INIT}")
 
-# Compiling is all that can be tried: nothing made here runs on this machine.
+# CMake's checks can only compile: programs for the target do not run on the build machine.
 set(CMAKE_TRY_COMPILE_TARGET_TYPE STATIC_LIBRARY)
 set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
 set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)

@@ -1,4 +1,4 @@
-// Big-endian numbers in runs of bytes.
+// Big-endian numbers and counted text in byte strings.
 #pragma once
 
 #include <cstddef>
@@ -7,12 +7,13 @@
 
 #include "packaging/resource/ResourceFork.h"
 
-/// Appends the lowest `size` bytes of the value, most significant first.
+/// Appends the `size` lowest bytes of `value` (1 to 8), the most significant first.
 inline void appendBigEndian(std::string& out, std::uint64_t value, int size) {
   for (int shift = 8 * (size - 1); shift >= 0; shift -= 8) out += static_cast<char>(value >> shift);
 }
 
-/// The number in the `size` bytes at `offset`; a ResourceError where they do not lie inside.
+/// Reads a number of `size` bytes (0 to 4) at `offset`. Throws ResourceError if it extends beyond
+/// the end.
 inline std::uint32_t readBigEndian(const std::string& bytes, std::size_t offset, std::size_t size) {
   if (offset > bytes.size() || size > bytes.size() - offset) {
     throw ResourceError("the resource data end too early");
@@ -24,7 +25,7 @@ inline std::uint32_t readBigEndian(const std::string& bytes, std::size_t offset,
   return value;
 }
 
-/// `size` bytes at `offset`; a ResourceError where they do not lie inside.
+/// Reads `size` bytes at `offset`. Throws ResourceError if they extend beyond the end.
 inline std::string readBytes(const std::string& bytes, std::size_t offset, std::size_t size) {
   if (offset > bytes.size() || size > bytes.size() - offset) {
     throw ResourceError("the resource data end too early");
@@ -32,7 +33,8 @@ inline std::string readBytes(const std::string& bytes, std::size_t offset, std::
   return bytes.substr(offset, size);
 }
 
-/// A length byte and so many characters behind it.
+/// Reads text that follows its length byte, which is at `offset`. Throws ResourceError if it
+/// extends beyond the end.
 inline std::string readCountedText(const std::string& bytes, std::size_t offset) {
   return readBytes(bytes, offset + 1, readBigEndian(bytes, offset, 1));
 }

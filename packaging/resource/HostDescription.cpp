@@ -46,7 +46,7 @@ std::uint32_t flagFrom(const std::string& word) {
 
 bool isSpace(char c) { return std::isspace(static_cast<unsigned char>(c)) != 0; }
 
-// Words apart by spaces; a word in double quotes keeps its spaces. A '#' begins a comment.
+// Splits a line at spaces; text in double quotes is one word. A '#' starts a comment.
 std::vector<std::string> wordsOf(const std::string& line) {
   std::vector<std::string> words;
   for (std::size_t at = 0; at < line.size() && line[at] != '#';) {
@@ -112,7 +112,7 @@ class DescriptionParser {
     if (values.size() != 1) throw ResourceError("a property of this form has one value");
     if (form == "code") return numbers({std::to_string(codeOf(values[0]))});
     if (form == "text") return countedText(values[0]);
-    // Where the code lies within the file and how long it is: all of it.
+    // Offset and length of the code within the file come first; both 0 mean the whole file.
     if (form == "entry") return std::string(kEntryNameOffset, '\0') + countedText(values[0]);
     throw ResourceError("'" + form + "' is no form of a property");
   }

@@ -1,5 +1,5 @@
-// What the host reads of a plug-in before it loads it: a resource that holds a list of properties,
-// as the host's interface publishes it. Written here from a readable description.
+// The resource that the host reads before it loads a plug-in: a list of properties in the format
+// that the host publishes. It is generated from a readable description.
 #pragma once
 
 #include <cstdint>
@@ -22,7 +22,7 @@ inline constexpr std::uint32_t kEnableProperty = fourCharCode("enbl");
 
 inline constexpr std::uint32_t kAutomationKind = fourCharCode("actn");
 
-/// Bits of the messages property: the calls that the plug-in wants.
+/// Bits of the messages property: the calls that the plug-in requests.
 enum HostMessages : std::uint32_t {
   kWantsStartup = 1,
   kWantsPurgeCache = 2,
@@ -33,22 +33,24 @@ enum HostMessages : std::uint32_t {
 struct HostProperty {
   std::uint32_t vendor = 0;
   std::uint32_t key = 0;
-  std::string data;  ///< bytes as they stand in the resource, padding to four bytes included
+  std::string data;  ///< bytes in the resource, including padding to a multiple of four
 };
 
-/// The resource that the description (lines as packaging/HostDescription.txt explains them) makes.
-/// A ResourceError names the line that is wrong.
+/// Makes the resource from a description; packaging/HostDescription.txt explains the syntax. Throws
+/// ResourceError, whose text names the wrong line, if the description is invalid.
 Resource parseHostDescription(const std::string& text);
 
-/// The properties of such a resource; a ResourceError where its data are damaged.
+/// Reads the properties of such a resource. Throws ResourceError if its type, version or data are
+/// wrong.
 std::vector<HostProperty> readHostProperties(const Resource& resource);
 
-/// The one property of the host's with this key, null where there is none.
+/// The first property with the vendor kHostVendor and this key, an element of `properties`; null if
+/// there is none.
 const HostProperty* findHostProperty(const std::vector<HostProperty>& properties,
                                      std::uint32_t key);
 
-/// A property's data as a number, as text, as the name of an entry point; a ResourceError where
-/// they are not.
+/// Read a property's data as a number, as text, or as the name of an entry point. Throw
+/// ResourceError if the data are too short.
 std::uint32_t numberOf(const HostProperty& property);
 std::string textOf(const HostProperty& property);
 std::string entryPointOf(const HostProperty& property);

@@ -8,10 +8,10 @@
 
 namespace {
 
-// The header is followed by space that the system and the application may use.
+// Between header and data there is space for the system and the application.
 constexpr std::uint32_t kDataOffset = 256;
 constexpr std::size_t kHeaderSize = 16;
-// In the map: a copy of the header, a handle, a reference number, attributes.
+// The map starts with a copy of the header, a handle, a reference number and attributes.
 constexpr std::size_t kMapTypesField = kHeaderSize + 8;
 constexpr std::uint16_t kTypeListOffset = kMapTypesField + 4;
 constexpr std::size_t kTypeEntrySize = 8;
@@ -33,7 +33,7 @@ ResourcesByType groupByType(const std::vector<Resource>& resources) {
   return groups;
 }
 
-// The three parts that grow together.
+// The parts of the file to which each resource adds.
 struct Parts {
   std::string data, references, names;
 };
@@ -41,7 +41,7 @@ struct Parts {
 void appendResource(Parts& parts, const Resource& resource) {
   appendBigEndian(parts.references, static_cast<std::uint16_t>(resource.id), 2);
   appendBigEndian(parts.references, resource.name.empty() ? kNoName : parts.names.size(), 2);
-  // Eight bits of attributes, then the place in the data, then room for a handle.
+  // Eight bits of attributes and 24 bits of offset into the data, then space for a handle.
   appendBigEndian(parts.references, parts.data.size() & 0xFFFFFF, 4);
   appendBigEndian(parts.references, 0, 4);
   appendBigEndian(parts.data, resource.data.size(), 4);
@@ -51,7 +51,7 @@ void appendResource(Parts& parts, const Resource& resource) {
   parts.names += resource.name;
 }
 
-// How many there are stands in lists as one less.
+// Counts in lists are stored minus one.
 std::string typeList(const ResourcesByType& groups, Parts& parts) {
   std::string types;
   appendBigEndian(types, groups.size() - 1, 2);
@@ -92,7 +92,7 @@ class ForkReader {
   }
 
  private:
-  // The header has two offsets and then two sizes.
+  // The header contains two offsets followed by the two sizes.
   std::string part(std::size_t field) const {
     return readBytes(bytes_, readBigEndian(bytes_, field, 4), readBigEndian(bytes_, field + 8, 4));
   }

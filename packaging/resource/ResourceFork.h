@@ -1,5 +1,5 @@
-// Files in the classic Mac's resource format: data kept by type and number, as published in the
-// platform's resource manager reference. Numbers in it are big-endian.
+// Files in the classic Mac's resource format, as published in the platform's Resource Manager
+// reference: data stored by type and number. Integers are big-endian.
 #pragma once
 
 #include <cstdint>
@@ -7,24 +7,24 @@
 #include <string>
 #include <vector>
 
-/// What is wrong with a resource file or a description of one.
+/// An error in a resource file or in a description of one.
 class ResourceError : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
 };
 
-/// One resource; `data` are bytes.
+/// One resource; `data` contains bytes.
 struct Resource {
   std::uint32_t type = 0;  ///< four-character code
   std::int16_t id = 0;
-  std::string name;  ///< at most 255 bytes; empty: none
+  std::string name;  ///< at most 255 bytes; empty if it has no name
   std::string data;
 };
 
-/// The file that holds these resources. The same resources always give the same bytes.
-/// A ResourceError where a name is too long or two resources share type and number.
+/// Makes the bytes of a file with these resources. Equal resources give equal bytes. Throws
+/// ResourceError if a name is too long or two resources have the same type and number.
 std::string writeResourceFork(const std::vector<Resource>& resources);
 
-/// The resources of a file, in its own order. `bytes` may be anything: a ResourceError says what
-/// is wrong with them.
+/// Reads the resources of a file, in the file's order. `bytes` may contain anything; throws
+/// ResourceError if they are not a valid file.
 std::vector<Resource> readResourceFork(const std::string& bytes);

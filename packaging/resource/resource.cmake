@@ -1,11 +1,11 @@
-# The host-side description: its readable form, its resource, and the tool that makes one the other.
+# The host-side description, and the tool that converts its readable form to a resource.
 set(MRV_RESOURCE_SOURCES
   "${CMAKE_CURRENT_LIST_DIR}/HostDescription.cpp"
   "${CMAKE_CURRENT_LIST_DIR}/ResourceFork.cpp")
 set(MRV_RESOURCE_TOOL_SOURCES ${MRV_RESOURCE_SOURCES} "${CMAKE_CURRENT_LIST_DIR}/makersrc.cpp")
 
 if(CMAKE_CROSSCOMPILING)
-  # The tool runs on the machine that builds.
+  # The tool runs on the build machine.
   find_program(MRV_BUILD_CXX NAMES c++ g++ clang++ clang++-19 REQUIRED)
   set(MRV_MAKERSRC "${CMAKE_CURRENT_BINARY_DIR}/makersrc")
   file(GLOB headers CONFIGURE_DEPENDS "${CMAKE_CURRENT_LIST_DIR}/*.h")

@@ -1,4 +1,4 @@
-// Classes of characters. In the C locale, as the plug-in uses them.
+// Classes of characters in the C locale, the only one that the plug-in uses.
 #pragma once
 
 #ifdef __cplusplus

@@ -1,5 +1,4 @@
-// The error number of the calling thread and the codes that differ from, or agree with, other
-// systems: the values are the target's.
+// The error number of the calling thread, and error codes with the values of the target.
 #pragma once
 
 #define EPERM 1

@@ -1,4 +1,4 @@
-// Mathematical functions. float and long double go through the compiler's own forms.
+// Mathematical functions of the target's C library.
 #pragma once
 
 #define FP_NAN 1
@@ -21,7 +21,7 @@ typedef float float_t;
 typedef double double_t;
 
 // clang-format off
-// One function in its three precisions.
+// Declare a function in its three precisions.
 #define __MRV_MATH_1(name) \
   double name(double);     \
   float name##f(float);    \

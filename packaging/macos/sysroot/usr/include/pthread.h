@@ -1,5 +1,5 @@
-// The threading types that the C++ library's headers name, in the target's sizes. The plug-in makes
-// its one thread through the platform's multiprocessing services, so few functions are declared.
+// The threading types that the C++ library's headers use, with the target's sizes. Few functions
+// are declared, because the plug-in starts its only thread with Multiprocessing Services.
 #pragma once
 
 #include <sched.h>

@@ -1,4 +1,4 @@
-// Giving up the processor.
+// Yielding the processor.
 #pragma once
 
 #ifdef __cplusplus

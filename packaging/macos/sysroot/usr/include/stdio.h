@@ -1,4 +1,4 @@
-// Streams and formatted text of the target's C library. A stream is opaque.
+// Streams and formatted text of the target's C library.
 #pragma once
 
 #include <stdarg.h>
@@ -19,7 +19,7 @@ typedef struct __sFILE FILE;
 typedef long long fpos_t;
 typedef long long off_t;
 
-// The standard streams are variables of the library, not addresses.
+// The standard streams are pointer variables in the library.
 extern FILE* __stdinp;
 extern FILE* __stdoutp;
 extern FILE* __stderrp;

@@ -1,4 +1,4 @@
-// Points in time, in the target's sizes.
+// Time types, with the target's sizes.
 #pragma once
 
 #include <stddef.h>

@@ -1,4 +1,4 @@
-// The state of a multi-byte conversion, which the C++ library's headers name and nothing here uses.
+// The state of a multi-byte conversion; the C++ library's headers need the type.
 #pragma once
 
 typedef union {
