@@ -1,4 +1,4 @@
-// The folders include one another downward only, as cmake/folders.txt orders them.
+// Each folder includes headers only from the folders that cmake/folders.txt allows.
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -13,7 +13,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// Each folder with those that it may include directly.
+/// Each folder with the folders that it may include directly.
 using Layers = std::map<std::string, std::set<std::string>>;
 
 Layers readLayers() {
@@ -30,7 +30,7 @@ Layers readLayers() {
   return layers;
 }
 
-/// The folder of the table that a path lies in: the longest one that fits; empty for none.
+/// The deepest folder of the table that contains a path; empty if there is none.
 std::string folderOf(const std::string& path, const Layers& layers) {
   for (fs::path folder = fs::path(path).parent_path(); !folder.empty();
        folder = folder.parent_path()) {
@@ -39,7 +39,7 @@ std::string folderOf(const std::string& path, const Layers& layers) {
   return "";
 }
 
-/// The paths, from the project's root, that a source includes in quotes.
+/// The paths that a source includes in quotes, relative to the project's root.
 std::vector<std::string> includesOf(const fs::path& source) {
   constexpr std::string_view kDirective = "#include \"";
   std::vector<std::string> includes;
@@ -55,7 +55,7 @@ bool isSource(const fs::path& path) {
   return path.extension() == ".cpp" || path.extension() == ".h";
 }
 
-/// Every arrow between two folders of the table that the sources draw, as "from -> to (source)".
+/// Every include that the table does not allow, as "from -> to (source)".
 std::vector<std::string> arrowsAgainst(const Layers& layers) {
   std::vector<std::string> wrong;
   for (const auto& [folder, below] : layers) {
@@ -71,7 +71,7 @@ std::vector<std::string> arrowsAgainst(const Layers& layers) {
   return wrong;
 }
 
-/// Whether following the table's arrows leads from a folder back to itself.
+/// Whether `from` may include `folder`, directly or through other folders.
 bool leadsBack(const std::string& folder, const std::string& from, const Layers& layers) {
   for (const std::string& below : layers.at(from)) {
     if (below == folder || leadsBack(folder, below, layers)) return true;
@@ -79,11 +79,11 @@ bool leadsBack(const std::string& folder, const std::string& from, const Layers&
   return false;
 }
 
-TEST(Includes, PointDownward) {
+TEST(Includes, FollowTheTable) {
   EXPECT_EQ(arrowsAgainst(readLayers()), std::vector<std::string>{});
 }
 
-TEST(Includes, AreReadFromEveryFolderThatHoldsSources) {
+TEST(Includes, AreCheckedInEveryFolderWithSources) {
   const Layers layers = readLayers();
   for (const auto& entry : fs::recursive_directory_iterator(MRV_ROOT)) {
     const std::string path = fs::relative(entry.path(), MRV_ROOT).string();
@@ -94,7 +94,7 @@ TEST(Includes, AreReadFromEveryFolderThatHoldsSources) {
   }
 }
 
-TEST(Includes, AnArrowThatIsNotInTheTableIsFound) {
+TEST(IncludesCheck, FindsAnIncludeThatTheTableDoesNotAllow) {
   Layers layers = readLayers();
   layers.at("device").erase("navigate");
   const std::vector<std::string> wrong = arrowsAgainst(layers);
@@ -102,7 +102,7 @@ TEST(Includes, AnArrowThatIsNotInTheTableIsFound) {
             wrong.end());
 }
 
-TEST(FoldersTable, HoldsNoRing) {
+TEST(IncludesTable, HasNoCycleAndNoUnknownFolder) {
   const Layers layers = readLayers();
   for (const auto& [folder, below] : layers) {
     for (const std::string& name : below) ASSERT_TRUE(layers.contains(name)) << name;

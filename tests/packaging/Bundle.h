@@ -1,4 +1,4 @@
-// The files of the built bundle.
+// Access to the files of the built bundle.
 #pragma once
 
 #include <filesystem>

@@ -1,4 +1,4 @@
-// The bundle that ships does what the module does: every scenario gives the same log.
+// The bundle and the module behave the same: every scenario gives the same log.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -22,9 +22,9 @@ std::vector<std::string> scenarios() {
   return names;
 }
 
-class BundleScenario : public testing::TestWithParam<std::string> {};
+class BundleScenarios : public testing::TestWithParam<std::string> {};
 
-TEST_P(BundleScenario, givesTheSameLogAsTheModule) {
+TEST_P(BundleScenarios, GiveTheSameLogAsWithTheModule) {
   const std::string scenario = MRV_SCENARIOS "/" + GetParam() + ".json";
   const Finished module = run({MRVSIM, "play", scenario});
   const Finished bundle = run({MRVSIM, "play", scenario, "--plugin", MRV_BUNDLE});
@@ -34,22 +34,22 @@ TEST_P(BundleScenario, givesTheSameLogAsTheModule) {
   EXPECT_EQ(bundle.output, module.output);
 }
 
-INSTANTIATE_TEST_SUITE_P(, BundleScenario, testing::ValuesIn(scenarios()), [](const auto& test) {
+INSTANTIATE_TEST_SUITE_P(, BundleScenarios, testing::ValuesIn(scenarios()), [](const auto& test) {
   std::string name = test.param;
   std::replace(name.begin(), name.end(), '-', '_');
   return name;
 });
 
-TEST(BundleScenarios, areThereToBePlayed) { EXPECT_GE(scenarios().size(), 18U); }
+TEST(BundleScenariosFolder, HoldsAtLeast18Scenarios) { EXPECT_GE(scenarios().size(), 18U); }
 
-TEST(Play, takesTheBinaryInsideABundleToo) {
+TEST(BundleScenariosPlayer, AcceptsTheBinaryInsideABundle) {
   const std::string scenario = MRV_SCENARIOS "/lifecycle.json";
   const std::string binary = MRV_BUNDLE "/Contents/MacOS/MrvPhotoshop";
   EXPECT_EQ(run({MRVSIM, "play", scenario, "--plugin", binary}).output,
             run({MRVSIM, "play", scenario}).output);
 }
 
-TEST(Play, refusesABundleThatHoldsNothing) {
+TEST(BundleScenariosPlayer, RefusesAnEmptyBundle) {
   const testing_support::TemporaryFolder folder;
   const Finished played =
       run({MRVSIM, "play", MRV_SCENARIOS "/lifecycle.json", "--plugin", folder.file("")});

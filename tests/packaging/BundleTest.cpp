@@ -21,7 +21,7 @@ using testing::UnorderedElementsAre;
 
 MachFile binary() { return MachFile::open(bundleFile("MacOS/MrvPhotoshop")); }
 
-// The text value of a key in the bundle's property list.
+// The string value of a key in the bundle's property list.
 std::string property(const std::string& key) {
   static const std::string plist = readText(bundleFile("Info.plist"));
   std::smatch match;
@@ -39,7 +39,7 @@ TEST(Bundle, HasItsFourFilesAndNoOther) {
                                           "Contents/Resources/MrvPhotoshop.rsrc"));
 }
 
-TEST(Bundle, PropertyListSaysWhatTheBundleIs) {
+TEST(Bundle, HasAPropertyListWithIdentifierVersionAndType) {
   EXPECT_EQ(property("CFBundleExecutable"), "MrvPhotoshop");
   EXPECT_EQ(property("CFBundleIdentifier"), "com.moravin.mrvphotoshop");
   EXPECT_EQ(property("CFBundleShortVersionString"), MRV_VERSION);
@@ -51,23 +51,23 @@ TEST(Bundle, PropertyListSaysWhatTheBundleIs) {
   EXPECT_EQ(readText(bundleFile("Info.plist")).find('@'), std::string::npos);
 }
 
-TEST(Bundle, BinaryIsABundleForTheOldestSystem) {
+TEST(BundleBinary, IsABundleForTheOldestSystem) {
   EXPECT_EQ(binary().fileType(), simulator::mach::kTypeBundle);
   EXPECT_EQ(binary().minimumSystem(), "10.13");
 }
 
-TEST(Bundle, BinaryExportsTheEntryPointAlone) {
+TEST(BundleBinary, ExportsOnlyTheEntryPoint) {
   const MachFile file = binary();
   const auto exports = simulator::readExportTrie(file.exportTrie());
   ASSERT_EQ(exports.size(), 1u);
   EXPECT_EQ(exports.begin()->first, "_AutoPluginMain");
 }
 
-TEST(Bundle, BinaryIsSmall) {
+TEST(BundleBinary, IsSmallerThan96KiB) {
   EXPECT_LT(std::filesystem::file_size(bundleFile("MacOS/MrvPhotoshop")), 96u * 1024);
 }
 
-TEST(Bundle, BinaryLoadsSystemLibrariesAndTheDeviceFrameworkWeakly) {
+TEST(BundleBinary, LoadsSystemLibrariesAndWeaklyTheDeviceFramework) {
   std::vector<std::pair<std::string, bool>> libraries;
   const MachFile file = binary();
   for (const simulator::Library& library : file.libraries()) {
@@ -87,16 +87,16 @@ TEST(Bundle, BinaryLoadsSystemLibrariesAndTheDeviceFrameworkWeakly) {
           Pair("/usr/lib/libSystem.B.dylib", false)));
 }
 
-TEST(Bundle, BinaryIsStripped) {
+TEST(BundleBinary, IsStripped) {
   const std::string bytes = readText(bundleFile("MacOS/MrvPhotoshop"));
-  // Names of things inside, source files and debugging sections would all be here.
+  // Names of internal symbols, source files and debug sections must not be in the binary.
   for (const char* const text :
        {"Navigate2D", "deviceHandler", ".cpp", "__debug_", MRV_PACKAGING}) {
     EXPECT_EQ(bytes.find(text), std::string::npos) << text;
   }
 }
 
-TEST(Bundle, NoSegmentIsWritableAndExecutable) {
+TEST(BundleBinary, HasNoSegmentThatIsWritableAndExecutable) {
   const MachFile file = binary();
   for (const simulator::Segment& segment : file.segments()) {
     EXPECT_NE(segment.protection & (PROT_WRITE | PROT_EXEC), PROT_WRITE | PROT_EXEC)
@@ -104,7 +104,7 @@ TEST(Bundle, NoSegmentIsWritableAndExecutable) {
   }
 }
 
-TEST(Bundle, HostReadsAnAutomationPlugInThatStartsWithIt) {
+TEST(BundleResources, DescribeAnAutomationPlugInThatStartsWithTheHost) {
   const auto resources = readResourceFork(readText(bundleFile("Resources/MrvPhotoshop.rsrc")));
   ASSERT_EQ(resources.size(), 1u);
   EXPECT_EQ(resources[0].type, kHostResourceType);
@@ -123,7 +123,7 @@ TEST(Bundle, HostReadsAnAutomationPlugInThatStartsWithIt) {
   EXPECT_NE(find(kCategoryProperty), nullptr);
 }
 
-TEST(Bundle, HostsEntryPointIsTheExportedOne) {
+TEST(BundleResources, NameTheExportedEntryPoint) {
   const auto resources = readResourceFork(readText(bundleFile("Resources/MrvPhotoshop.rsrc")));
   const auto properties = readHostProperties(resources.at(0));
   const HostProperty* const code = findHostProperty(properties, kCodeMacIntel64Property);

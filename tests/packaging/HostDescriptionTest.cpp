@@ -29,7 +29,7 @@ TEST(HostDescription, BecomesOneResource) {
   EXPECT_TRUE(readHostProperties(resource).empty());
 }
 
-TEST(HostDescription, PropertiesKeepTheirOrder) {
+TEST(HostDescription, KeepsTheOrderOfProperties) {
   const auto properties = readHostProperties(
       parseHostDescription(kHead + "8BIM kind code actn\n8BIM vers number 1 0x20  # two\n"));
   ASSERT_EQ(properties.size(), 2u);
@@ -39,25 +39,25 @@ TEST(HostDescription, PropertiesKeepTheirOrder) {
   EXPECT_EQ(properties[1].data, std::string("\0\0\0\1\0\0\0\x20", 8));
 }
 
-TEST(HostDescription, TextIsPaddedToFourBytes) {
+TEST(HostDescription, PadsTextToFourBytes) {
   const HostProperty property = only("8BIM name text \"two words\"");
   EXPECT_EQ(textOf(property), "two words");
   EXPECT_EQ(property.data.size(), 12u);
 }
 
-TEST(HostDescription, AnEntryPointIsTextBehindAnEmptyPlace) {
+TEST(HostDescription, WritesAnEntryPointAsTextAfterEightZeroBytes) {
   const HostProperty property = only("8BIM mi64 entry AutoPluginMain");
   EXPECT_EQ(entryPointOf(property), "AutoPluginMain");
   EXPECT_EQ(property.data.substr(0, 8), std::string(8, '\0'));
 }
 
-TEST(HostDescription, FlagsAddUp) {
+TEST(HostDescription, CombinesFlags) {
   EXPECT_EQ(numberOf(only("8BIM AcpM flags startup shutdown")), kWantsStartup | kWantsShutdown);
   EXPECT_EQ(numberOf(only("8BIM AcpM flags purge-cache properties")),
             kWantsPurgeCache | kWantsProperties);
 }
 
-TEST(HostDescription, ErrorsNameTheirLine) {
+TEST(HostDescription, NamesTheLineOfAnError) {
   EXPECT_EQ(errorOf(kHead + "8BIM kind code toolong"),
             "line 2: 'toolong' is not a four-character code");
   EXPECT_EQ(errorOf(kHead + "8BIM vers number -1"), "line 2: '-1' is not a 32-bit number");
@@ -76,12 +76,12 @@ TEST(HostDescription, ErrorsNameTheirLine) {
   EXPECT_EQ(errorOf(""), "the description names no resource");
 }
 
-TEST(HostDescription, TextBeyondItsLengthByteIsRefused) {
+TEST(HostDescription, RefusesTextLongerThan255Bytes) {
   EXPECT_EQ(errorOf(kHead + "8BIM name text " + std::string(256, 'x')),
             "line 2: a text is too long");
 }
 
-TEST(HostDescription, DamagedResourcesAreRefused) {
+TEST(HostDescription, RefusesDamagedResources) {
   const Resource good = parseHostDescription(kHead + "8BIM mi64 entry AutoPluginMain");
   for (std::size_t size = 0; size < good.data.size(); ++size) {
     Resource cut = good;
@@ -96,7 +96,7 @@ TEST(HostDescription, DamagedResourcesAreRefused) {
   EXPECT_THROW(readHostProperties(newer), ResourceError);
 }
 
-TEST(HostDescription, OnlyTheHostsOwnPropertiesAreFound) {
+TEST(HostDescription, FindsOnlyPropertiesOfTheHostsVendor) {
   const auto properties =
       readHostProperties(parseHostDescription(kHead + "ELSE kind number 1\n8BIM kind number 2\n"));
   EXPECT_EQ(numberOf(*findHostProperty(properties, kKindProperty)), 2u);

@@ -1,4 +1,4 @@
-// The plug-in's module as the platform's tools see it.
+// The plug-in's module: its symbols, and what is printed while it runs.
 #include <gtest/gtest.h>
 
 #include <sstream>
@@ -24,11 +24,11 @@ std::vector<std::string> symbols(const char* which) {
   return names;
 }
 
-TEST(Module, exportsTheEntryPointAndNothingElse) {
+TEST(Module, ExportsOnlyTheEntryPoint) {
   EXPECT_EQ(symbols("--defined-only"), std::vector<std::string>{"AutoPluginMain T"});
 }
 
-TEST(Module, refersToTheDeviceFrameworkWeakly) {
+TEST(Module, RefersToTheDeviceFrameworkWeakly) {
   int weak = 0;
   for (const std::string& symbol : symbols("--undefined-only")) {
     if (symbol.find("Moravin") == std::string::npos) continue;
@@ -38,7 +38,7 @@ TEST(Module, refersToTheDeviceFrameworkWeakly) {
   EXPECT_EQ(weak, 4);
 }
 
-TEST(Module, printsNeverMixWithALogOnStandardOutput) {
+TEST(ModulePrinting, NeverMixesWithALogOnStandardOutput) {
   const TemporaryFolder folder;
   testing_support::writeFile(folder.file("scenario.json"),
                              R"({"host": {"zoomWithScrollWheel": null},
@@ -53,7 +53,7 @@ TEST(Module, printsNeverMixWithALogOnStandardOutput) {
   EXPECT_EQ(printed, 1);
 }
 
-TEST(Module, goesToItsEndAlsoWithTheLogInAFile) {
+TEST(Module, LogsItsLastCallsToAFile) {
   const TemporaryFolder folder;
   testing_support::writeFile(folder.file("scenario.json"),
                              R"({"steps": [{"call": ["SP Interface", "Startup"]}]})");

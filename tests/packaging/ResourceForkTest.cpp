@@ -16,10 +16,10 @@ std::vector<Resource> sample() {
       {kText, 128, "first", "hello"}, {kOther, -5, "", std::string("\0\1", 2)}, {kText, 7, "", ""}};
 }
 
-TEST(ResourceFork, ReadsBackWhatItWrote) {
+TEST(ResourceFork, ReadsWhatItWrote) {
   const std::vector<Resource> read = readResourceFork(writeResourceFork(sample()));
   ASSERT_EQ(read.size(), 3u);
-  // Types come in ascending order, resources of one type in the order given.
+  // Types are in ascending order, resources of the same type in the given order.
   EXPECT_EQ(read[0].type, kText);
   EXPECT_EQ(read[0].id, 128);
   EXPECT_EQ(read[0].name, "first");
@@ -38,15 +38,15 @@ TEST(ResourceFork, HasTheHeaderOfThePlatformsFormat) {
   EXPECT_EQ(readBigEndian(bytes, 4, 4), 256u + dataSize);
   EXPECT_EQ(readBigEndian(bytes, 8, 4), dataSize);
   EXPECT_EQ(readBigEndian(bytes, 12, 4), bytes.size() - 256 - dataSize);
-  // The map begins with a copy of the header.
+  // The map starts with a copy of the header.
   EXPECT_EQ(bytes.substr(256 + dataSize, 16), bytes.substr(0, 16));
 }
 
-TEST(ResourceFork, SameResourcesGiveTheSameBytes) {
+TEST(ResourceFork, GivesTheSameBytesForTheSameResources) {
   EXPECT_EQ(writeResourceFork(sample()), writeResourceFork(sample()));
 }
 
-TEST(ResourceFork, AnEmptyFileHasNoResources) {
+TEST(ResourceFork, ReadsNoResourcesFromAnEmptyFile) {
   EXPECT_TRUE(readResourceFork(writeResourceFork({})).empty());
 }
 
@@ -59,14 +59,14 @@ TEST(ResourceFork, RefusesTwoResourcesOfOneTypeAndNumber) {
   EXPECT_NO_THROW(writeResourceFork({{kText, 1, "", ""}, {kOther, 1, "", ""}}));
 }
 
-TEST(ResourceFork, TruncatedFilesAreRefused) {
+TEST(ResourceFork, RefusesTruncatedFiles) {
   const std::string good = writeResourceFork(sample());
   for (std::size_t size = 0; size < good.size(); ++size) {
     EXPECT_THROW(readResourceFork(good.substr(0, size)), ResourceError) << size;
   }
 }
 
-TEST(ResourceFork, DamagedFilesAreReadOrRefused) {
+TEST(ResourceFork, ReadsOrRefusesDamagedFiles) {
   std::mt19937 random(1);
   int refused = 0;
   for (int i = 0; i < 5000; ++i) {

@@ -1,5 +1,5 @@
-// The lists of what the target's libraries export are allow-lists: exactly what the bundle uses,
-// each symbol with the library that has it.
+// The .tbd files are allow-lists: each contains exactly the symbols that the bundle uses from the
+// library.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 #!/bin/sh
-# reproducible.sh ROOT SCRATCH: packs the bundle from ROOT and from a copy of it at another place,
+# reproducible.sh ROOT SCRATCH: packs the bundle from ROOT and from a copy of it in another folder,
 # and compares the archives.
 set -eu
 

@@ -12,15 +12,15 @@
 
 namespace testing_support {
 
-/// Whether a sanitizer watches: everything takes many times as long then, and memory that is given
-/// back stays with the process for a while.
+/// Whether a sanitizer is active: the tests then run many times slower, and freed memory stays with
+/// the process for a while.
 #ifdef MRV_TESTS_SANITIZED
 inline constexpr bool kSanitized = true;
 #else
 inline constexpr bool kSanitized = false;
 #endif
 
-/// Whether the compiler optimises. Without it, and with coverage counted, long runs take several
+/// Whether the compiler optimises. Without optimisation, or with coverage, long runs take several
 /// times as long.
 #ifdef __OPTIMIZE__
 inline constexpr bool kOptimized = true;
@@ -28,7 +28,7 @@ inline constexpr bool kOptimized = true;
 inline constexpr bool kOptimized = false;
 #endif
 
-/// How many random inputs a function is compared over with its second implementation.
+/// The number of random inputs on which a function is compared with a second implementation.
 inline constexpr int kRandomInputs = kSanitized || !kOptimized ? 30'000 : 1'000'000;
 
 }  // namespace testing_support

@@ -1,4 +1,4 @@
-// Calls of the plug-in's entry point as the host makes them.
+// Calls of the plug-in's entry point, as the host makes them.
 #pragma once
 
 #include <SPMData.h>

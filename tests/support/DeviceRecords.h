@@ -1,4 +1,4 @@
-// Records as the device framework hands them over.
+// Records as the device framework passes them to its clients.
 #pragma once
 
 #include <MoravinClient/MoravinClient.h>
@@ -16,7 +16,7 @@ inline MoravinDeviceState deviceRecord(std::uint16_t client, std::uint16_t comma
   return state;
 }
 
-/// Values in the device's own order.
+/// `axes` are in the device's order: three translations, three rotations.
 inline MoravinDeviceState axesRecord(std::uint16_t client,
                                      const std::array<std::int16_t, 6>& axes) {
   MoravinDeviceState state = deviceRecord(client, kMoravinCommandAxes);

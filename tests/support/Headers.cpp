@@ -1,1 +1,1 @@
-// Carries the precompiled headers of the test programs.
+// Compiled only to build the precompiled headers of the test programs.

@@ -1,4 +1,4 @@
-// The navigator on a simulated machine, and the lines of the input that it synthesizes.
+// The navigator on a simulated machine, and the log lines of the input that it synthesizes.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -22,8 +22,9 @@ inline simulator::Json wheelLine(const std::vector<int>& wheels, unsigned flags,
           {"flags", flags}, {"location", {x, y}}, {"type", 22}, {"tap", 1}};
 }
 
-/// The main window's content lies at (100, 50), 800 by 600, the mouse at (500, 350), on a screen of
-/// 900 pixels' height: a tick at the mouse is one at (500, 550) from the top.
+/// The main window's content is 800 by 600 at (100, 50) and the mouse is at (500, 350), y growing
+/// upward, on a screen of height 900. A wheel tick at the mouse is logged at (500, 550), y growing
+/// downward.
 class NavigatorFixture : public testing::Test {
  protected:
   NavigatorFixture() {
@@ -33,7 +34,7 @@ class NavigatorFixture : public testing::Test {
   }
   ~NavigatorFixture() override { navigator->RemoveMouseDownHandler(); }
 
-  /// The lines of the input synthesized since the last call.
+  /// The key and wheel lines since the last call.
   std::vector<simulator::Json> input() {
     std::vector<simulator::Json> lines = machine.drain();
     std::erase_if(lines, [](const simulator::Json& line) {
@@ -42,7 +43,7 @@ class NavigatorFixture : public testing::Test {
     return lines;
   }
 
-  /// The wheel lines alone.
+  /// The wheel lines since the last call; drops the key lines.
   std::vector<simulator::Json> wheels() {
     std::vector<simulator::Json> lines = input();
     std::erase_if(lines, [](const simulator::Json& line) { return line["what"] != "wheel"; });

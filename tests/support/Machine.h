@@ -1,4 +1,4 @@
-// What most tests of the plug-in need of the simulated machine.
+// The simulated machine as most tests of the plug-in need it.
 #pragma once
 
 #include <SPMData.h>
@@ -21,24 +21,24 @@
 
 namespace testing_support {
 
-/// A machine whose log is kept, with a home folder of its own and the host's basic suite handed to
-/// the plug-in's code. At its end nothing may have been misused or leaked.
+/// Records the log, sets a temporary home folder and passes the host's basic suite to the plug-in's
+/// code. The destructor fails the test if anything was misused or leaked.
 class Machine {
  public:
   Machine();
   ~Machine();
 
-  /// The lines so far, and the lines of one kind.
+  /// All lines so far, or those whose `what` is given.
   const std::vector<simulator::Json>& lines() const { return lines_; }
   std::vector<simulator::Json> lines(const std::string& what) const;
 
   /// The lines since the last call.
   std::vector<simulator::Json> drain();
 
-  /// Lets misuses pass that a test makes on purpose.
+  /// Sets how many misuses the test causes; a different number fails it.
   void expectMisuses(int count) { expectedMisuses_ = count; }
 
-  /// The folder in which the host keeps its settings folders.
+  /// The preferences folder, which contains the host's settings folders.
   std::filesystem::path preferences() const;
 
  private:
@@ -48,20 +48,20 @@ class Machine {
   int expectedMisuses_ = 0;
 };
 
-/// The event types of a "handler" line: class and kind of each.
+/// The `types` of a "handler" line, from pairs of class and kind.
 simulator::Json eventTypes(const std::vector<std::pair<std::string, int>>& types);
 
-/// What one run of an anomaly loop came to.
+/// The outcome of one run of `failEachHostCall`.
 struct Outcome {
   int result = 0;
   bool threw = false;
   std::uint32_t thrown = 0;
-  std::string failed = {};  ///< the host's procedure that was made to fail, "Suite.Member"
+  std::string failed = {};  ///< the procedure that was made to fail, "Suite.Member"
 };
 
-/// Runs `call` again and again, with the first host call made to fail with `error`, then the
-/// second, and so on, until a run meets no failure. `check` is told each failing outcome; the last
-/// run must succeed. Nothing may leak at any point. Returns how many calls were made to fail.
+/// Runs `call` repeatedly. In run `n`, counted from 0, the host call with index `n` fails with
+/// `error`; `check` gets `n` and the outcome. The first run that makes no such call must succeed
+/// and is the last. No run may leak. Returns the number of runs in which a call failed.
 int failEachHostCall(std::int32_t error, const std::function<Outcome()>& call,
                      const std::function<void(int n, const Outcome&)>& check);
 

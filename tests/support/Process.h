@@ -1,4 +1,4 @@
-// Runs programs of the project as a user does.
+// Runs programs of the project as separate processes.
 #pragma once
 
 #include <string>
@@ -7,18 +7,19 @@
 namespace testing_support {
 
 struct Finished {
-  int status = -1;  ///< the exit status; -1 where a signal ended it
+  int status = -1;  ///< the exit status; -1 if a signal ended the process
   std::string output;
   std::string errors;
 };
 
-/// Runs a program with these arguments, without a shell and with an empty standard input.
+/// Runs `command`, a program and its arguments, without a shell and with empty standard input.
+/// Throws std::system_error if it cannot be started.
 Finished run(const std::vector<std::string>& command);
 
 std::string readFile(const std::string& file);
 void writeFile(const std::string& file, const std::string& text);
 
-/// A folder of its own for a test, removed at the end.
+/// A new temporary folder; the destructor removes it.
 class TemporaryFolder {
  public:
   TemporaryFolder();

@@ -1,5 +1,5 @@
-# Checks the layouts against an SDK that is a copy of the headers, spread over folders as SDKs are: as
-# they are (EXPECTED: same), or with two procedures of the control suite changed round (moved).
+# Runs the layout check against an SDK that is a copy of the headers, placed in several folders as in
+# a real SDK: unchanged (EXPECTED: same), or with two procedures of the control suite swapped (moved).
 file(REMOVE_RECURSE "${FOLDER}")
 file(GLOB manager "${ROOT}/platform/host/SP*.h")
 file(GLOB application "${ROOT}/platform/host/[!S]*.h")

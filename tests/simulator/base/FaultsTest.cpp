@@ -3,9 +3,9 @@
 namespace simulator {
 namespace {
 
-using HostFaultsTest = HostTest;
+using FaultsInHostCalls = HostTest;
 
-TEST_F(HostFaultsTest, TheNthCallFailsAndWritesNothing) {
+TEST_F(FaultsInHostCalls, FailTheNthCallBeforeItWritesAnything) {
   theFaults().add(
       {.procedure = "ActionDescriptor.GetInteger", .error = -7, .after = 1, .times = 1});
   PIActionDescriptor descriptor = descriptorOf(R"([{"key": "KeyA", "type": "long", "value": 3}])");
@@ -18,13 +18,13 @@ TEST_F(HostFaultsTest, TheNthCallFailsAndWritesNothing) {
   EXPECT_EQ(descriptors_->GetInteger(descriptor, fourCharCode("KeyA"), &value), 0);
 }
 
-TEST_F(HostFaultsTest, AnOrderedErrorWinsOverTheHostsOwn) {
+TEST_F(FaultsInHostCalls, TakePrecedenceOverTheHostsOwnError) {
   theFaults().add({.procedure = "ActionDescriptor.GetInteger", .error = -7});
   int32 value = 0;
   EXPECT_EQ(descriptors_->GetInteger(descriptorOf("[]"), kKeyTool, &value), -7);
 }
 
-TEST_F(HostFaultsTest, AFreeThatFailsTakesTheObjectBackAllTheSame) {
+TEST_F(FaultsInHostCalls, DoNotKeepFreeFromReleasingTheObject) {
   theFaults().add({.procedure = "ActionDescriptor.Free", .error = -7});
   PIActionDescriptor descriptor = nullptr;
   descriptors_->Make(&descriptor);
@@ -32,7 +32,7 @@ TEST_F(HostFaultsTest, AFreeThatFailsTakesTheObjectBackAllTheSame) {
   EXPECT_EQ(theHost().objectsOwned(), 0u);
 }
 
-TEST_F(HostFaultsTest, ASuiteCanBeRefused) {
+TEST_F(FaultsInHostCalls, CanRefuseASuite) {
   theFaults().add({.procedure = "Basic.AcquireSuite", .error = 42});
   const void* table = this;
   const int held = theHost().suitesHeld();
@@ -42,7 +42,7 @@ TEST_F(HostFaultsTest, ASuiteCanBeRefused) {
   EXPECT_EQ(lines_.back()["result"], 42);
 }
 
-TEST_F(HostFaultsTest, AMakeThatFailsMakesNothing) {
+TEST_F(FaultsInHostCalls, KeepMakeFromMakingAnObject) {
   theFaults().add({.procedure = "*", .error = -7});
   PIActionReference reference = nullptr;
   EXPECT_EQ(references_->Make(&reference), -7);
@@ -50,7 +50,7 @@ TEST_F(HostFaultsTest, AMakeThatFailsMakesNothing) {
   EXPECT_EQ(theHost().objectsOwned(), 0u);
 }
 
-TEST_F(HostFaultsTest, APlayThatFailsChangesNothing) {
+TEST_F(FaultsInHostCalls, KeepPlayFromChangingTheHost) {
   theFaults().add({.procedure = "ActionControl.Play", .error = -7});
   PIActionDescriptor result = nullptr;
   PIActionDescriptor parameters = descriptorOf(

@@ -6,7 +6,7 @@
 namespace simulator {
 namespace {
 
-TEST(HostText, ConvertsBetweenTheEncodings) {
+TEST(Text, ConvertsBetweenUtf8AndUtf16) {
   for (const char* text : {"", "abc", "\u00E4\u07FF", "\u0800\uFFFD", "\U00010000\U0010FFFF"}) {
     EXPECT_EQ(utf8From(utf16From(text)), text);
     EXPECT_TRUE(isUtf8(text));
@@ -14,23 +14,23 @@ TEST(HostText, ConvertsBetweenTheEncodings) {
   }
 }
 
-TEST(HostText, ReplacesWhatIsNotWellFormed) {
+TEST(Text, ReplacesBytesThatAreNotWellFormed) {
   EXPECT_EQ(wellFormed("a\xFFz"), "a\uFFFDz");
-  EXPECT_EQ(wellFormed("a\xC3"), "a\uFFFD");              // cut short
-  EXPECT_EQ(wellFormed("\xC0\x80"), "\uFFFD\uFFFD");      // too long a form
-  EXPECT_EQ(wellFormed("\xE0\x80\x80").size(), 9u);       // too long a form
+  EXPECT_EQ(wellFormed("a\xC3"), "a\uFFFD");              // truncated
+  EXPECT_EQ(wellFormed("\xC0\x80"), "\uFFFD\uFFFD");      // overlong form
+  EXPECT_EQ(wellFormed("\xE0\x80\x80").size(), 9u);       // overlong form
   EXPECT_EQ(wellFormed("\xED\xA0\x80").size(), 9u);       // a surrogate
-  EXPECT_EQ(wellFormed("\xF4\x90\x80\x80").size(), 12u);  // beyond the last character
+  EXPECT_EQ(wellFormed("\xF4\x90\x80\x80").size(), 12u);  // beyond U+10FFFF
   EXPECT_EQ(wellFormed("\xF5").size(), 3u);
   EXPECT_FALSE(isUtf8("\x80"));
 }
 
-TEST(HostText, ReplacesLoneSurrogates) {
+TEST(Text, ReplacesLoneSurrogates) {
   const char16_t units[] = {0xD800, u'a', 0xDC00, 0};
   EXPECT_EQ(utf8From(units), "\uFFFDa\uFFFD");
 }
 
-TEST(Base64, WritesItsPadding) {
+TEST(Base64, WritesPadding) {
   EXPECT_EQ(base64(""), "");
   EXPECT_EQ(base64("f"), "Zg==");
   EXPECT_EQ(base64("fo"), "Zm8=");
@@ -38,7 +38,7 @@ TEST(Base64, WritesItsPadding) {
   EXPECT_EQ(base64("\xFF\xFE\xFD"), "//79");
 }
 
-TEST(Base64, ReadsWhatItWrites) {
+TEST(Base64, ReadsWhatItWrote) {
   std::string bytes;
   for (int i = 0; i < 256; ++i) {
     EXPECT_EQ(fromBase64(base64(bytes)), bytes);
@@ -46,7 +46,7 @@ TEST(Base64, ReadsWhatItWrites) {
   }
 }
 
-TEST(Base64, RefusesWhatIsNone) {
+TEST(Base64, RefusesTextThatIsNotBase64) {
   for (const char* text : {"Z", "Zg=", "Zg", "Z===", "====", "Zg=a", "Z g=", "Zm8-"}) {
     EXPECT_EQ(fromBase64(text), std::nullopt) << text;
   }
