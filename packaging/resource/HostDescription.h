@@ -40,8 +40,8 @@ struct HostProperty {
 /// ResourceError, whose text names the wrong line, if the description is invalid.
 Resource parseHostDescription(const std::string& text);
 
-/// Reads the properties of such a resource. Throws ResourceError if its type, version or data are
-/// wrong.
+/// Reads the properties in a resource of type kHostResourceType. Throws ResourceError if its type,
+/// version or data are wrong.
 std::vector<HostProperty> readHostProperties(const Resource& resource);
 
 /// The first property with the vendor kHostVendor and this key, an element of `properties`; null if

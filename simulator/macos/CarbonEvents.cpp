@@ -7,7 +7,6 @@ using simulator::theEventManager;
 
 OSStatus CreateEvent(CFAllocatorRef, OSType inClassID, UInt32 inKind, EventTime inWhen,
                      EventAttributes, EventRef* outEvent) {
-  constexpr OSStatus memFullErr = -108;
   const EventRef event = theEventManager().create(inClassID, inKind, inWhen);
   if (event == nullptr) return memFullErr;
   *outEvent = event;

@@ -1,5 +1,6 @@
-# Runs the layout check against an SDK that is a copy of the headers, placed in several folders as in
-# a real SDK: unchanged (EXPECTED: same), or with two procedures of the control suite swapped (moved).
+# Runs the layout check against an SDK that is a copy of the headers, in several folders like a real
+# SDK. EXPECTED is "same" for an unchanged copy, "moved" for one in which two procedures of the
+# control suite are swapped.
 file(REMOVE_RECURSE "${FOLDER}")
 file(GLOB manager "${ROOT}/platform/host/SP*.h")
 file(GLOB application "${ROOT}/platform/host/[!S]*.h")
