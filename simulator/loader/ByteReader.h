@@ -1,4 +1,4 @@
-// Reading untrusted bytes: everything is checked against the end before it is touched.
+// Reads untrusted bytes: every access is checked against the end first.
 #pragma once
 
 #include <cstddef>
@@ -12,7 +12,8 @@
 
 namespace simulator {
 
-/// What is wrong with a file, or what it asks for that is not there; the text names it.
+/// Thrown if a file is damaged, uses a feature that the loader does not support, or needs something
+/// that is missing. The text names it.
 class LoadError : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
@@ -20,11 +21,12 @@ class LoadError : public std::runtime_error {
 
 using Bytes = std::span<const std::byte>;
 
-/// A position in a run of bytes. Every reading member moves it and throws a LoadError that says
-/// what was being read where the bytes end too early. Little-endian, as the files are.
+/// A cursor over bytes. Every reading member advances it, and throws a LoadError that names the
+/// bytes if they end too early. Numbers are little-endian.
 class ByteReader {
  public:
-  /// `what` names the bytes in errors; it must outlive the reader.
+  /// `what` names the bytes in errors; `position` may lie past the end, but reading there fails.
+  /// REQUIRES: `bytes` and `what` outlive the reader.
   ByteReader(Bytes bytes, std::string_view what, std::size_t position = 0)
       : bytes_(bytes), what_(what), position_(position) {}
 
@@ -33,7 +35,7 @@ class ByteReader {
   void seek(std::size_t position) { position_ = position; }
   void skip(std::size_t size) { take(size); }
 
-  /// The next `sizeof(T)` bytes as a plain value or record.
+  /// Reads the next `sizeof(T)` bytes as a trivially copyable value.
   template <class T>
   T read() {
     static_assert(std::is_trivially_copyable_v<T>);
@@ -42,14 +44,14 @@ class ByteReader {
     return value;
   }
 
-  /// Numbers of seven bits a byte, least significant first; refused beyond 64 bits.
+  /// LEB128 numbers: seven bits a byte, least significant first. A LoadError beyond 64 bits.
   std::uint64_t readUleb();
   std::int64_t readSleb();
 
-  /// Text up to a zero byte, which is passed over.
+  /// The text up to the next zero byte; the cursor moves past that byte.
   std::string_view readText();
 
-  /// The next `size` bytes themselves.
+  /// The next `size` bytes, not copied.
   Bytes take(std::size_t size);
 
  private:
@@ -60,7 +62,7 @@ class ByteReader {
   std::size_t position_;
 };
 
-/// The part of `bytes` that starts at `offset`; refused where it does not lie inside.
+/// `size` bytes of `bytes` from `offset`; a LoadError that names `what` if they lie outside.
 Bytes slice(Bytes bytes, std::uint64_t offset, std::uint64_t size, std::string_view what);
 
 }  // namespace simulator

@@ -21,7 +21,7 @@ struct OwnSymbol {
   void* address;
 };
 
-// Same name, same arguments, same results on both systems.
+// Functions with the same name, arguments and results on both systems.
 constexpr std::string_view kSystemSymbols[] = {
     "___cxa_atexit", "__Unwind_Resume", "_abort",     "_acos",    "_asin",
     "_atan",         "_atan2",          "_calloc",    "_cos",     "_exp",
@@ -37,8 +37,8 @@ constexpr std::string_view kSystemSymbols[] = {
     "_tan",          "_vfprintf",       "_vsnprintf",
 };
 
-// The common C++ ABI of both run times, and the few library classes whose members are all out of
-// line, so that their layout is their library's own matter.
+// The C++ ABI that both run times share, and the few library classes whose members are all out of
+// line: the plug-in's code does not depend on their layout.
 constexpr std::string_view kCxxSymbols[] = {
     "___cxa_allocate_exception",
     "___cxa_begin_catch",
@@ -88,7 +88,7 @@ constexpr std::string_view kCxxSymbols[] = {
     "__ZSt7nothrow",
 };
 
-// Helpers that the compiler calls there and that this system does not have.
+// Helpers that the target's compiler calls and this system's libraries lack.
 
 void zeroBytes(void* block, std::size_t size) { std::memset(block, 0, size); }
 
@@ -105,7 +105,7 @@ SineAndCosine sineAndCosine(double angle) { return {std::sin(angle), std::cos(an
   std::abort();
 }
 
-// Every lazy symbol is bound at load time, so nothing ever comes here.
+// Never called: every lazy symbol is bound at load time.
 [[noreturn]] void bindLazily() {
   std::fputs("the plug-in called the lazy binder\n", stderr);
   std::abort();
@@ -113,7 +113,7 @@ SineAndCosine sineAndCosine(double angle) { return {std::sin(angle), std::cos(an
 
 std::uintptr_t stackGuard = 0x00AFF0DE5A5A0DFF;
 
-// The other run time makes this object out of line.
+// libc++ exports this constructor; it is inline in this system's library.
 void constructBadArrayNewLength(void* object) { new (object) std::bad_array_new_length; }
 
 template <class Function>

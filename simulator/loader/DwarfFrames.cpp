@@ -12,7 +12,7 @@ constexpr std::string_view kWhat = "__eh_frame";
 constexpr std::uint32_t kLongEntry = 0xFFFFFFFF;
 constexpr std::uint64_t kReturnAddressColumn = 16;
 
-// How a pointer is written (DW_EH_PE_…).
+// Pointer encodings (DW_EH_PE_…).
 enum PointerEncoding : std::uint8_t {
   kAbsolute = 0x00,
   kSigned4 = 0x0B,
@@ -47,7 +47,7 @@ class FrameReader {
   }
 
  private:
-  // A reader behind the entry's length; `end` is where the entry ends.
+  // Returns a reader positioned after the entry's length field; sets `end` to the entry's end.
   ByteReader entryAt(std::uint64_t offset, std::size_t& end) const {
     ByteReader reader(section_, kWhat, offset);
     const auto length = reader.read<std::uint32_t>();
@@ -100,7 +100,7 @@ class FrameReader {
     return common;
   }
 
-  // The platform names it through a pointer that is bound at load time.
+  // The platform refers to the personality through a pointer that is bound at load time.
   void readPersonality(ByteReader& reader) {
     const auto encoding = reader.read<std::uint8_t>();
     if ((encoding & kIndirect) == 0) refuse("personality encoding", fmt::format("{:#x}", encoding));

@@ -1,4 +1,4 @@
-// Entries of a Mach-O file's own `__eh_frame` section: DWARF call-frame information for the few
+// Entries of a Mach-O file's `__eh_frame` section: DWARF call-frame information for the few
 // functions that the compact encodings cannot express.
 #pragma once
 
@@ -8,21 +8,22 @@
 
 namespace simulator {
 
-/// One function's entry together with the common entry that it refers to; pointers decoded to
-/// absolute addresses.
+/// One function's entry (FDE) together with the common entry (CIE) that it refers to. Pointers are
+/// decoded to absolute addresses.
 struct DwarfFrame {
   std::uint64_t start = 0;
   std::uint64_t size = 0;
-  std::uint64_t personality = 0;  ///< address of the pointer to it; 0: none
-  std::uint64_t lsda = 0;         ///< 0: none
+  std::uint64_t personality = 0;  ///< address of the pointer to the routine; 0: none
+  std::uint64_t lsda = 0;         ///< address of the language-specific data; 0: none
   std::int64_t codeAlignment = 1;
   std::int64_t dataAlignment = 1;
   Bytes commonInstructions;
   Bytes instructions;
 };
 
-/// The entry at `offset` of the section, which lies in memory at `address`. A LoadError for a
-/// damaged entry and for forms that are not in use on the platform.
+/// Reads the entry at `offset` of the section, which lies in memory at `address`. The result refers
+/// to bytes of `section`. A LoadError for a damaged entry and for forms that the platform does not
+/// use.
 DwarfFrame readDwarfFrame(Bytes section, std::uint64_t offset, std::uint64_t address);
 
 }  // namespace simulator

@@ -47,7 +47,7 @@ void requirePointerType(int type) {
   if (type != kPointerType) throw LoadError(fmt::format("fixup type {} is not supported", type));
 }
 
-// The place that moves along a stream. Offsets wrap at 64 bits: streams step back that way.
+// The current place of a stream. Offsets wrap at 64 bits, which is how a stream steps back.
 class Cursor {
  public:
   void set(std::size_t segment, std::uint64_t offset) { place_ = {segment, offset}, set_ = true; }
@@ -75,7 +75,7 @@ class RebaseStream {
   }
 
  private:
-  // False at the stream's end.
+  // Returns false at the end of the stream.
   bool step(std::uint8_t byte) {
     const std::uint8_t immediate = byte & kImmediateMask;
     switch (byte & kOpcodeMask) {
@@ -147,7 +147,7 @@ class BindStream {
   bool step(std::uint8_t byte) {
     const std::uint8_t immediate = byte & kImmediateMask;
     switch (byte & kOpcodeMask) {
-      // Each symbol of a lazy stream ends with it, so that it can be bound alone.
+      // In a lazy stream this opcode ends one symbol, which can be bound alone; others may follow.
       case kBindDone:
         return kind_ == BindKind::kLazy;
       case kBindSetOrdinal:
@@ -198,7 +198,7 @@ class BindStream {
     current_.ordinal = static_cast<std::int64_t>(ordinal);
   }
 
-  // Four bits, sign-extended.
+  // The four bits are sign-extended.
   void setSpecialOrdinal(std::uint8_t immediate) {
     current_.ordinal = immediate == 0 ? 0 : static_cast<std::int8_t>(kOpcodeMask | immediate);
   }

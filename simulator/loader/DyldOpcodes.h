@@ -1,5 +1,5 @@
-// The dynamic linker's opcode streams: which words of an image to move with it, and which to fill
-// with the addresses of symbols. Published in <mach-o/loader.h> (REBASE_OPCODE_…, BIND_OPCODE_…).
+// The dynamic linker's opcode streams: which words of an image to rebase and which to bind to
+// symbols. Published in <mach-o/loader.h> (REBASE_OPCODE_…, BIND_OPCODE_…).
 #pragma once
 
 #include <cstdint>
@@ -10,14 +10,14 @@
 
 namespace simulator {
 
-/// One word: an offset into a segment. The offset is as the stream gave it; whoever writes to it
-/// checks it against the segment.
+/// The place of one word: a segment's index and an offset into the segment, as the stream gives
+/// them. Check both against the image before writing there.
 struct FixupPlace {
   std::size_t segment = 0;
   std::uint64_t offset = 0;
 };
 
-/// Ordinals that stand for no library.
+/// Special values of `Bind::ordinal`.
 enum : std::int64_t {
   kOrdinalSelf = 0,
   kOrdinalMainExecutable = -1,
@@ -25,22 +25,23 @@ enum : std::int64_t {
   kOrdinalWeakLookup = -3
 };
 
-/// One word that takes the address of a symbol plus `addend`.
+/// A word to fill with a symbol's address plus `addend`.
 struct Bind {
   FixupPlace place;
   std::string symbol;
-  std::int64_t ordinal = 0;  ///< of the library, from 1; or one of the above
+  std::int64_t ordinal = 0;  ///< 1-based index of the library, or a special value
   std::int64_t addend = 0;
-  bool weakImport = false;        ///< null where it is missing
-  bool strongDefinition = false;  ///< of weak binds: only says that the image defines it; no place
+  bool weakImport = false;        ///< null if the symbol is missing
+  bool strongDefinition = false;  ///< weak binds: the image defines the symbol; no `place`
 };
 
-/// The words of a rebase stream, at most `limit` of them. A LoadError names what is not understood.
+/// Reads the words of a rebase stream. A LoadError for an unknown opcode, a damaged stream, or more
+/// than `limit` words.
 std::vector<FixupPlace> readRebases(Bytes opcodes, std::size_t limit);
 
 enum class BindKind { kRegular, kWeak, kLazy };
 
-/// The words of a bind stream, at most `limit` of them.
+/// Reads the words of a bind stream. Errors as for `readRebases`.
 std::vector<Bind> readBinds(Bytes opcodes, BindKind kind, std::size_t limit);
 
 }  // namespace simulator

@@ -7,7 +7,7 @@
 #include "simulator/loader/DwarfFrames.h"
 #include "simulator/loader/UnwindInfo.h"
 
-// Published by the unwinder's library; it takes a whole table at once.
+// Published by the unwinder's library; `table` is a whole table, ended by an empty entry.
 extern "C" void __register_frame(void* table);
 extern "C" void __deregister_frame(void* table);
 
@@ -27,7 +27,7 @@ enum CallFrameInstruction : std::uint8_t {
   kOffset = 0x80,  // with the register in the low six bits
 };
 
-// What a common entry is shared by: the personality and how its instructions are to be read.
+// Functions that agree in these fields share one common entry.
 struct CommonKey {
   std::uint64_t personality = 0;
   std::int64_t codeAlignment = 1;
@@ -70,7 +70,7 @@ class ByteWriter {
 
 class EhFrameWriter {
  public:
-  // One function: `lsda` is null or the address of the language's data.
+  // Adds one function; `lsda` is the address of its language-specific data or 0.
   void add(const CommonKey& common, std::uint64_t start, std::uint64_t size, std::uint64_t lsda,
            Bytes instructions) {
     const std::size_t commonOffset = commonEntry(common);
@@ -96,8 +96,8 @@ class EhFrameWriter {
     return known->second;
   }
 
-  // The augmentation says that a personality, the language's data and the functions' addresses
-  // follow; each in the plain absolute form, which is encoding 0.
+  // The augmentation announces a personality (P) and the encodings of the language-specific data
+  // (L) and of function addresses (R). Encoding 0 is the plain absolute form.
   void writeCommonEntry(const CommonKey& key) {
     constexpr char kAugmentation[] = "zPLR";
     const std::size_t begin = beginEntry();
@@ -141,7 +141,7 @@ void saveRegister(ByteWriter& out, const SavedRegister& saved) {
   out.writeUleb(saved.below / kWord);
 }
 
-// On entry of a function only the return address is on the stack.
+// On entry to a function only the return address is on the stack.
 std::vector<std::byte> entryInstructions() {
   ByteWriter out;
   defineFrameAddress(out, kRsp, kWord);
@@ -193,7 +193,7 @@ class Converter {
     return ByteReader(immediate, "a stack size").read<std::uint32_t>() + frame.stackAdjust;
   }
 
-  // A function that the encodings cannot express has an entry of its own in the file.
+  // Copies the file's DWARF entry of a function that the compact encodings cannot express.
   void copyDwarf(std::uint32_t offset) {
     const Section* const section = file_.findSection("__TEXT", "__eh_frame");
     if (section == nullptr) throw LoadError("the file has no __eh_frame section");

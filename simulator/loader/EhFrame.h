@@ -1,5 +1,5 @@
-// The unwinder of this system reads DWARF call-frame tables. This makes one that says of a loaded
-// image what the image's own tables say, so that exceptions pass through its functions.
+// Converts a loaded image's unwind tables to the DWARF call-frame table that this system's unwinder
+// reads, which lets exceptions pass through the image's functions.
 #pragma once
 
 #include <cstddef>
@@ -10,12 +10,13 @@
 
 namespace simulator {
 
-/// A table in the form of an `.eh_frame` section, ended by an empty entry, all pointers absolute.
-/// Empty where the image has no unwind table. REQUIRES: the image's fixups are applied (the
-/// personality routines are read from its memory). A LoadError for what cannot be expressed.
+/// Makes the table in the form of an `.eh_frame` section: ended by an empty entry, all pointers
+/// absolute. Empty if the image has no unwind table. A LoadError if the image's tables are damaged
+/// or cannot be converted.
+/// REQUIRES: the image's fixups are applied (the personality routines are read from its memory).
 std::vector<std::byte> makeEhFrame(const MachFile& file, const ImageMemory& memory);
 
-/// Keeps a table known to the unwinder. [any-thread]
+/// Registers a table, if it is not empty, with the unwinder for its own lifetime. [any-thread]
 class EhFrameRegistration {
  public:
   explicit EhFrameRegistration(std::vector<std::byte> table);

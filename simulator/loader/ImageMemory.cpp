@@ -5,8 +5,8 @@
 
 #include <cstring>
 
-// Provided by the leak checker where one is built in: memory that it does not know of could hold
-// the only pointer to something.
+// Provided by the leak checker if one is built in. It must search the image's memory, which may
+// hold the only pointer to a block.
 extern "C" void __lsan_register_root_region(const void* begin, std::size_t size)
     __attribute__((weak));
 extern "C" void __lsan_unregister_root_region(const void* begin, std::size_t size)
@@ -52,7 +52,7 @@ void ImageMemory::rebase(const FixupPlace& place) {
   std::byte* const target = word(place);
   std::uint64_t value;
   std::memcpy(&value, target, sizeof value);
-  // One past the end is a pointer that code may hold.
+  // Code may hold a pointer to one past the end.
   if (value > size_)
     throw LoadError(fmt::format("a rebased pointer ({:#x}) leaves the image", value));
   value += reinterpret_cast<std::uintptr_t>(base_);

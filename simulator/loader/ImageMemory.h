@@ -9,11 +9,12 @@
 
 namespace simulator {
 
-/// Address space for one image, with its segments' contents in place. Until `protect` all of it is
-/// writable and nothing of it can be run. Unmapped when it ends.
+/// The address space of one image with its segments' contents in place. Until `protect` is called,
+/// all of it is writable and none of it executable. The destructor unmaps it.
 class ImageMemory {
  public:
-  /// Reserves the space and copies the segments in. A LoadError where there is no space.
+  /// Reserves the space and copies the segments in. A LoadError if the system has no memory.
+  /// REQUIRES: `file` outlives the object.
   explicit ImageMemory(const MachFile& file);
   ~ImageMemory();
   ImageMemory(const ImageMemory&) = delete;
@@ -22,19 +23,20 @@ class ImageMemory {
   std::byte* base() const { return base_; }
   std::size_t size() const { return size_; }
 
-  /// The image's bytes, `size` of them from `offset`; a LoadError where they do not lie inside.
+  /// `size` bytes of the image from `offset`; a LoadError that names `what` if they lie outside.
   Bytes at(std::uint64_t offset, std::size_t size, std::string_view what) const;
 
-  /// Whether code can be run at the offset once the image is protected.
+  /// Whether the offset is executable once the image is protected.
   bool isExecutable(std::uint64_t offset) const;
 
-  /// Adds the image's base to the word, which holds an address for an image at 0. The result has
-  /// to lie inside the image.
+  /// Adds the image's base to the word, which holds an address relative to the image's start.
+  /// A LoadError if that address or the word lies outside, or if the word is not writable.
   void rebase(const FixupPlace& place);
 
+  /// Stores a word; a LoadError if it lies outside or is not writable.
   void writePointer(const FixupPlace& place, std::uint64_t value);
 
-  /// Gives each segment the protection that the file asks for.
+  /// Sets each segment's protection as the file asks. A LoadError if the system refuses.
   void protect();
 
  private:

@@ -19,7 +19,7 @@ ImportBinder::ImportBinder(const MachFile& file, ImageMemory& memory,
 void ImportBinder::bindAll(const std::vector<Bind>& binds) {
   for (const Bind& bind : binds) {
     const std::uint64_t address = resolve(bind);
-    // A missing weak import is null whatever is added to its address.
+    // A missing weak import is null even if it has an addend.
     memory_.writePointer(bind.place,
                          address == 0 ? 0 : address + static_cast<std::uint64_t>(bind.addend));
   }

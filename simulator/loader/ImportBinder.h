@@ -1,4 +1,4 @@
-// Fills an image's import words with the addresses that its libraries have for them.
+// Fills an image's import words with the addresses of the symbols that they name.
 #pragma once
 
 #include <map>
@@ -15,18 +15,18 @@ namespace simulator {
 
 class ImportBinder {
  public:
-  /// Refuses a library that is missing, unless its load command is a weak one. Everything is kept
-  /// by reference for the binder's life. `name` is the file's, for errors.
+  /// A LoadError if a library is missing and its load command is not weak. `name` is the file's
+  /// name, for errors. REQUIRES: all arguments outlive the binder.
   ImportBinder(const MachFile& file, ImageMemory& memory,
                const std::map<std::string, std::uint64_t>& exports,
                const SystemLibraries& libraries, const std::string& name);
 
-  /// Binds each word to the library that it names. A symbol that is missing is refused, except
-  /// where it is a weak import or its library is absent: then it is null.
+  /// Binds each word to its symbol in the library that it names. If the symbol is missing, the word
+  /// becomes null if it is a weak import or its library is absent; otherwise a LoadError.
   void bindAll(const std::vector<Bind>& binds);
 
-  /// Binds words that take the process's one definition of a symbol: the first library's that has
-  /// it, else the image's own. Where there is neither, the word stays as it is.
+  /// Binds each word to the process-wide definition of its symbol: that of the first library that
+  /// has one, else the image's own. If there is neither, the word stays unchanged.
   void bindWeak(const std::vector<Bind>& binds);
 
  private:

@@ -13,7 +13,7 @@ namespace simulator {
 namespace {
 
 constexpr std::uint64_t kPage = 0x1000;
-// Far above any plug-in, and far below what would make a damaged size harmful.
+// Larger than any plug-in, yet small enough that a damaged size does no harm.
 constexpr std::uint64_t kLargestImage = 256u << 20;
 
 template <std::size_t size>
@@ -25,7 +25,7 @@ std::string versionText(std::uint32_t version) {
   return fmt::format("{}.{}", version >> 16, (version >> 8) & 0xFF);
 }
 
-// Load commands that this loader knows by name only, for the error that refuses them.
+// The name of a load command that the loader refuses, for the error.
 std::string commandName(std::uint32_t command) {
   static constexpr std::pair<std::uint32_t, std::string_view> kNames[] = {
       {0x4, "LC_THREAD"},
@@ -52,8 +52,8 @@ bool isKnownSectionType(std::uint32_t type) {
   return type <= mach::kCoalesced || type == mach::k16ByteLiterals;
 }
 
-// The message-passing runtime registers classes and selectors of an image from these; a plug-in
-// that reaches AppKit by functions alone has at most the mark that says so.
+// The Objective-C runtime registers an image's classes and selectors from these sections. A plug-in
+// that calls AppKit through C functions only has at most `__objc_imageinfo`.
 bool needsObjectiveCRuntime(const Section& section) {
   return section.name.starts_with("__objc_") && section.name != "__objc_imageinfo";
 }
@@ -139,7 +139,7 @@ void MachFile::readCommand(Bytes command) {
       minimumSystem_ = versionText(
           ByteReader(command, "LC_BUILD_VERSION").read<mach::BuildVersionCommand>().minimumSystem);
       return;
-    // Known, and of no consequence for loading.
+    // Known, and irrelevant to loading.
     case mach::kSymtab:
     case mach::kDysymtab:
     case mach::kIdDylib:

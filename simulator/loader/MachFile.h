@@ -1,4 +1,4 @@
-// A Mach-O file taken apart and checked: what is where, before anything of it is mapped or run.
+// Parses and checks a Mach-O file before any part of it is mapped or run.
 #pragma once
 
 #include <cstdint>
@@ -11,18 +11,18 @@
 
 namespace simulator {
 
-/// One segment. Its pages lie at `address` beyond the place where the image goes.
+/// One segment; `address` counts from the image's start.
 struct Segment {
   std::string name;
   std::uint64_t address = 0;
   std::uint64_t size = 0;
   std::uint64_t fileOffset = 0;
   std::uint64_t fileSize = 0;
-  int protection = 0;  ///< PROT_… bits; they are the same on both systems
+  int protection = 0;  ///< PROT_… bits, which are the same on both systems
   bool readOnlyAfterFixups = false;
 };
 
-/// One section of a segment; it lies inside of it.
+/// One section, which lies inside its segment; `address` counts from the image's start.
 struct Section {
   std::string segment;
   std::string name;
@@ -32,20 +32,19 @@ struct Section {
   std::uint32_t type = 0;
 };
 
-/// One load command that asks for a library.
+/// A library that a load command asks for.
 struct Library {
   std::string name;
-  bool weak = false;  ///< may be absent: its symbols are then null
+  bool weak = false;  ///< may be absent; its symbols are then null
 };
 
-/// A thin 64-bit Intel bundle or library. Parsing refuses, by name, whatever the loader does not
-/// know: a LoadError says what. [any-thread]
+/// A thin 64-bit Intel bundle or library. [any-thread]
 class MachFile {
  public:
-  /// REQUIRES: nothing of the bytes; they may be anything.
+  /// Parses `bytes`, which may hold anything. A LoadError names what is damaged or not supported.
   explicit MachFile(std::vector<std::byte> bytes);
 
-  /// Reads the file first; a LoadError where it cannot be read.
+  /// Reads and parses a file. A LoadError also if it cannot be read.
   static MachFile open(const std::filesystem::path& path);
 
   const std::vector<Segment>& segments() const { return segments_; }
@@ -54,10 +53,10 @@ class MachFile {
   /// In the order of their load commands: ordinal 1 is the first.
   const std::vector<Library>& libraries() const { return libraries_; }
 
-  /// The section, null where the file has none of that name.
+  /// The section of that name; null if the file has none.
   const Section* findSection(std::string_view segment, std::string_view name) const;
 
-  /// From the first segment's first byte to the last one's end, whole pages.
+  /// Bytes from the image's start to the end of the last segment, in whole pages.
   std::uint64_t imageSize() const { return imageSize_; }
 
   Bytes rebaseOpcodes() const { return linkData(dyldInfo_.rebase, "rebase opcodes"); }
@@ -66,13 +65,14 @@ class MachFile {
   Bytes lazyBindOpcodes() const { return linkData(dyldInfo_.lazyBind, "lazy bind opcodes"); }
   Bytes exportTrie() const { return linkData(dyldInfo_.exports, "export trie"); }
 
-  /// What the segment has in the file; the rest of its size is zero.
+  /// The segment's bytes in the file; the rest of its size is zero.
   Bytes contents(const Segment& segment) const;
+  /// The section's bytes in the file; empty if it is zero-filled.
   Bytes contents(const Section& section) const;
 
   std::uint32_t fileType() const { return fileType_; }
 
-  /// The oldest system that the file is for, as "10.13"; empty where it does not say.
+  /// The oldest macOS version that the file supports, such as "10.13"; empty if it names none.
   const std::string& minimumSystem() const { return minimumSystem_; }
 
  private:

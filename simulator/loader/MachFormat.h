@@ -1,5 +1,5 @@
-// The records of a Mach-O file, as the platform publishes them in <mach-o/loader.h>,
-// <mach-o/nlist.h> and <mach-o/compact_unwind_encoding.h>. Only what the loader reads.
+// The records of a Mach-O file that the loader reads, as the platform publishes them in
+// <mach-o/loader.h> and <mach-o/fat.h>.
 #pragma once
 
 #include <cstdint>
@@ -119,7 +119,7 @@ struct DyldInfoCommand {
 
 struct VersionMinCommand {
   LoadCommand head;
-  std::uint32_t version;  ///< xxxx.yy.zz in nibbles of 16, 8 and 8 bits
+  std::uint32_t version;  ///< xxxx.yy.zz in fields of 16, 8 and 8 bits
   std::uint32_t sdk;
 };
 

@@ -17,8 +17,8 @@ namespace simulator {
 
 namespace {
 
-// What the platform's loader passes: the process's arguments. A plug-in that looks at them sees
-// an empty list.
+// The platform's loader passes the process's arguments and environment; this one passes empty
+// lists.
 using Initialiser = void (*)(int, const char* const*, const char* const*, const char* const*);
 using Terminator = void (*)();
 
@@ -70,7 +70,7 @@ MachImage::MachImage(std::unique_ptr<MachFile> file, std::string name)
 
 MachImage::~MachImage() {
   if (!initialised_) return;
-  // The image's own handle is the address of its first byte, where its header lies.
+  // The image registers its exit functions under the address of its header, its first byte.
   __cxa_finalize(memory_.base());
   const std::vector<std::uint64_t> last = pointersOfType(*file_, memory_, mach::kModTermPointers);
   for (auto i = last.rbegin(); i != last.rend(); ++i) reinterpret_cast<Terminator>(*i)();
@@ -98,7 +98,7 @@ void MachImage::applyFixups(const SystemLibraries& libraries) {
   binder.bindWeak(readBinds(file_->weakBindOpcodes(), BindKind::kWeak, limit));
 }
 
-// Everything that will be called without being asked for lies in the image's code.
+// A LoadError if an initialiser or terminator lies outside the image's code.
 void MachImage::checkInitialisers() const {
   for (const std::uint32_t type : {mach::kModInitPointers, mach::kModTermPointers}) {
     for (const std::uint64_t function : pointersOfType(*file_, memory_, type)) {
@@ -110,7 +110,7 @@ void MachImage::checkInitialisers() const {
   }
 }
 
-// No word can be fixed up more than once, and none without a place in the file.
+// The number of words in the file: each can be fixed up once, and zero-filled memory has no fixups.
 std::size_t MachImage::fixupLimit() const {
   std::size_t bytes = 0;
   for (const Segment& segment : file_->segments()) bytes += segment.fileSize;

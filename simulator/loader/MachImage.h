@@ -1,4 +1,4 @@
-// A plug-in for the Mac, loaded into a process of this system as the Mac's own loader would.
+// Loads a Mac plug-in into a Linux process as the Mac's own loader would.
 //
 //   const auto image = MachImage::load("MrvPhotoshop", SimulatedMac());
 //   auto* const entry = reinterpret_cast<EntryPoint*>(image->symbol("AutoPluginMain"));
@@ -19,35 +19,36 @@
 
 namespace simulator {
 
-/// One loaded image. Its code runs natively; its imports are bound to `SystemLibraries`; exceptions
-/// pass through its frames. All members [main-thread].
+/// One loaded image. Its code runs natively, its imports are bound to `SystemLibraries`, and
+/// exceptions can pass through its frames. All members [main-thread].
 class MachImage {
  public:
-  /// Maps the file, applies its rebases and binds and makes its frames known to the unwinder, but
-  /// runs nothing of it. A LoadError names what the file lacks, what is wrong with it or what of
-  /// it this loader does not know; a library or symbol that is missing is named as on the platform.
-  /// `file` may hold any bytes.
+  /// Maps the file, applies its rebases and binds and registers its frames with the unwinder, but
+  /// runs none of its code. `name` stands for the file in errors. A LoadError names what is
+  /// missing, damaged or not supported; for a missing library or symbol it has the platform's
+  /// wording.
   static std::unique_ptr<MachImage> prepare(MachFile file, const SystemLibraries& libraries,
                                             std::string name);
 
-  /// Reads and prepares the file and runs its initialisers.
+  /// Reads and prepares the file, then runs its initialisers. Errors as for `prepare`.
   static std::unique_ptr<MachImage> load(const std::filesystem::path& path,
                                          const SystemLibraries& libraries);
 
-  /// Runs what the initialisers registered for the end, last first, and unmaps the image. An image
-  /// that is still there when the process exits runs it then.
-  /// REQUIRES: no thread is inside the image's code, and nobody keeps a pointer into it.
+  /// If the image was initialised, runs the exit functions that it registered and its terminators,
+  /// each last first; then unmaps it. If an image still exists when the process exits, the
+  /// registered functions run then.
+  /// REQUIRES: no thread runs the image's code, and no pointer into it is used afterwards.
   ~MachImage();
   MachImage(const MachImage&) = delete;
   MachImage& operator=(const MachImage&) = delete;
 
-  /// The address of an exported symbol (its C name); null where there is none.
+  /// The address of an exported symbol, given by its C name; null if there is none.
   void* symbol(std::string_view name) const;
 
   /// All exported symbols, with their leading underscores, and their offsets in the image.
   const std::map<std::string, std::uint64_t>& exports() const { return exports_; }
 
-  /// Runs the initialisers, once. A prepared image can be used only after this.
+  /// Runs the initialisers; later calls do nothing. Call this before using a prepared image.
   void initialise();
 
   const MachFile& file() const { return *file_; }

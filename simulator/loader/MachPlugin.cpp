@@ -9,7 +9,7 @@
 
 #include "simulator/loader/MachImage.h"
 
-// Provided by the leak checker where one is built in.
+// Provided by the leak checker if one is built in.
 extern "C" void __lsan_do_leak_check() __attribute__((weak));
 
 namespace simulator {
@@ -25,7 +25,7 @@ class MachPlugin : public PluginModule {
   }
 
   ~MachPlugin() override {
-    // Once the image is gone, what its statics point to would look leaked.
+    // After the image is unmapped, blocks that its statics point to would count as leaked.
     if (__lsan_do_leak_check != nullptr) __lsan_do_leak_check();
   }
 

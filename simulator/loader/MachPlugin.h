@@ -1,4 +1,4 @@
-// A plug-in built for the Mac as a module of the simulated host.
+// Loads a plug-in built for the Mac as a module of the simulated host.
 #pragma once
 
 #include <filesystem>
@@ -8,15 +8,15 @@
 
 namespace simulator {
 
-/// The Mach-O file that a path names: the file itself, or the one inside where it is a bundle's
-/// folder. What does not exist stays as it is.
+/// The Mach-O file that a path names: the one inside if the path is a bundle's folder, else the
+/// path itself, whether or not it exists.
 std::filesystem::path machFileOf(const std::filesystem::path& path);
 
-/// Whether the path names a bundle's folder or begins as a Mach-O file does.
+/// Whether the path is a folder, taken for a bundle, or a file that begins like a Mach-O file.
 bool isMacPlugin(const std::filesystem::path& path);
 
-/// Loads it against the simulated Mac. Throws `std::runtime_error` with one line that names the
-/// file and the reason.
+/// Loads the plug-in against the simulated Mac. Throws `std::runtime_error` with one line that
+/// names the file and the reason.
 std::unique_ptr<PluginModule> loadMacPlugin(const std::filesystem::path& path);
 
 }  // namespace simulator

@@ -8,7 +8,7 @@
 
 #include "simulator/loader/MachPlugin.h"
 
-// Provided by the leak checker where one is built in.
+// Provided by the leak checker if one is built in.
 extern "C" void __lsan_do_leak_check() __attribute__((weak));
 
 namespace simulator {
@@ -32,7 +32,7 @@ class SharedObject : public PluginModule {
   }
 
   ~SharedObject() override {
-    // Once the module is gone, what its statics point to would look leaked.
+    // After the module is unloaded, blocks that its statics point to would count as leaked.
     if (__lsan_do_leak_check != nullptr) __lsan_do_leak_check();
     dlclose(library_);
   }
@@ -48,7 +48,7 @@ class SharedObject : public PluginModule {
 
 std::unique_ptr<PluginModule> loadPlugin(const std::string& file) {
   if (isMacPlugin(file)) return loadMacPlugin(file);
-  // A name without a slash would be searched for among the system's libraries.
+  // dlopen looks for a name without a slash in the system's library folders.
   return std::make_unique<SharedObject>(std::filesystem::absolute(file).string());
 }
 

@@ -28,13 +28,13 @@ constexpr std::string_view kSimulated[] = {
 
 constexpr char kDeviceFrameworkHere[] = "libMoravinClient.so";
 
-// The file that a function or an object of this process comes from.
+// The base address of the file that a function or object comes from; null if there is none.
 void* fileOf(const void* address) {
   Dl_info info{};
   return address != nullptr && dladdr(address, &info) != 0 ? info.dli_fbase : nullptr;
 }
 
-// Only what the library of `sample` itself defines, and nothing of the libraries below it.
+// Finds a symbol that the library of `sample` itself defines, not one of its dependencies.
 void* findBeside(const void* sample, void* handle, std::string_view symbol) {
   if (!symbol.starts_with('_')) return nullptr;
   void* const found = dlsym(handle, std::string(symbol.substr(1)).c_str());
@@ -45,7 +45,7 @@ void* findInSimulator(std::string_view symbol) {
   return findBeside(reinterpret_cast<void*>(&theLog), RTLD_DEFAULT, symbol);
 }
 
-// Null where it is not loaded.
+// The device framework's library; null if it is not loaded.
 void* deviceFramework() {
   void* const handle = dlopen(kDeviceFrameworkHere, RTLD_NOW | RTLD_NOLOAD);
   if (handle != nullptr) dlclose(handle);

@@ -1,4 +1,4 @@
-// The libraries that a plug-in's load commands ask for, and where their functions really are.
+// Finds the libraries and symbols that a Mac plug-in imports.
 #pragma once
 
 #include <string_view>
@@ -9,7 +9,7 @@ namespace simulator {
 inline constexpr std::string_view kDeviceFramework =
     "/Library/Frameworks/MoravinClient.framework/Versions/A/MoravinClient";
 
-/// Answers for the libraries of one system. Symbols have the leading underscore of C names.
+/// The libraries of one system. Symbols are given with the leading underscore of C names.
 class SystemLibraries {
  public:
   virtual ~SystemLibraries() = default;
@@ -17,14 +17,13 @@ class SystemLibraries {
   /// Whether a library of that install name exists.
   virtual bool has(std::string_view library) const = 0;
 
-  /// The address of a symbol of a library that exists; null where it does not have it.
+  /// The address of a symbol of a library that exists; null if the library lacks it.
   virtual void* find(std::string_view library, std::string_view symbol) const = 0;
 };
 
-/// The simulated Mac. Frameworks and the message runtime are the functions of the simulator's own
-/// library; what of the C and C++ libraries may be used is listed by name, and nothing else of
-/// this process can be reached. The device framework is there where its library is loaded.
-/// [any-thread]
+/// The libraries of the simulated Mac. The simulator's own library provides the frameworks and the
+/// Objective-C runtime. C and C++ library symbols are limited to a list; nothing else of this
+/// process can be reached. The device framework exists while its library is loaded. [any-thread]
 class SimulatedMac : public SystemLibraries {
  public:
   bool has(std::string_view library) const override;

@@ -26,10 +26,10 @@ enum Mode : std::uint32_t {
 };
 
 constexpr std::uint32_t kWord = 8;
-// Above a frame's saved base pointer: itself and the return address.
+// From the saved base pointer up to the canonical frame address: itself and the return address.
 constexpr std::uint32_t kBasePointerToFrameAddress = 2 * kWord;
 
-// Register numbers of the encodings (1 to 6: rbx, r12 to r15, rbp) as DWARF's.
+// DWARF numbers of the encodings' registers 1 to 6 (rbx, r12 to r15, rbp); 0 is a gap.
 constexpr std::array<int, 7> kDwarfNumbers = {-1, 3, 12, 13, 14, 15, 6};
 
 struct Header {
@@ -59,7 +59,7 @@ struct FunctionEncoding {
   std::uint32_t encoding;
 };
 
-// Reads the two-level table: an index over pages, each a list of functions with their encodings.
+// Reads the two-level table: an index of pages, each a list of functions with their encodings.
 class UnwindTable {
  public:
   explicit UnwindTable(Bytes section) : section_(section) {
@@ -122,7 +122,7 @@ class UnwindTable {
     }
   }
 
-  // The first encodings are common to the whole table, the rest are the page's own.
+  // The first indices select encodings common to the whole table, the rest the page's own.
   std::uint32_t encodingAt(std::uint32_t page, const CompressedPage& head, std::uint32_t index) {
     if (index < header_.commonEncodingCount) {
       return at<std::uint32_t>(header_.commonEncodings, index);
@@ -169,7 +169,7 @@ int dwarfNumber(std::uint32_t number) {
   return kDwarfNumbers[number];
 }
 
-// Five registers of three bits each, the lowest saved first; 0 leaves a gap.
+// Five registers of three bits each, from the lowest address up; 0 is a gap.
 Frame decodeBasePointerFrame(std::uint32_t encoding) {
   Frame frame;
   frame.kind = FrameKind::kBasePointer;
@@ -180,8 +180,8 @@ Frame decodeBasePointerFrame(std::uint32_t encoding) {
   return frame;
 }
 
-// The order in which registers were saved is one number: a permutation in mixed radix, each digit
-// the rank of a register among those not yet named.
+// The order of the saved registers is a permutation, written as one number in mixed radix: each
+// digit is the rank of a register among those not yet used.
 std::vector<int> decodePermutation(std::uint32_t count, std::uint32_t permutation) {
   if (count > 6) throw LoadError(fmt::format("an unwind encoding saves {} registers", count));
   std::vector<std::uint32_t> left = {1, 2, 3, 4, 5, 6};
@@ -225,7 +225,7 @@ Frame decodeStackFrame(std::uint32_t encoding, FrameKind kind) {
 std::vector<UnwindEntry> readUnwindInfo(Bytes section) { return UnwindTable(section).run(); }
 
 std::vector<SavedRegister> Frame::savedRegisters() const {
-  // Without a base pointer they lie right below the return address.
+  // Without a base pointer the registers lie directly below the return address.
   std::uint32_t below = kind == FrameKind::kBasePointer
                             ? firstRegisterBelow
                             : static_cast<std::uint32_t>(registers.size() + 1) * kWord;
