@@ -13,7 +13,7 @@ namespace simulator {
 
 namespace {
 
-/// "CS5.1" and the like: the versions that keep a preferences file.
+/// The edition's name, such as "CS5.1"; nullopt for versions that keep no preferences file.
 std::optional<std::string> editionOf(int major, int minor) {
   switch (major) {
     case 10:
@@ -45,7 +45,7 @@ std::string wide(const std::string& text) {
   return bytes;
 }
 
-/// The beginning of the plug-in's name, then the fields at their offsets.
+/// The first characters of the plug-in's name, then the fields at their offsets.
 std::string recordBytes(const ShortcutRecord& record) {
   constexpr std::size_t kNameLength = 6;
   constexpr std::size_t kFields = 64;
@@ -88,8 +88,7 @@ std::filesystem::path settingsFolderOf(int major, int minor) {
 }
 
 std::string preferencesFile(bool zoomWithScrollWheel) {
-  // A settings file of which only one entry is ever read: a name, four bytes of type and length,
-  // and the value.
+  // Only one entry of the file is ever read: a name, a type of four bytes, and the value.
   std::string bytes = "8BPF";
   bytes.append(300, '\0');
   bytes += "zoomWithScrollWheel";
@@ -110,7 +109,7 @@ void writeHostFiles(const HostSetup& host, const std::filesystem::path& preferen
   if (!file || !host.zoomWithScrollWheel) return;
   writeFile(preferences / *file, preferencesFile(*host.zoomWithScrollWheel));
   const auto [major, minor] = *host.version;
-  // Command, Option and Z: one of the shortcuts that a user may have given to the plug-in.
+  // Command-Option-Z, as a user might assign it to the plug-in.
   const ShortcutRecord record = {.plugIn = "MrvPhotoshop", .option = true, .key = 'z'};
   writeFile(preferences / settingsFolderOf(major, minor) / "Keyboard Shortcuts.psp",
             shortcutsFile({record}, 100));

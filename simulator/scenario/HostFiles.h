@@ -1,4 +1,4 @@
-// The files that a host of some version keeps in the user's preferences folder.
+// The files that each version of the host keeps in the user's preferences folder.
 #pragma once
 
 #include <filesystem>
@@ -10,33 +10,35 @@
 
 namespace simulator {
 
-/// A shortcut of a plug-in as the host's keyboard-shortcuts file holds it.
+/// A plug-in's shortcut in the host's keyboard-shortcuts file.
 struct ShortcutRecord {
   std::string plugIn;
   bool control = false;
   bool shift = false;
   bool option = false;
-  char key = 0;  ///< 0: given by `otherKey`
+  char key = 0;  ///< 0: `otherKey` holds the key
   char otherKey = 0;
 };
 
-/// The path of the preferences file below the preferences folder; none for a version that has no
-/// place for one.
+/// The path of the preferences file, relative to the preferences folder; nullopt if the version is
+/// unknown or keeps no such file.
 std::optional<std::filesystem::path> preferencesFileOf(const HostVersion& version);
 
-/// The settings folder in which a version keeps its keyboard shortcuts.
+/// The name of the settings folder in which a version keeps its keyboard shortcuts.
 std::filesystem::path settingsFolderOf(int major, int minor);
 
-/// The bytes of a preferences file with that preference in it.
+/// The bytes of a preferences file that holds this preference.
 std::string preferencesFile(bool zoomWithScrollWheel);
 
-/// The bytes of a keyboard-shortcuts file with those records, the first name at `position`.
+/// The bytes of a keyboard-shortcuts file with these records, the first at byte `position`.
 std::string shortcutsFile(const std::vector<ShortcutRecord>& records, std::size_t position);
 
-/// Writes the files of such a host into a preferences folder.
+/// Writes the host's files into a preferences folder, which is made if necessary; none if the
+/// version keeps no preferences file or the host has no zoom preference. Throws `std::system_error`
+/// if a file cannot be written.
 void writeHostFiles(const HostSetup& host, const std::filesystem::path& preferences);
 
-/// A home folder of its own for a user of the simulated Mac, removed at the end.
+/// A temporary home folder for the simulated Mac's user; the destructor removes it.
 class TemporaryHome {
  public:
   TemporaryHome();

@@ -25,7 +25,7 @@ std::string readTextFile(const std::string& file) {
   std::ifstream stream(file, std::ios::binary);
   std::ostringstream text;
   if (stream) text << stream.rdbuf();
-  // Reading a folder opens well and fails at the first byte.
+  // Opening a folder succeeds; reading its first byte fails.
   const bool isRead = stream.is_open() && !stream.bad() && (text || stream.peek() == EOF);
   if (!isRead || errno == EISDIR) {
     throw BadJsonFile(fmt::format("{}: cannot be read: {}", file, std::strerror(errno)));

@@ -1,4 +1,4 @@
-// Reads JSON files, with errors of one line.
+// Reads JSON files; every error is one line.
 #pragma once
 
 #include <stdexcept>
@@ -8,7 +8,8 @@
 
 namespace simulator {
 
-/// Why a file cannot be read or is no JSON; `what` is one line that begins with the file's name.
+/// Thrown if a file cannot be read or is not JSON; `what` is one line that begins with the file's
+/// name.
 class BadJsonFile : public std::runtime_error {
  public:
   using runtime_error::runtime_error;
@@ -17,10 +18,10 @@ class BadJsonFile : public std::runtime_error {
 /// The file's bytes. Throws BadJsonFile.
 std::string readTextFile(const std::string& file);
 
-/// The JSON of a text; `name` stands for the file in errors. Throws BadJsonFile.
+/// Parses a JSON text; `name` stands for the file in errors. Throws BadJsonFile.
 Json parseJson(const std::string& text, const std::string& name);
 
-/// The text with each line break and other control byte made a space.
+/// The text with each line break or other control byte replaced by a space.
 std::string onOneLine(std::string text);
 
 }  // namespace simulator

@@ -1,4 +1,4 @@
-// Takes what is written to standard output out of its way and hands it on line by line.
+// Captures standard output and passes it on line by line.
 #pragma once
 
 #include <functional>
@@ -6,8 +6,8 @@
 
 namespace simulator {
 
-/// While it lives, standard output goes to a file in memory. `original` still writes to where it
-/// went before.
+/// Redirects standard output to a file in memory for its own lifetime. Throws `std::system_error`
+/// if the system refuses.
 class OutputCapture {
  public:
   OutputCapture();
@@ -15,14 +15,14 @@ class OutputCapture {
   OutputCapture(const OutputCapture&) = delete;
   OutputCapture& operator=(const OutputCapture&) = delete;
 
-  /// The descriptor of the original standard output.
+  /// A descriptor that still writes to the original standard output.
   int original() const { return original_; }
 
-  /// Hands every complete line that was written since the last call to `line`. [any-thread, one at
-  /// a time]
+  /// Calls `line` with every complete line written since the last call, without its end.
+  /// [any-thread, one at a time]
   void drain(const std::function<void(const std::string&)>& line);
 
-  /// The same, with what is left without an end of line.
+  /// The same, and then passes on an incomplete last line.
   void finish(const std::function<void(const std::string&)>& line);
 
  private:

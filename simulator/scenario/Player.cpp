@@ -41,7 +41,7 @@ MoravinDeviceState recordOf(const DeviceMessage& message, std::int64_t at) {
   return state;
 }
 
-/// Sends an event straight to the dispatcher, as the system's own come.
+/// Sends an event directly to the dispatcher, as the system sends its own.
 Dispatched send(OSType eventClass, UInt32 kind) {
   EventManager& events = theEventManager();
   const EventRef event = events.create(eventClass, kind, 0.0);
@@ -52,11 +52,11 @@ Dispatched send(OSType eventClass, UInt32 kind) {
 
 const char* nameOf(Click click) {
   switch (click) {
-    case Click::down:
+    case Click::kDown:
       return "down";
-    case Click::up:
+    case Click::kUp:
       return "up";
-    case Click::moved:
+    case Click::kMoved:
       return "moved";
     default:
       return "dragged";
@@ -119,14 +119,14 @@ void Player::play(const std::string& plugin, const std::string& framework) {
 void Player::take(const Step& step) {
   advanceTo(step.at);
   at_ = step.at;
-  // What the device thread does comes behind what the main thread does in the step.
+  // A thread created during the step starts after the main thread has finished the step.
   theThreads().holdNewTasks(true);
   std::visit([this](const auto& action) { act(action); }, step.action);
   theThreads().holdNewTasks(false);
   settle();
 }
 
-/// Lets virtual time pass, with the redraws that fall due on the way.
+/// Advances virtual time to `at`; redraws that fall due by then happen at their own times.
 void Player::advanceTo(std::int64_t at) {
   DocumentView& view = theDocumentView();
   while (view.redrawDue() && *view.redrawDue() <= static_cast<double>(at)) {

@@ -1,4 +1,4 @@
-// Plays a scenario: sets the machine up, loads the plug-in, takes the steps, and unloads it.
+// Plays a scenario: sets up the machine, loads the plug-in, takes the steps, unloads the plug-in.
 #pragma once
 
 #include <cstdint>
@@ -11,24 +11,27 @@
 
 namespace simulator {
 
-/// Told of what the log does not show. All functions are called on the main thread.
+/// Receives what the log does not show. All functions are called on the main thread.
 struct PlayerObserver {
   virtual ~PlayerObserver() = default;
-  /// A device message is about to be delivered; `active`: the host is in front, `pending`: its
+  /// Called before a device message is delivered. `active`: the host is in front; `pending`: its
   /// window waits to be redrawn.
   virtual void message(const DeviceMessage& message, bool active, bool pending) = 0;
+  /// Called after the host's window was redrawn.
   virtual void redrawn() = 0;
 };
 
-/// Plays one scenario in this process, of which the simulated machine is used up by it.
+/// Plays one scenario. It changes the simulated machine of the process, so play one in each
+/// process.
 class Player {
  public:
-  /// `home` becomes the user's home folder; the host's files are written into it.
+  /// `home` becomes the user's home folder; the host's files are written into it. `observer` may be
+  /// null. REQUIRES: all arguments outlive the player.
   Player(const Scenario& scenario, const TemporaryHome& home, PlayerObserver* observer = nullptr);
 
-  /// Loads the plug-in (and the device framework, where it is there), takes every step and unloads
-  /// the plug-in, so that its own last calls are logged, and after them the leaks. Throws what
-  /// loading throws, with nothing played.
+  /// Loads the device framework (if the scenario has it) and the plug-in, takes every step, unloads
+  /// the plug-in, which logs its last calls, and then logs leaks. The arguments are files. If
+  /// loading throws, the exception is passed on and no step is taken.
   void play(const std::string& plugin, const std::string& framework);
 
  private:
@@ -55,15 +58,15 @@ class Player {
   const Scenario& scenario_;
   PlayerObserver* observer_;
   std::unique_ptr<PluginModule> plugin_;
-  std::int64_t at_ = 0;  ///< of the step under way
+  std::int64_t at_ = 0;  ///< virtual milliseconds of the current step
   bool active_ = true;
 };
 
-/// Runs the main thread's event loop until the device thread and the main loop have nothing left to
-/// do. [main-thread]
+/// Runs the main thread's event loop until neither it nor the device thread has work left.
+/// [main-thread]
 void runMainLoopUntilIdle();
 
-/// A misuse line for everything that the plug-in was given and never gave back.
+/// Logs a misuse for every object that the plug-in was given and never released.
 void reportAllLeaks();
 
 }  // namespace simulator

@@ -1,4 +1,4 @@
-// What a scenario says: the simulated Mac, host and device, and the steps that they take.
+// A scenario: the simulated Mac, host and device, and the steps to play.
 #pragma once
 
 #include <CoreGraphics/CoreGraphics.h>
@@ -21,22 +21,22 @@ struct WindowSetup {
   CGRect content = {{100, 50}, {800, 600}};
 };
 
-/// A main window, or none.
+/// nullopt: there is no main window.
 using MainWindow = std::optional<WindowSetup>;
 
 using HostVersion = std::optional<std::pair<int, int>>;
 
 struct HostSetup {
-  HostVersion version = std::pair(12, 1);  ///< major and minor; none: the host does not answer
+  HostVersion version = std::pair(12, 1);  ///< major and minor; nullopt: the host reports none
   std::string tool = "paintbrushTool";     ///< string ID
-  std::optional<double> brush = 13.0;      ///< diameter; none: the tool has no brush options
-  std::optional<bool> zoomWithScrollWheel = false;  ///< none: there is no preferences file
+  std::optional<double> brush = 13.0;      ///< diameter; nullopt: the tool has no brush options
+  std::optional<bool> zoomWithScrollWheel = false;  ///< nullopt: there is no preferences file
   MainWindow window = WindowSetup{};
   double screenHeight = 900;
-  std::optional<double> redrawDelay;  ///< milliseconds; none: the host reacts to nothing by itself
+  std::optional<double> redrawDelay;  ///< milliseconds; nullopt: no reaction by itself
 };
 
-/// A device message; what is left out goes to the registered client, of the usual type.
+/// A device message; without `client` it goes to the registered client.
 struct DeviceMessage {
   std::uint32_t type;
   std::optional<std::uint16_t> client;
@@ -46,9 +46,9 @@ struct DeviceMessage {
   std::uint16_t button = 0;
 };
 
-enum class Click { down = 1, up = 2, moved = 5, dragged = 6 };
+enum class Click { kDown = 1, kUp = 2, kMoved = 5, kDragged = 6 };
 
-// What one step does.
+// One type for each kind of step.
 struct CallStep {
   std::string caller, selector;
 };
@@ -98,7 +98,7 @@ using StepAction =
                  LayoutStep, FailStep>;
 
 struct Step {
-  std::int64_t at = 0;  ///< virtual milliseconds from the start, never less than the step before
+  std::int64_t at = 0;  ///< virtual milliseconds from the start, not less than the previous step's
   StepAction action;
 };
 

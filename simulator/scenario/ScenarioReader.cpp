@@ -29,7 +29,7 @@ class Field {
   bool isNull() const { return value_.is_null(); }
   bool isObject() const { return value_.is_object(); }
 
-  /// Calls `read` for each member; members that it does not take are unknown.
+  /// Calls `read` for each member; if it returns false, the member is reported as unknown.
   void eachMember(const std::function<bool(const std::string&, const Field&)>& read) const {
     if (!value_.is_object()) fail("must be an object");
     for (const auto& [name, member] : value_.items()) {
@@ -88,7 +88,7 @@ constexpr std::int64_t kLeast32 = std::numeric_limits<std::int32_t>::min();
 constexpr std::int64_t kMostSigned32 = std::numeric_limits<std::int32_t>::max();
 constexpr std::int64_t kMost32 = std::numeric_limits<std::uint32_t>::max();
 constexpr std::int64_t kMost16 = std::numeric_limits<std::uint16_t>::max();
-/// Beyond it the device's time stamps, a million times as large, would not fit into 64 bits.
+/// The last time whose device time stamp, in nanoseconds, fits into 64 bits.
 constexpr std::int64_t kLastMillisecond = std::numeric_limits<std::int64_t>::max() / 1000000;
 
 CGPoint readPoint(const Field& field) {
@@ -178,7 +178,7 @@ std::uint16_t readWord(const Field& field) {
   return static_cast<std::uint16_t>(field.integer(0, kMost16));
 }
 
-/// Signed and unsigned numbers of 32 bits are both taken, and kept as their bits.
+/// Accepts signed and unsigned 32-bit numbers and keeps their bits.
 std::uint32_t readValue(const Field& field) {
   return static_cast<std::uint32_t>(field.integer(kLeast32, kMost32));
 }
@@ -245,10 +245,10 @@ StepAction readRefreshStep(const Field& field) {
 
 StepAction readClickStep(const Field& field) {
   const std::string kind = field.text();
-  if (kind == "down") return ClickStep{Click::down};
-  if (kind == "up") return ClickStep{Click::up};
-  if (kind == "moved") return ClickStep{Click::moved};
-  if (kind == "dragged") return ClickStep{Click::dragged};
+  if (kind == "down") return ClickStep{Click::kDown};
+  if (kind == "up") return ClickStep{Click::kUp};
+  if (kind == "moved") return ClickStep{Click::kMoved};
+  if (kind == "dragged") return ClickStep{Click::kDragged};
   field.fail(R"(must be "down", "up", "moved" or "dragged")");
 }
 

@@ -1,4 +1,4 @@
-// Reads scenarios, and tells what is wrong with those that cannot be played.
+// Reads scenarios and reports what is wrong with invalid ones.
 #pragma once
 
 #include <stdexcept>
@@ -8,17 +8,18 @@
 
 namespace simulator {
 
-/// A scenario that cannot be played; `what` is one line: the file, the place in it, the reason.
+/// Thrown if a scenario cannot be played; `what` is one line: the file, the place in it, the
+/// reason.
 class BadScenario : public std::runtime_error {
  public:
   using runtime_error::runtime_error;
 };
 
-/// Reads the file. Throws `BadScenario` where it is missing, is no JSON, or holds an unknown field
-/// or a value that does not belong there.
+/// Reads the file. Throws `BadScenario` if it cannot be read, is not JSON, or holds an unknown
+/// field or an invalid value.
 Scenario readScenario(const std::string& file);
 
-/// The same of a text; `name` stands for the file in errors.
+/// The same for a text; `name` stands for the file in errors.
 Scenario parseScenario(const std::string& text, const std::string& name);
 
 }  // namespace simulator

@@ -16,7 +16,7 @@ std::int64_t square(std::int16_t value) { return std::int64_t{value} * value; }
 
 }  // namespace
 
-/// By the device's axes: its second translation zooms, the rotation about it is the twist.
+/// The device's second translation zooms, the rotation about it twists, the other translations pan.
 Summary::Kind Summary::kindOf(const DeviceMessage& message, bool active) {
   const auto& axes = message.axes;
   const std::int64_t zoom = square(axes[1]);
@@ -36,7 +36,7 @@ void Summary::message(const DeviceMessage& message, bool active, bool pending) {
   sample(kindOf(message, active), pending);
 }
 
-/// Follows the pacing from outside: from a tick to the redraw samples are dropped, 51 at most.
+/// Mirrors the plug-in's pacing: after a tick it drops samples until the redraw, 51 at most.
 void Summary::sample(Kind kind, bool pending) {
   constexpr int kLongestCount = 50;
   ++samples_[kind];
@@ -71,7 +71,7 @@ void Summary::line(const Json& line) {
   }
 }
 
-/// Keeps the sizes where the brush begins, turns and ends.
+/// Keeps the first and the last size and those at which the brush starts to grow or to shrink.
 void Summary::brushSize(double size) {
   const std::size_t count = brushSizes_.size();
   if (count > 0 && brushSizes_.back().second == size) return;

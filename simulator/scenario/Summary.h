@@ -1,4 +1,4 @@
-// Sums a played scenario up for a reader.
+// Summarises a played scenario.
 #pragma once
 
 #include <cstdint>
@@ -12,7 +12,7 @@
 
 namespace simulator {
 
-/// Listens to the log and the player, and writes a page about what came of the device's motion.
+/// Listens to the log and the player, and summarises how the plug-in handled the device's motion.
 class Summary : public PlayerObserver {
  public:
   void message(const DeviceMessage& message, bool active, bool pending) override;
@@ -21,6 +21,7 @@ class Summary : public PlayerObserver {
   /// Takes one line of the log.
   void line(const Json& line);
 
+  /// The summary, as lines of text.
   std::string text() const;
 
  private:
@@ -40,7 +41,7 @@ class Summary : public PlayerObserver {
   std::uint64_t keysTyped_ = 0;
   std::uint64_t clicks_ = 0, clicksHeldBack_ = 0;
   std::uint64_t misuses_ = 0;
-  int wait_ = 0;  ///< 0: the next sample acts; else counts the samples dropped since
+  int wait_ = 0;  ///< 0: the next sample acts; else the samples of the wait, counted from 1
   std::optional<std::int64_t> waitingSince_;
   std::int64_t longestWait_ = 0;
   std::int64_t now_ = 0;
