@@ -62,8 +62,8 @@ void printTable(const std::vector<Report>& reports) {
                verdict.reason.empty() ? "" : ": ", verdict.reason);
   }
   fmt::print("{} checks: {} passed, {} failed, {} not applicable\n", reports.size(),
-             count(reports, Outcome::passed), count(reports, Outcome::failed),
-             count(reports, Outcome::notApplicable));
+             count(reports, Outcome::kPassed), count(reports, Outcome::kFailed),
+             count(reports, Outcome::kNotApplicable));
 }
 
 void printJson(const std::string& plugin, const std::vector<Report>& reports) {
@@ -76,8 +76,8 @@ void printJson(const std::string& plugin, const std::vector<Report>& reports) {
   }
   const Json report = {{"plugin", plugin},
                        {"checks", all},
-                       {"passed", count(reports, Outcome::passed)},
-                       {"failed", count(reports, Outcome::failed)}};
+                       {"passed", count(reports, Outcome::kPassed)},
+                       {"failed", count(reports, Outcome::kFailed)}};
   fmt::print("{}\n", report.dump(2, ' ', false, Json::error_handler_t::replace));
 }
 
@@ -93,7 +93,7 @@ int check(const CheckOptions& options) {
   std::vector<Report> reports;
   for (const Check& one : checks) reports.push_back({one, judge(one, options.plugin)});
   options.json ? printJson(options.plugin, reports) : printTable(reports);
-  const bool good = count(reports, Outcome::failed) == 0 && count(reports, Outcome::passed) > 0;
+  const bool good = count(reports, Outcome::kFailed) == 0 && count(reports, Outcome::kPassed) > 0;
   return good ? kAllPassed : kNotAllPassed;
 }
 

@@ -62,7 +62,7 @@ constexpr int kDumped = 0;
 constexpr int kCannotDump = 2;
 constexpr int kMisused = 3;
 
-/// What the generator would log goes to standard error; what it does to the host is nobody's news.
+/// Prints the generator's system log and its misuses on standard error; drops all other log lines.
 void showLog() {
   theLog().setSink([](const Json& line) {
     if (line["what"] != "syslog" && line["what"] != "misuse") return;
@@ -71,7 +71,7 @@ void showLog() {
   });
 }
 
-/// An ID of the command line as it stands in JSON, where an integer is no text.
+/// The JSON form of an ID on the command line: an integer, unless the text has four characters.
 Json idArgument(const std::string& text) {
   std::uint32_t number = 0;
   const char* end = text.data() + text.size();
@@ -88,7 +88,7 @@ std::uint32_t eventID(const std::string& text) {
   }
 }
 
-/// The host's descriptor, null for null.
+/// The descriptor that the file describes; null if the file holds JSON's null.
 PIActionDescriptor readDescriptor(const std::string& file) {
   try {
     const ContainerPtr content =
@@ -99,7 +99,7 @@ PIActionDescriptor readDescriptor(const std::string& file) {
   }
 }
 
-/// The generator itself says nothing about a file that it cannot open.
+/// Throws if the file cannot be opened, which the generator would not report.
 void requireWritable(const std::string& file) {
   if (File(std::fopen(file.c_str(), "a"))) return;
   throw std::runtime_error(fmt::format("{}: cannot be written: {}", file, std::strerror(errno)));

@@ -1,4 +1,4 @@
-// `mrvsim dump`: has the plug-in's generator write a descriptor out as source text.
+// `mrvsim dump`: runs the plug-in's generator, which writes a descriptor as source text.
 #pragma once
 
 #include <string>
@@ -7,16 +7,17 @@ namespace simulator {
 
 struct DumpOptions {
   std::string descriptor;      ///< a JSON file
-  std::string file;            ///< what the text is appended to
-  std::string event = "setd";  ///< an ID as in JSON; digits stand for an integer
+  std::string file;            ///< the file to append the text to
+  std::string event = "setd";  ///< an ID as in JSON; digits give an integer
 };
 
-/// How descriptors are written as JSON, for the command's help.
+/// The JSON form of descriptors, for the command's help.
 extern const char kDescriptorHelp[];
 
-/// Dumps and returns the program's exit status: 0 done, 2 for a descriptor, an event or a file that
-/// cannot be used (one line on standard error tells why, and the file is left as it was), 3 where
-/// the generator misused the host or the platform. Its system log goes to standard error.
+/// Appends the text and returns the program's exit status: 0 if done, 2 if the descriptor, the
+/// event or the file cannot be used (one line on standard error says why, and the file is
+/// unchanged), 3 if the generator misused the host or the platform. Its system log goes to standard
+/// error.
 int runDump(const DumpOptions& options);
 
 }  // namespace simulator

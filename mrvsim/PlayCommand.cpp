@@ -23,7 +23,7 @@ constexpr int kMisused = 3;
 
 using Stream = std::unique_ptr<std::FILE, int (*)(std::FILE*)>;
 
-/// Where the log goes; none where nobody wants it.
+/// The stream for the log; null if only a summary is wanted.
 Stream openLog(const PlayOptions& options, int standardOutput) {
   if (options.log.empty()) {
     return {options.summary ? nullptr : fdopen(dup(standardOutput), "w"), std::fclose};
@@ -36,12 +36,12 @@ Stream openLog(const PlayOptions& options, int standardOutput) {
 }
 
 void writeLine(std::FILE* stream, const Json& line) {
-  // What the plug-in prints need not be UTF-8.
+  // The plug-in may print invalid UTF-8.
   const std::string text = line.dump(-1, ' ', false, Json::error_handler_t::replace) + '\n';
   std::fwrite(text.data(), 1, text.size(), stream);
 }
 
-/// The home folder has another name each time; logs tell it as a user would.
+/// Replaces the home folder's name, which differs each time, so logs can be compared.
 std::string withHomeAsTilde(std::string text, const std::string& home) {
   for (std::size_t at = text.find(home); at != std::string::npos; at = text.find(home, at)) {
     text.replace(at, home.size(), "~");

@@ -6,14 +6,15 @@
 namespace simulator {
 
 struct PlayOptions {
-  std::string scenario;
+  std::string scenario;  ///< a JSON file
   std::string log;       ///< a file; empty: standard output
-  std::string plugin;    ///< a module; empty: the one beside the program
-  bool summary = false;  ///< a summary to standard output in place of a log there
+  std::string plugin;    ///< a module or a bundle; empty: the module in the program's folder
+  bool summary = false;  ///< print a summary to standard output instead of a log
 };
 
-/// Plays and returns the program's exit status: 0 played to its end, 2 cannot be played (one line
-/// on standard error tells why), 3 the plug-in misused the host or the platform.
+/// Plays the scenario and returns the program's exit status: 0 if played to its end, 2 if it cannot
+/// be played (one line on standard error says why), 3 if the plug-in misused the host or the
+/// platform.
 int runPlay(const PlayOptions& options);
 
 }  // namespace simulator

@@ -1,4 +1,4 @@
-// mrvsim: a Mac, a host and a device made of software, for the plug-in to run in.
+// mrvsim: runs the plug-in in a simulated Mac with a simulated host and device.
 #include <CLI/CLI.hpp>
 
 #include "mrvsim/CheckCommand.h"

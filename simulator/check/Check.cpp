@@ -13,9 +13,9 @@ std::vector<Check> joined(std::vector<Check> first, const std::vector<Check>& se
 
 std::string_view outcomeName(Outcome outcome) {
   switch (outcome) {
-    case Outcome::passed:
+    case Outcome::kPassed:
       return "passed";
-    case Outcome::failed:
+    case Outcome::kFailed:
       return "failed";
     default:
       return "not applicable";

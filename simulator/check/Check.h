@@ -1,5 +1,4 @@
-// The checks on a built plug-in: each a name, a sentence that is true of a good one, and a function
-// that finds out. The list is all there is; listing, choosing and reporting follow from it.
+// The checks on a built plug-in. `mrvsim check` lists, selects and reports them from `allChecks`.
 #pragma once
 
 #include <string>
@@ -8,34 +7,35 @@
 
 namespace simulator {
 
-enum class Outcome { passed, failed, notApplicable };
+enum class Outcome { kPassed, kFailed, kNotApplicable };
 
 /// "passed", "failed" or "not applicable".
 std::string_view outcomeName(Outcome outcome);
 
 struct Verdict {
-  Outcome outcome = Outcome::passed;
-  std::string reason;  ///< one line; empty where passed
+  Outcome outcome = Outcome::kPassed;
+  std::string reason;  ///< one line; empty if passed
 };
 
 inline Verdict passed() { return {}; }
-inline Verdict failed(std::string reason) { return {Outcome::failed, std::move(reason)}; }
+inline Verdict failed(std::string reason) { return {Outcome::kFailed, std::move(reason)}; }
 inline Verdict notApplicable(std::string reason) {
-  return {Outcome::notApplicable, std::move(reason)};
+  return {Outcome::kNotApplicable, std::move(reason)};
 }
 
 struct Check {
   const char* name;
-  const char* sentence;
-  /// Judges the plug-in: a bundle's folder, the Mach-O file inside, or a module of this system. It
-  /// uses up the simulated machine of its process. What it throws counts as failed.
+  const char* sentence;  ///< true of a good plug-in
+  /// Judges the plug-in: a bundle's folder, the Mach-O file inside, or a Linux module. It changes
+  /// the simulated machine of the process, so run one check in each process. An exception counts as
+  /// failed.
   Verdict (*run)(const std::string& plugin);
 };
 
-/// In the order in which they are run and listed.
+/// All checks, in the order in which they are run and listed.
 const std::vector<Check>& allChecks();
 
-/// The parts of the list.
+/// The two parts of `allChecks`: on the plug-in's files and on its behaviour.
 std::vector<Check> fileChecks();
 std::vector<Check> conductChecks();
 

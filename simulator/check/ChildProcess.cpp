@@ -40,7 +40,7 @@ Json answerOf(const std::function<Json()>& work) {
     if (written <= 0) break;
     done += static_cast<std::size_t>(written);
   }
-  // Threads of the simulated Mac are still there; nothing may be torn down under them.
+  // Skips exit handlers: they would destroy what the simulated Mac's threads still use.
   std::_Exit(0);
 }
 
@@ -55,7 +55,7 @@ std::string readAll(int in) {
 
 std::string endOf(int status) {
   if (!WIFSIGNALED(status)) {
-    // A crash, too, where a sanitizer catches the signal.
+    // A sanitizer turns a crash into an exit status.
     return fmt::format("ended its process (status {})", WEXITSTATUS(status));
   }
   if (WTERMSIG(status) == SIGALRM) return fmt::format("took more than {} s", kLongestRun);

@@ -1,4 +1,4 @@
-// Work in a process of its own, so that nothing of it is left and a crash is only an answer.
+// Runs work in a child process, so it leaves nothing behind and a crash becomes an error.
 #pragma once
 
 #include <functional>
@@ -7,8 +7,8 @@
 
 namespace simulator {
 
-/// Runs `work` in a copy of this process and hands out what it returned. Throws
-/// `std::runtime_error` with the reason where it threw, crashed, or took more than a minute.
+/// Runs `work` in a fork of this process and returns its result. Throws `std::runtime_error` with
+/// the reason if `work` throws, ends the process, crashes, or takes more than a minute.
 /// REQUIRES: this process has one thread.
 Json inChildProcess(const std::function<Json()>& work);
 

@@ -1,4 +1,4 @@
-// Checks on what a plug-in does while a simulated host and device work with it.
+// Checks on a plug-in's behaviour while a simulated host and device use it.
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 #include <sys/resource.h>
@@ -35,7 +35,7 @@ Verdict allZero(const Session& session) {
   return good ? passed() : failed(fmt::format("the calls returned {}", results));
 }
 
-// How often the framework was asked to do so.
+// How often the plug-in called the framework for `what`.
 std::ptrdiff_t asked(const Session& session, const char* what) {
   const std::vector<Json> lines = session.of("framework");
   return std::count_if(lines.begin(), lines.end(),
@@ -56,7 +56,7 @@ Verdict startAndStop(const std::string& plugin) {
                 1, 1);
 }
 
-// The second shut-down has nothing to take back.
+// The second shut-down has nothing to unregister.
 Verdict startTwice(const std::string& plugin) {
   return counts(playSession(plugin, steps(R"({"call": ["SP Interface", "Startup"]},
                                              {"call": ["SP Interface", "Startup"]},
@@ -85,7 +85,7 @@ Verdict unknownCalls(const std::string& plugin) {
   return allZero(session);
 }
 
-// What is still held when the last call, the shut-down, returns.
+// Fails if a suite is still held when the last call, the shut-down, returns.
 Verdict suitesReleased(const std::string& plugin) {
   const Session session = playDay(plugin);
   std::map<std::pair<std::string, int>, int> held;
@@ -132,8 +132,8 @@ Verdict keysReleased(const std::string& plugin) {
 }
 
 struct Refusal {
-  int after = 0;         // so many acquisitions are granted first
-  bool forGood = false;  // then all are refused, or one
+  int after = 0;         // acquisitions granted before the first refusal
+  bool forGood = false;  // refuses all further acquisitions, not just one
 };
 
 std::string stepOf(const Refusal& refusal) {
@@ -147,13 +147,13 @@ Verdict judgeRefusal(const Session& session, const Refusal& refusal) {
     if (result != 0 && result != kParameterError) return failed(fmt::format("returned {}", result));
   }
   for (const std::string& text : session.misuses()) {
-    // What can be freed through a refused suite alone, nobody can free.
+    // A plug-in cannot free an object if the suite that frees it is refused for good.
     if (!(refusal.forGood && isLeak(text))) return failed(text);
   }
   return passed();
 }
 
-// One day in a process of its own. `fired`: whether anything was refused on it.
+// Plays the day in a child process; sets `fired` to whether an acquisition was refused.
 Verdict playRefusing(const std::string& plugin, const Refusal& refusal, bool& fired) try {
   const Json answer = inChildProcess([&] {
     const Session session = playSession(plugin, steps(stepOf(refusal) + kWholeDay));
@@ -167,12 +167,12 @@ Verdict playRefusing(const std::string& plugin, const Refusal& refusal, bool& fi
   return failed(error.what());
 }
 
-// Refuses each acquisition in turn, until a day passes on which none is left to be refused.
+// Plays the day once for each acquisition, refusing that one, until a day has none left to refuse.
 Verdict refuseInTurn(const std::string& plugin, bool forGood) {
   for (int n = 0; n < kManyAcquisitions; ++n) {
     bool fired = false;
     const Verdict verdict = playRefusing(plugin, {n, forGood}, fired);
-    if (verdict.outcome == Outcome::failed) {
+    if (verdict.outcome == Outcome::kFailed) {
       return failed(fmt::format("with acquisition {} refused: {}", n + 1, verdict.reason));
     }
     if (!fired) return passed();
@@ -182,7 +182,7 @@ Verdict refuseInTurn(const std::string& plugin, bool forGood) {
 
 Verdict hostileHost(const std::string& plugin) {
   const Verdict once = refuseInTurn(plugin, false);
-  return once.outcome == Outcome::passed ? refuseInTurn(plugin, true) : once;
+  return once.outcome == Outcome::kPassed ? refuseInTurn(plugin, true) : once;
 }
 
 double processorSeconds() {

@@ -1,4 +1,4 @@
-// Checks on the files of a Mac bundle. Nothing of it is loaded.
+// Checks on the files of a Mac bundle, none of which is loaded.
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 
@@ -50,7 +50,7 @@ Verdict loadCommands(const std::string& plugin) {
   });
 }
 
-// The ordinal of the device framework's load command, from 1; none where there is no such command.
+// The ordinal of the device framework's load command, from 1; nullopt if there is none.
 std::optional<std::size_t> deviceFrameworkOrdinal(const MachFile& file) {
   for (std::size_t i = 0; i < file.libraries().size(); ++i) {
     if (file.libraries()[i].name == kDeviceFramework) return i + 1;

@@ -1,4 +1,4 @@
-// A plug-in played for a check.
+// Plays a plug-in through a scenario for a check.
 #pragma once
 
 #include <cstdint>
@@ -9,26 +9,27 @@
 
 namespace simulator {
 
-/// What came of it.
+/// What a plug-in did during one scenario.
 struct Session {
   std::vector<Json> lines;   ///< the whole log
   bool faultsFired = false;  ///< whether a call was made to fail
 
-  /// The lines of one kind.
+  /// The lines whose field "what" is `what`.
   std::vector<Json> of(const std::string& what) const;
 
   /// The texts of all misuses.
   std::vector<std::string> misuses() const;
 
-  /// What the entry point returned, call by call.
+  /// The entry point's results, call by call.
   std::vector<std::uint32_t> results() const;
 };
 
-/// Plays the plug-in through a scenario, a JSON text, in this process. Throws what loading throws.
+/// Plays the plug-in through a scenario, a JSON text, in this process. Passes on what reading the
+/// scenario or loading the plug-in throws.
 Session playSession(const std::string& plugin, const std::string& scenario);
 
-/// Steps in which a plug-in meets all that a host and a device do, from start-up to shut-down: the
-/// inside of a scenario's list of steps.
+/// The elements of a scenario's list of steps, in which a plug-in meets everything that a host and
+/// a device do, from start-up to shut-down.
 extern const char* const kWholeDay;
 
 }  // namespace simulator
