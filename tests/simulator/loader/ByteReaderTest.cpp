@@ -32,7 +32,7 @@ TEST(ByteReader, ReadsLittleEndianNumbers) {
   EXPECT_TRUE(reader.atEnd());
 }
 
-TEST(ByteReader, NamesWhatEndsTooEarly) {
+TEST(ByteReader, NamesTheBytesThatEndTooEarly) {
   const auto data = bytes({1, 2, 3});
   ByteReader reader(data, "the sample");
   try {
@@ -43,7 +43,7 @@ TEST(ByteReader, NamesWhatEndsTooEarly) {
   }
 }
 
-TEST(ByteReader, StandsBehindTheEndWithoutReading) {
+TEST(ByteReader, RefusesToReadFromAPositionPastTheEnd) {
   const auto data = bytes({1});
   EXPECT_THROW(ByteReader(data, "data", 2).read<std::uint8_t>(), LoadError);
   EXPECT_THROW(ByteReader(data, "data", SIZE_MAX).take(1), LoadError);
@@ -76,14 +76,14 @@ TEST(ByteReader, RefusesATextWithoutAnEnd) {
   EXPECT_THROW(ByteReader(data, "data").readText(), LoadError);
 }
 
-TEST(ByteReader, PassesOverTheEndOfAText) {
+TEST(ByteReader, MovesPastTheEndOfAText) {
   const auto data = bytes({'a', 'b', 0, 7});
   ByteReader reader(data, "data");
   EXPECT_EQ(reader.readText(), "ab");
   EXPECT_EQ(reader.read<std::uint8_t>(), 7);
 }
 
-TEST(Slice, RefusesAPartThatDoesNotLieInside) {
+TEST(ByteReaderSlice, RefusesAPartOutsideTheBytes) {
   const auto data = bytes({1, 2, 3});
   EXPECT_EQ(slice(data, 1, 2, "part").size(), 2u);
   EXPECT_EQ(slice(data, 3, 0, "part").size(), 0u);

@@ -34,7 +34,7 @@ class Builder {
   std::vector<std::byte> data_;
 };
 
-// A common entry with the augmentation in use on the platform, then one function's entry.
+// A common entry with the augmentation that the platform uses, then one function's entry.
 std::vector<std::byte> section(const char* augmentation = "zPLR", int personality = 0x9B,
                                int pointers = 0x10) {
   Builder out;
@@ -51,7 +51,7 @@ DwarfFrame read(const std::vector<std::byte>& data, std::uint64_t offset = 28) {
   return readDwarfFrame(data, offset, kAddress);
 }
 
-TEST(DwarfFrame, DecodesPointersRelativeToTheirPlaces) {
+TEST(DwarfFrames, DecodePointersRelativeToTheirPlaces) {
   const std::vector<std::byte> data = section();
   const DwarfFrame frame = read(data);
   EXPECT_EQ(frame.start, kAddress + 36 + 0x200);
@@ -62,7 +62,7 @@ TEST(DwarfFrame, DecodesPointersRelativeToTheirPlaces) {
   EXPECT_EQ(frame.dataAlignment, -8);
 }
 
-TEST(DwarfFrame, HandsOutTheInstructionsOfBothEntries) {
+TEST(DwarfFrames, HoldTheInstructionsOfBothEntries) {
   const std::vector<std::byte> data = section();
   const DwarfFrame frame = read(data);
   ASSERT_EQ(frame.commonInstructions.size(), 3u);
@@ -71,7 +71,7 @@ TEST(DwarfFrame, HandsOutTheInstructionsOfBothEntries) {
   EXPECT_EQ(frame.instructions[0], std::byte{0x83});
 }
 
-TEST(DwarfFrame, RefusesFormsThatAreNotInUse) {
+TEST(DwarfFrames, AreRefusedInUnsupportedForms) {
   EXPECT_THROW(read(section("zPLX")), LoadError);
   EXPECT_THROW(read(section("aPLR")), LoadError);
   EXPECT_THROW(read(section("zPLR", 0x1B)), LoadError);
@@ -79,7 +79,7 @@ TEST(DwarfFrame, RefusesFormsThatAreNotInUse) {
   EXPECT_THROW(read(section("zPLR", 0x9B, 0x1C)), LoadError);
 }
 
-TEST(DwarfFrame, RefusesDamage) {
+TEST(DwarfFrames, AreRefusedIfDamaged) {
   const std::vector<std::byte> good = section();
   EXPECT_THROW(read(good, 0), LoadError);
   EXPECT_THROW(read(good, good.size()), LoadError);

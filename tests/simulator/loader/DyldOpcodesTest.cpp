@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::size_t kLimit = 100;
 
-// A stream of opcode bytes, with texts in between.
+// A stream of opcode bytes and texts.
 class Stream {
  public:
   Stream& operator()(std::initializer_list<int> bytes) {
@@ -44,7 +44,7 @@ std::vector<Bind> binds(const Stream& stream, BindKind kind = BindKind::kRegular
   return readBinds(stream.bytes(), kind, kLimit);
 }
 
-TEST(Rebases, EveryOpcodeMovesAsPublished) {
+TEST(DyldOpcodesRebases, FollowEveryPublishedOpcode) {
   EXPECT_EQ(rebases(Stream()({0x11, 0x22, 0x10, 0x52})), "2:16 2:24 ");
   EXPECT_EQ(rebases(Stream()({0x11, 0x21, 0x08, 0x30, 0x10, 0x51})), "1:24 ");
   EXPECT_EQ(rebases(Stream()({0x11, 0x21, 0x00, 0x43, 0x51})), "1:24 ");
@@ -53,24 +53,24 @@ TEST(Rebases, EveryOpcodeMovesAsPublished) {
   EXPECT_EQ(rebases(Stream()({0x11, 0x21, 0x00, 0x80, 0x02, 0x10})), "1:0 1:24 ");
 }
 
-TEST(Rebases, NothingComesBehindTheEndOpcode) {
+TEST(DyldOpcodesRebases, StopAtTheEndOpcode) {
   EXPECT_EQ(rebases(Stream()({0x11, 0x21, 0x00, 0x51, 0x00, 0x51})), "1:0 ");
 }
 
-TEST(Rebases, RefusesWhatItDoesNotKnow) {
+TEST(DyldOpcodesRebases, AreRefusedIfUnknownOrWithoutASegment) {
   EXPECT_THROW(rebases(Stream()({0x12})), LoadError);
   EXPECT_THROW(rebases(Stream()({0x90})), LoadError);
   EXPECT_THROW(rebases(Stream()({0x51})), LoadError);
 }
 
-TEST(Rebases, RefusesMoreThanTheImageHasWords) {
+TEST(DyldOpcodesRebases, AreRefusedBeyondTheLimit) {
   EXPECT_THROW(rebases(Stream()({0x11, 0x21, 0x00, 0x60, 0xFF, 0xFF, 0xFF, 0xFF, 0x7F})),
                LoadError);
   EXPECT_THROW(rebases(Stream()({0x11, 0x21, 0x00, 0x53}), 2), LoadError);
   EXPECT_EQ(rebases(Stream()({0x11, 0x21, 0x00, 0x52}), 2), "1:0 1:8 ");
 }
 
-TEST(Binds, KeepsSymbolLibraryAndAddend) {
+TEST(DyldOpcodesBinds, KeepSymbolLibraryAndAddend) {
   const auto all = binds(
       Stream()({0x12, 0x40})("_one")({0x51, 0x60, 0x10, 0x71, 0x20, 0x90, 0x41})("_two")({0x90}));
   ASSERT_EQ(all.size(), 2u);
@@ -84,13 +84,13 @@ TEST(Binds, KeepsSymbolLibraryAndAddend) {
   EXPECT_TRUE(all[1].weakImport);
 }
 
-TEST(Binds, SpecialOrdinalsAreNegative) {
+TEST(DyldOpcodesBinds, TakeSpecialOrdinals) {
   const auto all = binds(Stream()({0x3E, 0x40})("_flat")({0x51, 0x71, 0x00, 0x90, 0x30, 0x90}));
   EXPECT_EQ(all.at(0).ordinal, kOrdinalFlatLookup);
   EXPECT_EQ(all.at(1).ordinal, kOrdinalSelf);
 }
 
-TEST(Binds, EveryOpcodeMovesAsPublished) {
+TEST(DyldOpcodesBinds, FollowEveryPublishedOpcode) {
   const auto all = binds(Stream()({0x11, 0x40})("_a")(
       {0x51, 0x71, 0x00, 0xA0, 0x08, 0xB2, 0xC0, 0x02, 0x08, 0x80, 0x10, 0x90}));
   std::vector<std::uint64_t> offsets;
@@ -98,20 +98,20 @@ TEST(Binds, EveryOpcodeMovesAsPublished) {
   EXPECT_EQ(offsets, (std::vector<std::uint64_t>{0, 16, 40, 56, 88}));
 }
 
-TEST(Binds, OffsetsStepBackByWrapping) {
+TEST(DyldOpcodesBinds, StepBackByWrappingOffsets) {
   const auto all = binds(Stream()({0x11, 0x40})("_a")(
       {0x51, 0x71, 0x20, 0x80, 0xF0, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0x01, 0x90}));
   EXPECT_EQ(all.at(0).place.offset, 0x10u);
 }
 
-TEST(Binds, ALazyStreamGoesOnBehindEachSymbol) {
+TEST(DyldOpcodesBinds, ContinueAfterEachSymbolOfALazyStream) {
   const Stream stream = Stream()({0x72, 0x00, 0x11, 0x40})("_a")(
       {0x90, 0x00, 0x72, 0x08, 0x12, 0x40})("_b")({0x90, 0x00});
   EXPECT_EQ(binds(stream, BindKind::kLazy).size(), 2u);
   EXPECT_EQ(binds(stream, BindKind::kRegular).size(), 1u);
 }
 
-TEST(Binds, AStrongDefinitionOfAWeakStreamHasNoPlace) {
+TEST(DyldOpcodesBinds, IncludeStrongDefinitionsOfAWeakStream) {
   const auto all = binds(Stream()({0x48})("_mine")({0x40})("_shared")({0x51, 0x71, 0x00, 0x90}),
                          BindKind::kWeak);
   ASSERT_EQ(all.size(), 2u);
@@ -120,7 +120,7 @@ TEST(Binds, AStrongDefinitionOfAWeakStreamHasNoPlace) {
   EXPECT_EQ(all[1].ordinal, kOrdinalWeakLookup);
 }
 
-TEST(Binds, RefusesWhatItDoesNotKnow) {
+TEST(DyldOpcodesBinds, AreRefusedIfUnknownIncompleteOrOutOfRange) {
   EXPECT_THROW(binds(Stream()({0xD0})), LoadError);
   EXPECT_THROW(binds(Stream()({0x52})), LoadError);
   EXPECT_THROW(binds(Stream()({0x11, 0x71, 0x00, 0x90})), LoadError);

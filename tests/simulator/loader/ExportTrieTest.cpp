@@ -11,7 +11,7 @@ std::map<std::string, std::uint64_t> exports(std::string_view trie) {
   return readExportTrie(std::as_bytes(std::span(trie.data(), trie.size())));
 }
 
-// A root without an export and one child behind it.
+// A root without an export, followed by its only child.
 std::string trieWithOneChild(const std::string& label, const std::string& node) {
   std::string trie = {'\x00', '\x01'};
   trie += label;
@@ -22,7 +22,7 @@ std::string trieWithOneChild(const std::string& label, const std::string& node) 
 
 std::string node(std::initializer_list<char> bytes) { return {bytes.begin(), bytes.end()}; }
 
-TEST(ExportTrie, AnEmptyTreeExportsNothing) { EXPECT_TRUE(exports("").empty()); }
+TEST(ExportTrie, ExportsNothingIfEmpty) { EXPECT_TRUE(exports("").empty()); }
 
 TEST(ExportTrie, JoinsThePartsOfASymbol) {
   const std::string trie = trieWithOneChild(
@@ -33,17 +33,17 @@ TEST(ExportTrie, JoinsThePartsOfASymbol) {
   EXPECT_EQ(all.at("_abc"), 0x20u);
 }
 
-TEST(ExportTrie, TakesWeakDefinitions) {
+TEST(ExportTrie, AcceptsWeakDefinitions) {
   EXPECT_EQ(exports(trieWithOneChild("_w", node({0x02, 0x04, 0x30, 0x00}))).at("_w"), 0x30u);
 }
 
-TEST(ExportTrie, RefusesKindsThatAreNotPlain) {
+TEST(ExportTrie, RefusesOtherKindsOfExports) {
   for (const char flags : {'\x01', '\x02', '\x08', '\x10'}) {
     EXPECT_THROW(exports(trieWithOneChild("_x", node({0x02, flags, 0x30, 0x00}))), LoadError);
   }
 }
 
-TEST(ExportTrie, RefusesATreeThatGoesRoundInCircles) {
+TEST(ExportTrie, RefusesATreeWithACycle) {
   EXPECT_THROW(exports(node({0x00, 0x01, 'a', 0x00, 0x00})), LoadError);
 }
 

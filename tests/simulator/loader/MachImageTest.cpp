@@ -31,8 +31,8 @@ std::string errorOfLoading(const std::string& name) {
 
 int call(const MachImage& image, const char* name) { return function<int()>(image, name)(); }
 
-// Every module whose frames are of another kind has the same functions.
-class Exceptions : public testing::TestWithParam<const char*> {
+// The modules have the same functions, compiled to different kinds of frames.
+class MachImageExceptions : public testing::TestWithParam<const char*> {
  protected:
   void SetUp() override { image_ = loadModule(GetParam()); }
   int call(const char* name) { return simulator::call(*image_, name); }
@@ -40,62 +40,67 @@ class Exceptions : public testing::TestWithParam<const char*> {
   std::unique_ptr<MachImage> image_;
 };
 
-INSTANTIATE_TEST_SUITE_P(Frames, Exceptions, testing::Values("Exceptions", "ExceptionsFrameless"),
+INSTANTIATE_TEST_SUITE_P(Frames, MachImageExceptions,
+                         testing::Values("Exceptions", "ExceptionsFrameless"),
                          [](const auto& frames) { return std::string(frames.param); });
 
-TEST_P(Exceptions, CrossTheImagesOwnFramesAndRunItsCleanups) {
+TEST_P(MachImageExceptions, CrossTheImagesOwnFramesAndRunItsCleanups) {
   EXPECT_EQ(call("catchesOwnException"), 7);
   EXPECT_THAT(record(), ElementsAre(101, 102, 100));
 }
 
-TEST_P(Exceptions, AreCaughtByTheirSuperclass) { EXPECT_EQ(call("catchesBySuperclass"), 2); }
+TEST_P(MachImageExceptions, AreCaughtAsTheirBaseClass) {
+  EXPECT_EQ(call("catchesBySuperclass"), 2);
+}
 
-TEST_P(Exceptions, AreThrownAgain) {
+TEST_P(MachImageExceptions, CanBeRethrown) {
   EXPECT_EQ(call("rethrows"), 7);
   EXPECT_THAT(record(), ElementsAre(101, 200));
 }
 
-TEST_P(Exceptions, CrossAFrameTooLargeForItsEncoding) {
+TEST_P(MachImageExceptions, CrossAFrameTooLargeForItsEncoding) {
   EXPECT_EQ(call("catchesThroughPlainLargeFrame"), 7);
 }
 
-TEST_P(Exceptions, LeaveTheImage) {
+TEST_P(MachImageExceptions, LeaveTheImage) {
   auto* const thrower = function<void()>(*image_, "letsExceptionOut");
   EXPECT_THROW(thrower(), std::uint32_t);
   EXPECT_THAT(record(), ElementsAre(101, 102));
 }
 
-TEST_P(Exceptions, OfThisSystemAreCaughtInTheImage) {
+TEST_P(MachImageExceptions, ThrownByTheHostAreCaughtInTheImage) {
   EXPECT_EQ(call("catchesHostException"), 9);
   EXPECT_THAT(record(), ElementsAre(300));
 }
 
-TEST_P(Exceptions, OfThisSystemPassThroughTheImage) {
+TEST_P(MachImageExceptions, ThrownByTheHostPassThroughTheImage) {
   auto* const passer = function<void()>(*image_, "passesHostExceptionOn");
   EXPECT_THROW(passer(), int);
   EXPECT_THAT(record(), ElementsAre(400));
 }
 
-TEST_P(Exceptions, CrossThisSystemsFramesBetweenTheImages) {
+TEST_P(MachImageExceptions, CrossHostFramesBetweenFramesOfTheImage) {
   EXPECT_EQ(call("catchesAcrossHostFrames"), 7);
   EXPECT_THAT(record(), ElementsAre(101));
 }
 
-TEST_P(Exceptions, OfTheRunTimeItselfAreCaught) { EXPECT_EQ(call("throwsFromLibrary"), 1); }
+TEST_P(MachImageExceptions, ThrownByTheRunTimeAreCaught) {
+  EXPECT_EQ(call("throwsFromLibrary"), 1);
+}
 
-TEST_P(Exceptions, CalleeSavedRegistersAreBackAfterAThrow) {
+TEST_P(MachImageExceptions, RestoreCalleeSavedRegisters) {
   auto* const keeper = function<long()>(*image_, "keepsRegistersAfterThrow");
   EXPECT_EQ(keeper(),
             11 + 100 * 13 + 10000 * 17 + 1000000 * 19 + 100000000L * 23 + 10000000000L * 29);
 }
 
-TEST(HandWrittenFrame, IsLeftAsItsOwnDwarfEntrySays) {
+TEST(MachImageFrames, UnwindByTheirOwnDwarfEntry) {
   const auto image = loadModule("HandWrittenFrame");
   EXPECT_EQ(function<long()>(*image, "throwsThroughOddFrame")(), 779);
 }
 
-// The tests above prove something of a kind of frame only where the compiler made one.
-TEST(Frames, OfEveryKindOccurInTheModules) {
+// The tests above cover a kind of frame only if the compiler produced it.
+TEST(MachImageFrames, OccurInEveryKindInTheTestModules) {
   std::set<FrameKind> kinds;
   for (const char* const name : {"Exceptions", "ExceptionsFrameless"}) {
     const MachFile file = MachFile::open(modulePath(name));
@@ -107,12 +112,12 @@ TEST(Frames, OfEveryKindOccurInTheModules) {
   EXPECT_EQ(kinds.size(), 4u);
 }
 
-TEST(Lifetime, InitialisersRunAtLoadInOrder) {
+TEST(MachImageLifetime, RunsInitialisersInOrderAtLoad) {
   const auto image = loadModule("Lifetime");
   EXPECT_THAT(record(), ElementsAre(1, 2));
 }
 
-TEST(Lifetime, DestructorsRunAtUnloadInReverse) {
+TEST(MachImageLifetime, RunsDestructorsInReverseAtUnload) {
   auto image = loadModule("Lifetime");
   EXPECT_EQ(call(*image, "firstUse"), 30);
   EXPECT_EQ(call(*image, "firstUse"), 30);
@@ -121,7 +126,7 @@ TEST(Lifetime, DestructorsRunAtUnloadInReverse) {
   EXPECT_THAT(record(), ElementsAre(-30, -2, -1));
 }
 
-// Made before an image is loaded, so that it ends after the image's objects.
+// Constructed before the image is loaded, hence destroyed after the image's objects.
 struct ExitReporter {
   ~ExitReporter() {
     for (const int value : record()) std::fprintf(stderr, "%d ", value);
@@ -136,11 +141,11 @@ struct ExitReporter {
   std::exit(0);
 }
 
-TEST(Lifetime, DestructorsOfAnImageThatIsStillThereRunAtExit) {
+TEST(MachImageLifetime, RunsDestructorsAtExitIfTheImageIsStillLoaded) {
   EXPECT_EXIT(exitWithImageLoaded(), testing::ExitedWithCode(0), "^-30 -2 -1 $");
 }
 
-TEST(Lifetime, TwoImagesOfOneFileAreSeparate) {
+TEST(MachImageLifetime, IsSeparateForTwoImagesOfOneFile) {
   auto one = loadModule("Lifetime");
   const auto two = loadModule("Lifetime");
   EXPECT_NE(one->symbol("answer"), two->symbol("answer"));
@@ -149,41 +154,41 @@ TEST(Lifetime, TwoImagesOfOneFileAreSeparate) {
   EXPECT_THAT(record(), ElementsAre(-2, -1));
 }
 
-TEST(Lifetime, AnImageThatWasOnlyPreparedRunsNothing) {
+TEST(MachImageLifetime, RunsNothingIfTheImageWasOnlyPrepared) {
   MachImage::prepare(MachFile::open(modulePath("Lifetime")), TestLibraries(), "Lifetime").reset();
   EXPECT_THAT(record(), IsEmpty());
 }
 
-TEST(Image, PointersInsideMoveWithIt) {
+TEST(MachImage, RebasesItsPointers) {
   EXPECT_EQ(call(*loadModule("Lifetime"), "sumThroughPointers"), 73);
 }
 
-TEST(Image, ExportsFunctionsAndVariablesByTheirCNames) {
+TEST(MachImage, ExportsFunctionsAndVariablesByTheirCNames) {
   const auto image = loadModule("Lifetime");
   EXPECT_EQ(*static_cast<int*>(image->symbol("answer")), 42);
   EXPECT_EQ(image->symbol("first"), nullptr);
   EXPECT_EQ(image->exports().count("_firstUse"), 1u);
 }
 
-TEST(Imports, AMissingWeakFrameworkLeavesNulls) {
+TEST(MachImageImports, AreNullIfTheirWeakFrameworkIsMissing) {
   EXPECT_FALSE(function<bool()>(*loadModule("Imports"), "seesAbsentFramework")());
 }
 
-TEST(Imports, VariadicFunctionsTakeTheirArgumentsAsTheyAre) {
+TEST(MachImageImports, PassArgumentsToVariadicFunctions) {
   const auto image = loadModule("Imports");
   char buffer[64] = {};
   EXPECT_EQ(function<int(char*, std::size_t)>(*image, "formats")(buffer, sizeof buffer), 24);
   EXPECT_STREQ(buffer, "7 text 2.500 -9000000000");
 }
 
-TEST(Imports, PrintingGoesToThisProcesssStandardOutput) {
+TEST(MachImageImports, PrintToTheStandardOutputOfTheProcess) {
   const auto image = loadModule("Imports");
   testing::internal::CaptureStdout();
   call(*image, "printsToStandardOutput");
   EXPECT_EQ(testing::internal::GetCapturedStdout(), "from the module 3\n");
 }
 
-TEST(Imports, TheCompilersOwnHelpersWork) {
+TEST(MachImageImports, IncludeTheCompilersHelpers) {
   const auto image = loadModule("Imports");
   std::vector<double> numbers(101, 0.0);
   function<void(double*, int)>(*image, "fillsWithPattern")(numbers.data(), 100);
@@ -195,32 +200,32 @@ TEST(Imports, TheCompilersOwnHelpersWork) {
   EXPECT_EQ(std::count(block, block + sizeof block, '\0'), 39);
 }
 
-TEST(Refusal, AMissingSymbolIsNamedWithItsLibrary) {
+TEST(MachImageRefusal, NamesAMissingSymbolAndItsLibrary) {
   EXPECT_EQ(errorOfLoading("MissingSymbol"),
             "Symbol not found: _testAddedLater, referenced from: " +
                 modulePath("MissingSymbol").string() + ", expected in: /usr/lib/libTestHost.dylib");
 }
 
-TEST(Refusal, AMissingLibraryIsNamed) {
+TEST(MachImageRefusal, NamesAMissingLibrary) {
   EXPECT_EQ(errorOfLoading("MissingLibrary"),
             "Library not loaded: /usr/lib/libElsewhere.dylib, referenced from: " +
                 modulePath("MissingLibrary").string() + ", reason: image not found");
 }
 
-TEST(Refusal, ThreadLocalVariablesAreNotSupported) {
+TEST(MachImageRefusal, CoversThreadLocalVariables) {
   EXPECT_THAT(errorOfLoading("ThreadLocal"), HasSubstr("__thread"));
 }
 
-TEST(Refusal, ChainedFixupsAreNotSupported) {
+TEST(MachImageRefusal, CoversChainedFixups) {
   EXPECT_THAT(errorOfLoading("ChainedFixups"),
               HasSubstr("load command LC_DYLD_CHAINED_FIXUPS (0x80000034) is not supported"));
 }
 
-TEST(Refusal, AFileThatIsNotThereIsNamed) {
+TEST(MachImageRefusal, NamesAMissingFile) {
   EXPECT_THAT(errorOfLoading("Nothing"), HasSubstr("Nothing.bundle cannot be read"));
 }
 
-TEST(Refusal, OtherFilesAreTold) {
+TEST(MachImageRefusal, GivesTheReasonForFilesOfOtherFormats) {
   const auto error = [](std::vector<std::byte> bytes) {
     try {
       const MachFile file(std::move(bytes));
@@ -242,7 +247,7 @@ TEST(Refusal, OtherFilesAreTold) {
   EXPECT_THAT(error(bytes), HasSubstr("file type 2"));
 }
 
-TEST(File, TellsWhatItIsFor) {
+TEST(MachImageFile, ReportsMinimumSystemTypeAndLibraries) {
   const MachFile file = MachFile::open(modulePath("Imports"));
   EXPECT_EQ(file.minimumSystem(), "10.13");
   EXPECT_EQ(file.fileType(), mach::kTypeBundle);

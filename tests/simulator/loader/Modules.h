@@ -1,4 +1,4 @@
-// The modules that the loader's tests load, and the libraries that these find.
+// Loads modules for the loader's tests and provides the libraries that they import.
 #pragma once
 
 #include <cstddef>
@@ -11,10 +11,10 @@
 
 namespace simulator {
 
-/// The numbers that modules recorded, in order.
+/// The numbers that the modules recorded, in order.
 std::vector<int>& record();
 
-/// The simulated Mac and one library more, with the functions of modules/TestHost.h.
+/// The libraries of the simulated Mac, and one with the functions of modules/TestHost.h.
 class TestLibraries : public SystemLibraries {
  public:
   bool has(std::string_view library) const override;
@@ -28,7 +28,7 @@ std::filesystem::path modulePath(const std::string& name);
 std::vector<std::byte> moduleBytes(const std::string& name);
 std::unique_ptr<MachImage> loadModule(const std::string& name);
 
-/// An exported function of an image; the test fails where there is none.
+/// An exported function of an image; throws a LoadError if there is none.
 template <class Function>
 Function* function(const MachImage& image, const char* name) {
   void* const address = image.symbol(name);

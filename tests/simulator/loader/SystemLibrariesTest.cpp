@@ -17,7 +17,7 @@ constexpr const char* kCarbon = "/System/Library/Frameworks/Carbon.framework/Ver
 constexpr const char* kDevice =
     "/Library/Frameworks/MoravinClient.framework/Versions/A/MoravinClient";
 
-TEST(SimulatedMac, HasTheLibrariesOfTheSystem) {
+TEST(SystemLibraries, IncludeThoseOfTheMacOnly) {
   const SimulatedMac mac;
   EXPECT_TRUE(mac.has(kLibSystem));
   EXPECT_TRUE(mac.has(kLibCxx));
@@ -25,7 +25,7 @@ TEST(SimulatedMac, HasTheLibrariesOfTheSystem) {
   EXPECT_FALSE(mac.has("/usr/lib/libz.1.dylib"));
 }
 
-TEST(SimulatedMac, HasTheDeviceFrameworkWhereItIsInstalled) {
+TEST(SystemLibraries, IncludeTheDeviceFrameworkWhileItIsLoaded) {
   EXPECT_FALSE(SimulatedMac().has(kDevice));
   void* const library = dlopen(MRV_DEVICE_FRAMEWORK, RTLD_NOW);
   ASSERT_NE(library, nullptr) << dlerror();
@@ -35,27 +35,27 @@ TEST(SimulatedMac, HasTheDeviceFrameworkWhereItIsInstalled) {
   EXPECT_EQ(SimulatedMac().find(kDevice, "_fopen"), nullptr);
 }
 
-TEST(SimulatedMac, FrameworkFunctionsAreTheSimulators) {
+TEST(SystemLibraries, ProvideTheSimulatorsFrameworkFunctions) {
   EXPECT_EQ(SimulatedMac().find(kCarbon, "_CreateEvent"), reinterpret_cast<void*>(&CreateEvent));
 }
 
-TEST(SimulatedMac, StandardStreamsAreVariables) {
+TEST(SystemLibraries, ProvideStandardStreamsAsVariables) {
   EXPECT_EQ(SimulatedMac().find(kLibSystem, "___stdoutp"), &stdout);
 }
 
-TEST(SimulatedMac, NothingOfTheCLibraryIsReachedUnlessListed) {
+TEST(SystemLibraries, HideCLibraryFunctionsThatAreNotListed) {
   const SimulatedMac mac;
   EXPECT_NE(mac.find(kLibSystem, "_fopen"), nullptr);
   EXPECT_EQ(mac.find(kLibSystem, "_system"), nullptr);
   EXPECT_EQ(mac.find(kLibCxx, "_fopen"), nullptr);
 }
 
-TEST(SimulatedMac, NothingOfTheCLibraryIsReachedThroughAFramework) {
+TEST(SystemLibraries, HideTheCLibraryFromLookUpsInAFramework) {
   EXPECT_EQ(SimulatedMac().find(kCarbon, "_fopen"), nullptr);
   EXPECT_EQ(SimulatedMac().find(kCarbon, "fopen"), nullptr);
 }
 
-TEST(SimulatedMac, SineAndCosineComeBackTogether) {
+TEST(SystemLibraries, ReturnSineAndCosineTogether) {
   auto* const both = reinterpret_cast<SineAndCosine (*)(double)>(
       SimulatedMac().find(kLibSystem, "___sincos_stret"));
   ASSERT_NE(both, nullptr);
@@ -63,7 +63,7 @@ TEST(SimulatedMac, SineAndCosineComeBackTogether) {
   EXPECT_EQ(both(0.5).cosine, std::cos(0.5));
 }
 
-TEST(SimulatedMac, APatternMayEndInTheMiddle) {
+TEST(SystemLibraries, FillAPatternThatEndsInTheMiddle) {
   auto* const fill = reinterpret_cast<void (*)(void*, const void*, std::size_t)>(
       SimulatedMac().find(kLibSystem, "_memset_pattern16"));
   char block[21] = {};

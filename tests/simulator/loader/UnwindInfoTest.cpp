@@ -13,41 +13,41 @@ constexpr int kRbx = 3, kRbp = 6, kR12 = 12, kR13 = 13, kR14 = 14, kR15 = 15;
 
 using Saved = std::vector<SavedRegister>;
 
-// A table of 32-bit words.
+// The entries of a table of 32-bit words.
 std::vector<UnwindEntry> table(std::initializer_list<std::uint32_t> words) {
   const std::vector<std::uint32_t> data(words);
   return readUnwindInfo(std::as_bytes(std::span(data)));
 }
 
-TEST(DecodeFrame, BasePointerFramesNameTheirRegistersFromTheLowestUp) {
-  // rbx, r14 and r15 pushed below the base pointer: r15 (5) last, so lowest is rbx (1).
+TEST(UnwindInfoFrame, ListsTheRegistersOfABasePointerFrameFromTheLowestUp) {
+  // rbx (1), r14 (4) and r15 (5) below the base pointer, rbx at the lowest address.
   const Frame frame = decodeFrame(0x01000000 | (3 << 16) | (5 << 6) | (4 << 3) | 1);
   EXPECT_EQ(frame.kind, FrameKind::kBasePointer);
   EXPECT_EQ(frame.savedRegisters(), (Saved{{kRbx, 40}, {kR14, 32}, {kR15, 24}}));
 }
 
-TEST(DecodeFrame, ABasePointerFrameMayHaveGapsBetweenRegisters) {
+TEST(UnwindInfoFrame, SkipsGapsBetweenTheRegistersOfABasePointerFrame) {
   const Frame frame = decodeFrame(0x01000000 | (4 << 16) | (5 << 6) | (0 << 3) | 1);
   EXPECT_EQ(frame.savedRegisters(), (Saved{{kRbx, 48}, {kR15, 32}}));
 }
 
-TEST(DecodeFrame, ABasePointerFrameMaySaveNothing) {
+TEST(UnwindInfoFrame, MaySaveNoRegisters) {
   EXPECT_TRUE(decodeFrame(0x01000000).savedRegisters().empty());
 }
 
-TEST(DecodeFrame, RefusesRegistersAboveTheFrame) {
+TEST(UnwindInfoFrame, RefusesUnknownRegistersAndThoseAboveTheFrame) {
   EXPECT_THROW(decodeFrame(0x01000000 | (1 << 3)).savedRegisters(), LoadError);
   EXPECT_THROW(decodeFrame(0x01000007), LoadError);
 }
 
-TEST(DecodeFrame, AStackFrameHasItsSizeInWords) {
+TEST(UnwindInfoFrame, ReadsTheSizeOfAStackFrameInWords) {
   const Frame frame = decodeFrame(0x02040000);
   EXPECT_EQ(frame.kind, FrameKind::kStackImmediate);
   EXPECT_EQ(frame.stackSize, 32u);
   EXPECT_TRUE(frame.savedRegisters().empty());
 }
 
-TEST(DecodeFrame, PermutationsRunThroughTheRegistersInOrder) {
+TEST(UnwindInfoFrame, DecodesPermutationsOfRegisters) {
   const auto registers = [](std::uint32_t count, std::uint32_t permutation) {
     return decodeFrame(0x02080000 | (count << 10) | permutation).registers;
   };
@@ -60,38 +60,38 @@ TEST(DecodeFrame, PermutationsRunThroughTheRegistersInOrder) {
             (std::vector{kRbp, kR15, kR14, kR13, kR12, kRbx}));
 }
 
-TEST(DecodeFrame, RegistersWithoutABasePointerLieBelowTheReturnAddress) {
+TEST(UnwindInfoFrame, PlacesRegistersBelowTheReturnAddressWithoutABasePointer) {
   EXPECT_EQ(decodeFrame(0x02040000 | (2 << 10)).savedRegisters(), (Saved{{kRbx, 24}, {kR12, 16}}));
 }
 
-TEST(DecodeFrame, RefusesPermutationsThatDoNotExist) {
+TEST(UnwindInfoFrame, RefusesInvalidPermutations) {
   EXPECT_THROW(decodeFrame(0x02000000 | (7 << 10)), LoadError);
   EXPECT_THROW(decodeFrame(0x02000000 | (1 << 10) | 6), LoadError);
   EXPECT_THROW(decodeFrame(0x02000000 | (6 << 10) | 720), LoadError);
 }
 
-TEST(DecodeFrame, AnIndirectSizeStandsInTheCode) {
+TEST(UnwindInfoFrame, LocatesAnIndirectSizeInTheCode) {
   const Frame frame = decodeFrame(0x03000000 | (3 << 16) | (2 << 13));
   EXPECT_EQ(frame.kind, FrameKind::kStackIndirect);
   EXPECT_EQ(frame.sizeOffset, 3u);
   EXPECT_EQ(frame.stackAdjust, 16u);
 }
 
-TEST(DecodeFrame, ADwarfFrameSaysWhereItsEntryIs) {
+TEST(UnwindInfoFrame, LocatesTheEntryOfADwarfFrame) {
   const Frame frame = decodeFrame(0x04001234);
   EXPECT_EQ(frame.kind, FrameKind::kDwarf);
   EXPECT_EQ(frame.dwarfOffset, 0x1234u);
 }
 
-TEST(DecodeFrame, RefusesModesThatDoNotExist) {
+TEST(UnwindInfoFrame, RefusesUnknownModes) {
   EXPECT_THROW(decodeFrame(0x05000000), LoadError);
   EXPECT_THROW(decodeFrame(0), LoadError);
 }
 
-TEST(UnwindTable, ReadsARegularPage) {
+TEST(UnwindInfo, ReadsARegularPage) {
   const auto entries = table({1, 0, 0, 0, 0, 28, 2,         //
                               0x100, 52, 52, 0x200, 0, 52,  // index
-                              2, 8 | (2u << 16),            // page: two entries behind its head
+                              2, 8 | (2u << 16),            // page: two entries after its head
                               0x100, 0x01000000, 0x140, 0x02010000});
   ASSERT_EQ(entries.size(), 2u);
   EXPECT_EQ(entries[0].start, 0x100u);
@@ -100,7 +100,7 @@ TEST(UnwindTable, ReadsARegularPage) {
   EXPECT_EQ(entries[1].end, 0x200u);
 }
 
-TEST(UnwindTable, ReadsACompressedPageWithItsOwnAndTheCommonEncodings) {
+TEST(UnwindInfo, ReadsACompressedPageWithCommonAndOwnEncodings) {
   const auto entries = table({1,
                               28,
                               1,
@@ -127,7 +127,7 @@ TEST(UnwindTable, ReadsACompressedPageWithItsOwnAndTheCommonEncodings) {
   EXPECT_EQ(entries[1].encoding, 0x02010000u);
 }
 
-TEST(UnwindTable, FindsPersonalityAndLanguageData) {
+TEST(UnwindInfo, FindsPersonalityAndLanguageSpecificData) {
   const auto entries = table({1,      0,
                               0,      28,
                               1,      32,
@@ -144,19 +144,19 @@ TEST(UnwindTable, FindsPersonalityAndLanguageData) {
   EXPECT_EQ(entries[0].lsda, 0x500u);
 }
 
-TEST(UnwindTable, LeavesOutFunctionsThatItSaysNothingOf) {
+TEST(UnwindInfo, LeavesOutFunctionsWithoutAnEncoding) {
   const auto entries = table({1, 0, 0, 0, 0, 28, 2, 0x100, 52, 52, 0x200, 0, 52,  //
                               2, 8 | (2u << 16), 0x100, 0, 0x140, 0x01000000});
   ASSERT_EQ(entries.size(), 1u);
   EXPECT_EQ(entries[0].start, 0x140u);
 }
 
-TEST(UnwindTable, RefusesDamage) {
+TEST(UnwindInfo, RefusesDamagedTables) {
   EXPECT_THROW(table({2, 0, 0, 0, 0, 28, 0}), LoadError);
   EXPECT_THROW(table({1, 0}), LoadError);
   EXPECT_THROW(table({1, 0, 0, 0, 0, 28, 0xFFFFFFFF}), LoadError);
   EXPECT_THROW(table({1, 0, 0, 0, 0, 28, 2, 0x100, 52, 52, 0x200, 0, 52, 9, 0}), LoadError);
-  // Out of order, and a personality and language data that are not there.
+  // Entries out of order, a missing personality, missing language-specific data.
   EXPECT_THROW(table({1, 0, 0, 0, 0, 28, 2, 0x100, 52, 52, 0x200, 0, 52,  //
                       2, 8 | (2u << 16), 0x140, 0x01000000, 0x100, 0x01000000}),
                LoadError);
@@ -168,7 +168,9 @@ TEST(UnwindTable, RefusesDamage) {
                LoadError);
 }
 
-TEST(UnwindTable, AnEmptyTableHasNoEntries) { EXPECT_TRUE(table({1, 0, 0, 0, 0, 28, 0}).empty()); }
+TEST(UnwindInfo, HasNoEntriesIfTheTableIsEmpty) {
+  EXPECT_TRUE(table({1, 0, 0, 0, 0, 28, 0}).empty());
+}
 
 }  // namespace
 }  // namespace simulator

@@ -1,4 +1,4 @@
-// Exceptions that cross frames of every kind that the compiler makes.
+// Exceptions that cross every kind of frame that the compiler makes.
 #include <cstdint>
 #include <exception>
 #include <string>
@@ -25,7 +25,7 @@ struct Derived : Base {
 
 void keepInMemory(void* block) { asm volatile("" : : "r"(block) : "memory"); }
 
-// Uses every register that a callee has to keep, and leaves them with other values.
+// Overwrites callee-saved registers, which only the unwinder can then restore.
 __attribute__((noinline)) void spoilRegistersAndThrow() {
   asm volatile(
       "movq $-1, %%rbx\n\tmovq $-1, %%r12\n\tmovq $-1, %%r13\n\t"
@@ -52,8 +52,8 @@ __attribute__((noinline)) void throwThroughVariableFrame(int size) {
   keepInMemory(block);
 }
 
-// Too large for its size to stand in the encoding, and nothing saved: without a base pointer, the
-// size is then to be found in the code.
+// A frame without saved registers, too large for its size to fit the encoding. Without a base
+// pointer, the encoding then refers to the size in the code.
 __attribute__((noinline)) void throwThroughPlainLargeFrame() {
   long large[700];
   keepInMemory(large);
@@ -123,7 +123,7 @@ EXPORT void passesHostExceptionOn() {
   testThrow(10);
 }
 
-// Out through this system's frames and into the module's again.
+// The exception crosses host frames between two frames of the module.
 EXPORT int catchesAcrossHostFrames() {
   try {
     testCall(&throwThroughLargeFrame);
@@ -133,7 +133,7 @@ EXPORT int catchesAcrossHostFrames() {
   return -1;
 }
 
-// Holds more values than fit elsewhere in the registers that the callee spoils.
+// Keeps enough values across the call to occupy the registers that the callee overwrites.
 EXPORT long keepsRegistersAfterThrow() {
   const long a = seeds[0], b = seeds[1], c = seeds[2], d = seeds[3], e = seeds[4], f = seeds[5];
   try {

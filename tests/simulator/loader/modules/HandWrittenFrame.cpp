@@ -1,8 +1,8 @@
-// A function that keeps its frame in a way that only its own DWARF entry can tell.
+// A function whose frame only its own DWARF entry can describe.
 #include "TestHost.h"
 
-// Saves rbx at the far end of its frame (88 bytes below the caller's), where the compact encodings
-// have no place for it; the directive is escaped so that no encoding is tried.
+// Saves rbx 88 bytes below the canonical frame address, which the compact encodings cannot express.
+// The escaped directive keeps the assembler from choosing one.
 asm(R"(
   .globl _oddFrame
   .p2align 4
@@ -31,7 +31,7 @@ volatile long seed = 77;
 
 }  // namespace
 
-// The value stays in rbx, which the odd frame spoils.
+// The value is kept in rbx, which `oddFrame` overwrites.
 EXPORT long throwsThroughOddFrame() {
   register long kept asm("rbx") = seed;
   asm volatile("" : "+r"(kept));

@@ -1,4 +1,4 @@
-// Everything that a module takes from elsewhere: functions, variables, and what may be missing.
+// Imports of every kind: functions, variables, and weak imports that are missing.
 #include <cmath>
 #include <cstdio>
 #include <cstring>
@@ -20,7 +20,7 @@ EXPORT int formats(char* buffer, unsigned long size) {
 
 EXPORT int printsToStandardOutput() { return std::printf("from the module %d\n", 3); }
 
-// Large enough that the compiler calls its pattern helper.
+// The compiler replaces the loop by a call of its pattern helper.
 EXPORT void fillsWithPattern(double* numbers, int count) {
   for (int i = 0; i < count; ++i) numbers[i] = 1.25;
 }

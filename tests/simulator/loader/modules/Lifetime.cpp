@@ -1,4 +1,4 @@
-// Objects that live from the module's load to its unload, and what the loader has to do for them.
+// Static objects, pointers to rebase, and an exported variable.
 #include "TestHost.h"
 
 namespace {
@@ -17,7 +17,7 @@ Recorder first(1);
 Recorder second(2);
 
 int numbers[] = {3, 5, 7};
-// Pointers that have to move with the image.
+// The loader has to rebase these pointers.
 int* const pointers[] = {&numbers[2], &numbers[0]};
 
 }  // namespace

@@ -1,4 +1,4 @@
-// What the loader's tests offer to the modules that they load.
+// Functions that the loader's tests provide to the modules that they load.
 #pragma once
 
 extern "C" {
@@ -6,10 +6,10 @@ extern "C" {
 /// Appends the number to the test's record.
 void testRecord(int value);
 
-/// Throws the number, as an int, from this system's own code.
+/// Throws the number, as an int, from host code.
 void testThrow(int value);
 
-/// Calls back from this system's own code.
+/// Calls the function from host code.
 void testCall(void (*function)());
 }
 

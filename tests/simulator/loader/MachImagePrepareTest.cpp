@@ -1,4 +1,4 @@
-// Whatever a file holds, loading it ends in an image or in an error that says why.
+// Preparing a file gives an image or a LoadError, whatever bytes the file holds.
 #include <gtest/gtest.h>
 
 #include <random>
@@ -14,7 +14,7 @@ namespace {
 constexpr int kFilesPerModule = 2500;
 const char* const kModules[] = {"Lifetime", "ExceptionsFrameless", "Imports", "HandWrittenFrame"};
 
-// True where the file was taken. Anything else than a LoadError goes on to the test.
+// Whether the file was taken. Exceptions other than LoadError reach the test and fail it.
 bool prepares(const std::vector<std::byte>& bytes) {
   try {
     MachImage::prepare(MachFile(bytes), TestLibraries(), "mutated");
@@ -30,7 +30,7 @@ class Mutations {
   explicit Mutations(unsigned seed) : random_(seed) {}
 
   std::vector<std::byte> apply(std::vector<std::byte> bytes) {
-    // Half of the changes go to the load commands, where each byte counts most.
+    // Half of the changes go to the load commands, where a changed byte has the most effect.
     for (std::size_t i = 1 + pick(8); i > 0; --i) {
       const std::size_t reach =
           pick(2) == 0 ? std::min<std::size_t>(bytes.size(), 2048) : bytes.size();
@@ -55,7 +55,7 @@ class Mutations {
   std::mt19937 random_;
 };
 
-TEST(MutatedFiles, GiveAnErrorAndNeverACrash) {
+TEST(MachImagePrepare, TakesOrRefusesMutatedFilesWithoutACrash) {
   int refused = 0;
   int taken = 0;
   for (const char* const module : kModules) {
@@ -66,12 +66,12 @@ TEST(MutatedFiles, GiveAnErrorAndNeverACrash) {
       ++(prepares(Mutations(seed).apply(good)) ? taken : refused);
     }
   }
-  // Both kinds have to come up, or the mutations were none.
+  // Unless both results are frequent, the mutations test too little.
   EXPECT_GT(refused, 1000);
   EXPECT_GT(taken, 1000);
 }
 
-TEST(TruncatedFiles, GiveAnErrorAtEveryLengthThatMatters) {
+TEST(MachImagePrepare, RefusesTruncatedFiles) {
   const std::vector<std::byte> good = moduleBytes("Lifetime");
   for (std::size_t size = 0; size < good.size(); size += size < 4096 ? 1 : 97) {
     SCOPED_TRACE(size);
