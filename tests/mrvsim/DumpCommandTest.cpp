@@ -1,4 +1,4 @@
-// `mrvsim dump`, as a user runs it.
+// Runs `mrvsim dump` as a user does.
 #include <gmock/gmock.h>
 
 #include "tests/support/Process.h"
@@ -42,7 +42,7 @@ class DumpCommand : public testing::Test {
   std::string target_ = folder_.file("target.txt");
 };
 
-TEST_F(DumpCommand, AppendsTheFunctionAndSaysNothing) {
+TEST_F(DumpCommand, AppendsTheFunctionAndPrintsNothing) {
   const Finished finished = dump(R"([{"key": "Wdth", "type": "long", "value": 7}])");
   EXPECT_EQ(finished.status, 0);
   EXPECT_EQ(finished.output + finished.errors, "");
@@ -50,7 +50,7 @@ TEST_F(DumpCommand, AppendsTheFunctionAndSaysNothing) {
   EXPECT_THAT(appended(), HasSubstr(", keyWidth, 7);\n"));
 }
 
-TEST_F(DumpCommand, TakesTheEventInEveryFormOfID) {
+TEST_F(DumpCommand, TakesTheEventInEveryFormOfId) {
   EXPECT_EQ(dump("null", {"--event", "slct"}).status, 0);
   EXPECT_EQ(dump("null", {"--event", "$sampleEvent"}).status, 0);
   EXPECT_EQ(dump("null", {"--event", "1936483188"}).status, 0);
@@ -62,7 +62,7 @@ TEST_F(DumpCommand, TakesTheEventInEveryFormOfID) {
   EXPECT_THAT(text, HasSubstr("\nSPErr Play'("));
 }
 
-TEST_F(DumpCommand, RefusesWhatIsNoDescriptorAndLeavesTheFileAsItWas) {
+TEST_F(DumpCommand, RefusesInvalidDescriptorsAndLeavesTheFileUnchanged) {
   expectRefused("[{", "descriptor.json: parse error");
   expectRefused("", "descriptor.json: parse error");
   expectRefused("{}", "must be a list of items");
@@ -74,12 +74,12 @@ TEST_F(DumpCommand, RefusesWhatIsNoDescriptorAndLeavesTheFileAsItWas) {
                 "/0/value/0/value: ");
 }
 
-TEST_F(DumpCommand, RefusesAnEventThatIsNoID) {
+TEST_F(DumpCommand, RefusesAnEventThatIsNotAnId) {
   expectRefused("null", "--event select: ", {"--event", "select"});
   expectRefused("null", "--event 4294967296: ", {"--event", "4294967296"});
 }
 
-TEST_F(DumpCommand, TellsWhichFileItCannotReadOrWrite) {
+TEST_F(DumpCommand, NamesTheFileThatItCannotReadOrWrite) {
   target_ = folder_.file("missing/target.txt");
   const Finished unwritable = dump("null");
   EXPECT_EQ(unwritable.status, 2);

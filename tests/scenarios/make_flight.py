@@ -2,8 +2,8 @@
 """Writes flight.json and brush.json: hand-like motion of the device, 100 samples a second.
 
 A movement of the hand is a smooth rise and fall of the deflection (sine squared) along one
-direction, with some motion leaking into the other axes and the tremor of a resting hand (8 to 12
-cycles a second) on top. The same seed gives the same files.
+direction. Some motion leaks into the other axes, and the tremor of a resting hand (8 to 12 Hz) is
+added. The seeds are fixed, so every run writes the same files.
 
     python3 tests/scenarios/make_flight.py
 """

@@ -1,4 +1,5 @@
-// `mrvsim check`: passes the plug-in that ships, and fails for each check a plug-in made for it.
+// `mrvsim check` passes the shipped plug-in; each check fails the plug-in that was made to violate
+// it.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
@@ -29,7 +30,7 @@ std::string macModule(const char* name) {
 struct Faulty {
   const char* check;
   std::string plugin;
-  const char* reason;  // a part of what the check says
+  const char* reason;  // part of the check's reason
 };
 
 void PrintTo(const Faulty& faulty, std::ostream* out) { *out << faulty.check; }
@@ -56,7 +57,7 @@ std::vector<Faulty> faultyPlugins() {
 
 class CheckOnFaultyPlugin : public testing::TestWithParam<Faulty> {};
 
-TEST_P(CheckOnFaultyPlugin, fails) {
+TEST_P(CheckOnFaultyPlugin, Fails) {
   const Faulty& faulty = GetParam();
   const Finished checked = run({MRVSIM, "check", faulty.plugin, "--only", faulty.check});
   EXPECT_EQ(checked.status, 1) << checked.errors;
@@ -71,15 +72,15 @@ INSTANTIATE_TEST_SUITE_P(, CheckOnFaultyPlugin, testing::ValuesIn(faultyPlugins(
                            return name;
                          });
 
-TEST(Check, everyOneHasAPluginThatFailsIt) {
-  std::set<std::string> failed = {"resource"};  // has bundles of its own below
+TEST(Check, HasAFaultyPluginForEveryName) {
+  std::set<std::string> failed = {"resource"};  // tested below with modified bundles
   for (const Faulty& faulty : faultyPlugins()) failed.insert(faulty.check);
   std::set<std::string> all;
   for (const simulator::Check& check : simulator::allChecks()) all.insert(check.name);
   EXPECT_EQ(failed, all);
 }
 
-// The shipping bundle with another description; with none where the text is empty.
+// The shipped bundle with another description; without a description if the text is empty.
 class BundleWith {
  public:
   explicit BundleWith(const std::string& description) : path_(folder_.file("MrvPhotoshop.plugin")) {
@@ -103,33 +104,33 @@ std::string description(const std::string& from = "", const std::string& to = ""
   return text;
 }
 
-TEST(CheckResource, passesTheDescriptionThatShips) {
+TEST(CheckResource, PassesTheShippedDescription) {
   EXPECT_EQ(BundleWith(description()).check().status, 0);
 }
 
-TEST(CheckResource, failsWithoutADescription) {
+TEST(CheckResource, FailsWithoutADescription) {
   const Finished checked = BundleWith("").check();
   EXPECT_EQ(checked.status, 1);
   EXPECT_THAT(checked.output, HasSubstr("is not there"));
 }
 
-TEST(CheckResource, failsWhereTheEntryPointIsNotExported) {
+TEST(CheckResource, FailsIfTheEntryPointIsNotExported) {
   const Finished checked = BundleWith(description("entry   AutoPluginMain", "entry Other")).check();
   EXPECT_EQ(checked.status, 1);
   EXPECT_THAT(checked.output, HasSubstr("names Other, which is not exported"));
 }
 
-TEST(CheckResource, failsWhereTheShutDownIsNotAskedFor) {
+TEST(CheckResource, FailsIfShutDownIsNotRequested) {
   const Finished checked = BundleWith(description("startup shutdown", "startup")).check();
   EXPECT_EQ(checked.status, 1);
   EXPECT_THAT(checked.output, HasSubstr("does not ask for"));
 }
 
-TEST(CheckResource, failsForAnotherKindOfPlugin) {
+TEST(CheckResource, FailsForAnotherKindOfPlugin) {
   EXPECT_EQ(BundleWith(description("actn", "8BFM")).check().status, 1);
 }
 
-TEST(CheckResource, failsForADamagedFile) {
+TEST(CheckResource, FailsForADamagedFile) {
   const TemporaryFolder folder;
   const std::string bundle = folder.file("MrvPhotoshop.plugin");
   std::filesystem::copy(MRV_BUNDLE, bundle, std::filesystem::copy_options::recursive);
@@ -137,7 +138,7 @@ TEST(CheckResource, failsForADamagedFile) {
   EXPECT_EQ(run({MRVSIM, "check", bundle, "--only", "resource"}).status, 1);
 }
 
-TEST(Check, passesTheBundleThatShipsInEveryPoint) {
+TEST(Check, PassesTheShippedBundleInEveryPoint) {
   const Finished checked = run({MRVSIM, "check", MRV_BUNDLE, "--json"});
   EXPECT_EQ(checked.status, 0) << checked.output;
   const json report = json::parse(checked.output);
@@ -146,13 +147,13 @@ TEST(Check, passesTheBundleThatShipsInEveryPoint) {
   for (const json& check : report["checks"]) EXPECT_EQ(check["result"], "passed") << check;
 }
 
-TEST(Check, passesTheModuleInWhatAppliesToIt) {
+TEST(Check, PassesTheLinuxModuleInWhatAppliesToIt) {
   const Finished checked = run({MRVSIM, "check", MODULE});
   EXPECT_EQ(checked.status, 0) << checked.output;
   EXPECT_THAT(checked.output, HasSubstr("not applicable: not built for the Mac"));
 }
 
-TEST(Check, listsNamesAndSentences) {
+TEST(Check, ListsNamesAndSentences) {
   const Finished listed = run({MRVSIM, "check", "--list"});
   EXPECT_EQ(listed.status, 0);
   for (const simulator::Check& check : simulator::allChecks()) {
@@ -161,18 +162,18 @@ TEST(Check, listsNamesAndSentences) {
   }
 }
 
-TEST(Check, onlyRunsWhatItIsToldTo) {
+TEST(Check, RunsOnlyTheRequestedChecks) {
   const Finished checked = run({MRVSIM, "check", MODULE, "--only", "load-time", "--json"});
   const json report = json::parse(checked.output);
   ASSERT_EQ(report["checks"].size(), 1U);
   EXPECT_EQ(report["checks"][0]["name"], "load-time");
 }
 
-TEST(Check, aRunInWhichNothingAppliedIsNoPass) {
+TEST(Check, DoesNotPassIfNothingApplies) {
   EXPECT_EQ(run({MRVSIM, "check", MODULE, "--only", "exports"}).status, 1);
 }
 
-TEST(Check, aFileThatCannotBeLoadedFails) {
+TEST(Check, FailsForAFileThatCannotBeLoaded) {
   const TemporaryFolder folder;
   testing_support::writeFile(folder.file("text.so"), "no module");
   const Finished checked = run({MRVSIM, "check", folder.file("text.so")});
@@ -180,7 +181,7 @@ TEST(Check, aFileThatCannotBeLoadedFails) {
   EXPECT_THAT(checked.output, HasSubstr("0 passed"));
 }
 
-TEST(Check, whatIsNotThereCannotBeChecked) {
+TEST(Check, RejectsAMissingFileAndAnUnknownName) {
   const Finished missing = run({MRVSIM, "check", "/nowhere/at/all"});
   EXPECT_EQ(missing.status, 2);
   EXPECT_THAT(missing.errors, HasSubstr("/nowhere/at/all is not there"));

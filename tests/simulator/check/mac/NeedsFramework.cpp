@@ -1,2 +1,2 @@
-// Fails "weak-framework".
+// Fails "weak-framework": its load command for the device framework is not weak.
 #include "EntryPoint.h"

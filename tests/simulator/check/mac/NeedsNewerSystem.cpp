@@ -1,2 +1,2 @@
-// Fails "minimum-system".
+// Fails "minimum-system": needs macOS 11.0.
 #include "EntryPoint.h"

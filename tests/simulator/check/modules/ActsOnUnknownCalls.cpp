@@ -1,4 +1,4 @@
-// Fails "unknown-calls": takes a suite whatever it is called for.
+// Fails "unknown-calls": acquires a suite on every call.
 #include "PlugIn.h"
 
 ENTRY_POINT(const char*, const char*, void* message) {

@@ -1,4 +1,4 @@
-// Fails "handles-respected".
+// Fails "handles-respected": frees a descriptor twice.
 #include "PlugIn.h"
 
 ENTRY_POINT(const char*, const char* selector, void* message) {

@@ -1,4 +1,4 @@
-// Fails "keys-released": presses the option key and leaves it.
+// Fails "keys-released": presses the option key and never releases it.
 #include <Carbon/Carbon.h>
 
 #include "PlugIn.h"

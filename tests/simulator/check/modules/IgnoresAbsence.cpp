@@ -1,4 +1,4 @@
-// Fails "without-framework": starts its thread although there is nothing to listen to.
+// Fails "without-framework": starts its thread even if the framework is absent.
 #include <Carbon/Carbon.h>
 
 #include "PlugIn.h"

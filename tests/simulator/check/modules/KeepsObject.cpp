@@ -1,4 +1,4 @@
-// Fails "objects-freed": makes a descriptor and forgets it.
+// Fails "objects-freed": makes a descriptor and never frees it.
 #include "PlugIn.h"
 
 ENTRY_POINT(const char*, const char* selector, void* message) {

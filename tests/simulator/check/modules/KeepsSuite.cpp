@@ -1,4 +1,4 @@
-// Fails "suites-released".
+// Fails "suites-released": acquires a suite and never releases it.
 #include "PlugIn.h"
 
 ENTRY_POINT(const char*, const char* selector, void* message) {

@@ -1,4 +1,4 @@
-// What the faulty plug-ins have in common.
+// Helpers shared by the faulty plug-ins.
 #pragma once
 
 #include <PIActions.h>
@@ -15,7 +15,7 @@ inline SPBasicSuite* basicSuiteOf(void* message) {
 
 inline bool isStartup(const char* selector) { return std::strcmp(selector, "Startup") == 0; }
 
-/// The host's suite; null where it is refused.
+/// Acquires a suite of the host; null if the host refuses.
 template <class Suite>
 const Suite* acquire(SPBasicSuite* basic, const char* name, int version) {
   const void* suite = nullptr;

@@ -1,4 +1,4 @@
-// Fails "start-twice": registers at each start-up.
+// Fails "start-twice": registers at every start-up.
 #include <MoravinClient/MoravinClient.h>
 
 #include "PlugIn.h"

@@ -1,4 +1,4 @@
-// Fails "device-thread": asks the host for a suite on a thread of its own.
+// Fails "device-thread": acquires a suite on another thread.
 #include <Carbon/Carbon.h>
 
 #include "PlugIn.h"

@@ -1,4 +1,4 @@
-// Fails "hostile-host": calls through a suite without asking whether it got it.
+// Fails "hostile-host": uses a suite without checking that it was acquired.
 #include "PlugIn.h"
 
 ENTRY_POINT(const char*, const char* selector, void* message) {

@@ -1,6 +1,6 @@
-// Every scenario that has its expected log beside it is played and compared line by line.
+// Plays every scenario that has an expected log beside it and compares the logs line by line.
 //
-// After a change that is meant, look at the difference and write the log anew:
+// After an intended change of behaviour, review the difference and write the log again:
 //     mrvsim play NAME.json > NAME.expected.jsonl
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
@@ -40,9 +40,9 @@ std::vector<json> parseLines(const std::string& text) {
   return lines;
 }
 
-class Scenario : public testing::TestWithParam<std::string> {};
+class PlayCommandLog : public testing::TestWithParam<std::string> {};
 
-TEST_P(Scenario, isPlayedAsExpected) {
+TEST_P(PlayCommandLog, MatchesTheExpectedLog) {
   const std::string scenario = (kScenarios / (GetParam() + ".json")).string();
   const Finished played = run({MRVSIM, "play", scenario});
   SCOPED_TRACE(std::string("to see it: ") + MRVSIM + " play " + scenario);
@@ -59,27 +59,30 @@ TEST_P(Scenario, isPlayedAsExpected) {
   EXPECT_EQ(played.errors, "");
 }
 
-INSTANTIATE_TEST_SUITE_P(, Scenario, testing::ValuesIn(scenarioNames()), [](const auto& test) {
-  std::string name = test.param;
-  std::replace(name.begin(), name.end(), '-', '_');
-  return name;
-});
+INSTANTIATE_TEST_SUITE_P(, PlayCommandLog, testing::ValuesIn(scenarioNames()),
+                         [](const auto& test) {
+                           std::string name = test.param;
+                           std::replace(name.begin(), name.end(), '-', '_');
+                           return name;
+                         });
 
-TEST(Scenarios, haveAnExpectedLogEach) { EXPECT_GE(scenarioNames().size(), 18U); }
+TEST(PlayCommandScenarios, IncludeAtLeastEighteenExpectedLogs) {
+  EXPECT_GE(scenarioNames().size(), 18U);
+}
 
-class Motion : public testing::TestWithParam<const char*> {
+class PlayCommandMotion : public testing::TestWithParam<const char*> {
  protected:
   std::string file() const { return (kScenarios / GetParam()).string(); }
 };
 
-TEST_P(Motion, isPlayedTheSameEveryTimeWithoutMisuse) {
+TEST_P(PlayCommandMotion, GivesTheSameLogEveryTimeWithoutMisuse) {
   const Finished first = run({MRVSIM, "play", file()});
   const Finished second = run({MRVSIM, "play", file()});
   EXPECT_EQ(first.status, 0);
   EXPECT_EQ(first.output, second.output);
 }
 
-TEST_P(Motion, leavesNoKeyHeldAndPacesTicksByTheRedraw) {
+TEST_P(PlayCommandMotion, LeavesNoKeyDownAndPacesTicksByTheRedraw) {
   const auto scenario = json::parse(readFile(file()));
   const int delay = scenario["host"]["redrawDelay"];
   int held = 0;
@@ -94,7 +97,7 @@ TEST_P(Motion, leavesNoKeyHeldAndPacesTicksByTheRedraw) {
   EXPECT_GT(lastTick, 0);
 }
 
-TEST_P(Motion, hasAReadableSummary) {
+TEST_P(PlayCommandMotion, HasAReadableSummary) {
   const Finished played = run({MRVSIM, "play", file(), "--summary"});
   EXPECT_EQ(played.status, 0);
   for (const char* row : {"Device samples", "Wheel ticks", "Dropped by pacing", "Clicks held back",
@@ -103,12 +106,12 @@ TEST_P(Motion, hasAReadableSummary) {
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(, Motion, testing::Values("flight.json", "brush.json"),
+INSTANTIATE_TEST_SUITE_P(, PlayCommandMotion, testing::Values("flight.json", "brush.json"),
                          [](const auto& test) {
                            return std::string(test.param, std::string_view(test.param).find('.'));
                          });
 
-TEST(Flight, isAMinuteOfEveryKindOfMotion) {
+TEST(PlayCommandFlight, LastsAMinuteWithEveryKindOfMotion) {
   const auto steps = json::parse(readFile(kScenarios / "flight.json"))["steps"];
   const auto count = [&](const char* kind) {
     return std::count_if(steps.begin(), steps.end(),

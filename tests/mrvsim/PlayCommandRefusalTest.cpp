@@ -1,5 +1,5 @@
-// A scenario that cannot be played gets one line on standard error that names the file, the place
-// and the reason, and nothing is played.
+// `mrvsim play` refuses a scenario that cannot be played with one line on standard error, which
+// names the file, the place and the reason, and plays nothing.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -18,8 +18,8 @@ using testing_support::TemporaryFolder;
 struct Broken {
   const char* name;
   const char* text;
-  const char* place;   ///< what the line says of the place
-  const char* reason;  ///< what it says of the reason
+  const char* place;   ///< part of the line that names the place
+  const char* reason;  ///< part of the line that gives the reason
 };
 
 void PrintTo(const Broken& broken, std::ostream* stream) { *stream << broken.text; }
@@ -90,9 +90,9 @@ void expectOneLineThatSays(const Finished& finished, const std::vector<std::stri
   }
 }
 
-class BrokenScenario : public testing::TestWithParam<Broken> {};
+class PlayCommandRefusalOfBrokenScenario : public testing::TestWithParam<Broken> {};
 
-TEST_P(BrokenScenario, isRefusedInOneLine) {
+TEST_P(PlayCommandRefusalOfBrokenScenario, IsOneLineThatNamesFilePlaceAndReason) {
   const TemporaryFolder folder;
   const std::string file = folder.file("broken.json");
   const std::string log = folder.file("log");
@@ -102,19 +102,19 @@ TEST_P(BrokenScenario, isRefusedInOneLine) {
   EXPECT_EQ(run({"test", "-e", log}).status, 1) << "a log was begun";
 }
 
-INSTANTIATE_TEST_SUITE_P(, BrokenScenario, testing::ValuesIn(kBroken),
+INSTANTIATE_TEST_SUITE_P(, PlayCommandRefusalOfBrokenScenario, testing::ValuesIn(kBroken),
                          [](const auto& test) { return test.param.name; });
 
-TEST(UnplayableScenario, missingFileIsNamed) {
+TEST(PlayCommandRefusal, NamesAMissingScenario) {
   expectOneLineThatSays(run({MRVSIM, "play", "/nowhere/missing.json"}),
                         {"/nowhere/missing.json", "No such file"});
 }
 
-TEST(UnplayableScenario, folderIsNoScenario) {
+TEST(PlayCommandRefusal, NamesAFolderGivenAsScenario) {
   expectOneLineThatSays(run({MRVSIM, "play", "/tmp"}), {"/tmp", "directory"});
 }
 
-TEST(UnplayableScenario, unwritableLogIsNamed) {
+TEST(PlayCommandRefusal, NamesAnUnwritableLog) {
   const TemporaryFolder folder;
   testing_support::writeFile(folder.file("empty.json"), "{}");
   const std::string log = folder.file("no/such/folder/log");
@@ -122,7 +122,7 @@ TEST(UnplayableScenario, unwritableLogIsNamed) {
                         {log, "cannot be written"});
 }
 
-TEST(UnplayableScenario, missingPlugInIsNamed) {
+TEST(PlayCommandRefusal, NamesAMissingPlugin) {
   const TemporaryFolder folder;
   testing_support::writeFile(folder.file("empty.json"), "{}");
   const std::string plugin = folder.file("missing.so");
@@ -130,7 +130,7 @@ TEST(UnplayableScenario, missingPlugInIsNamed) {
                         {plugin});
 }
 
-TEST(UnplayableScenario, badUsageIsToldWithStatusTwo) {
+TEST(PlayCommandRefusal, OfBadUsageHasStatusTwo) {
   EXPECT_EQ(run({MRVSIM}).status, 2);
   EXPECT_EQ(run({MRVSIM, "play"}).status, 2);
   EXPECT_EQ(run({MRVSIM, "fly"}).status, 2);
