@@ -1,6 +1,14 @@
-# Sourced by the commands: installs what is missing and builds presets.
+# shellcheck shell=bash
+# Sourced by the commands: the packages that they need, and how they install and build.
 
-# need PACKAGE...: installs those of the distribution's packages that are not there.
+# shellcheck disable=SC2034  # the lists are used where this file is sourced
+BUILD_PACKAGES=(g++ cmake ninja-build nlohmann-json3-dev libfmt-dev libcli11-dev)
+BUNDLE_PACKAGES=(g++ cmake ninja-build zip clang-19 lld-19 llvm-19 libc++-19-dev)
+LIBRARY_PACKAGES=(libgtest-dev libgmock-dev libbenchmark-dev libeigen3-dev libglm-dev)
+TEST_PACKAGES=("${BUILD_PACKAGES[@]}" "${BUNDLE_PACKAGES[@]}" "${LIBRARY_PACKAGES[@]}" git gcovr
+               unzip binutils libclang-rt-19-dev clang-format-19 clang-tidy-19 shellcheck)
+
+# need PACKAGE...: installs the packages of the distribution that are missing.
 need() {
   local missing=() package
   for package in "$@"; do
@@ -16,21 +24,14 @@ need() {
     apt-get install -y -qq --no-install-recommends "${missing[@]}" >&2
 }
 
-BUILD_PACKAGES=(g++ cmake ninja-build nlohmann-json3-dev libfmt-dev libcli11-dev)
-TEST_PACKAGES=(libgtest-dev libgmock-dev libbenchmark-dev libeigen3-dev libglm-dev gcovr zip unzip
-               clang-19 lld-19 llvm-19 libc++-19-dev libclang-rt-19-dev clang-format-19
-               clang-tidy-19)
-
-# build FOLDER OPTION...: configures and builds, and shows what was printed only where it failed.
+# build PRESET [OPTION...]: configures and builds. What compilers and linkers print is shown; of the
+# configuration only warnings and errors are.
 build() {
-  local folder=build/$1 printed
+  local preset=$1
   shift
-  printed=$(mktemp)
-  if ! { cmake -S . -B "$folder" -G Ninja "$@" && cmake --build "$folder"; } >"$printed" 2>&1; then
-    cat "$printed" >&2
-    rm -f "$printed"
-    echo "$folder could not be built" >&2
-    return 1
-  fi
-  rm -f "$printed"
+  cmake --preset "$preset" --log-level=WARNING "$@" >/dev/null
+  cmake --build --preset "$preset" -- --quiet
 }
+
+# folders KIND: the folders of one kind in cmake/folders.txt.
+folders() { awk -v kind="$1" '$1 == kind { print $2 }' cmake/folders.txt; }

@@ -1,8 +1,6 @@
 // The log of everything that the plug-in does to its surroundings: one JSON object per line.
 #pragma once
 
-#include <nlohmann/json.hpp>
-
 #include <atomic>
 #include <cstdint>
 #include <functional>
@@ -10,10 +8,9 @@
 #include <string>
 #include <string_view>
 
-namespace simulator {
+#include "simulator/base/Json.h"
 
-/// Fields keep the order in which they were added.
-using Json = nlohmann::ordered_json;
+namespace simulator {
 
 /// Passes lines to a sink in the order in which they are written. Lines written by several threads
 /// do not interleave. [any-thread]

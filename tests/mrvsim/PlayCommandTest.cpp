@@ -3,7 +3,6 @@
 // After an intended change of behaviour, review the difference and write the log again:
 //     mrvsim play NAME.json > NAME.expected.jsonl
 #include <gtest/gtest.h>
-#include <nlohmann/json.hpp>
 
 #include <algorithm>
 #include <filesystem>
@@ -11,11 +10,12 @@
 #include <string>
 #include <vector>
 
+#include "simulator/base/Json.h"
 #include "tests/support/Process.h"
 
 namespace {
 
-using nlohmann::json;
+using simulator::Json;
 using testing_support::Finished;
 using testing_support::readFile;
 using testing_support::run;
@@ -33,10 +33,10 @@ std::vector<std::string> scenarioNames() {
   return names;
 }
 
-std::vector<json> parseLines(const std::string& text) {
-  std::vector<json> lines;
+std::vector<Json> parseLines(const std::string& text) {
+  std::vector<Json> lines;
   std::istringstream stream(text);
-  for (std::string line; std::getline(stream, line);) lines.push_back(json::parse(line));
+  for (std::string line; std::getline(stream, line);) lines.push_back(Json::parse(line));
   return lines;
 }
 
@@ -53,7 +53,7 @@ TEST_P(PlayCommandLog, MatchesTheExpectedLog) {
     ASSERT_EQ(log[i], expected[i]) << "at line " << i + 1;
   }
   EXPECT_EQ(log.size(), expected.size());
-  const auto isMisuse = [](const json& line) { return line["what"] == "misuse"; };
+  const auto isMisuse = [](const Json& line) { return line["what"] == "misuse"; };
   const bool misused = std::any_of(expected.begin(), expected.end(), isMisuse);
   EXPECT_EQ(played.status, misused ? 3 : 0);
   EXPECT_EQ(played.errors, "");
@@ -83,11 +83,11 @@ TEST_P(PlayCommandMotion, GivesTheSameLogEveryTimeWithoutMisuse) {
 }
 
 TEST_P(PlayCommandMotion, LeavesNoKeyDownAndPacesTicksByTheRedraw) {
-  const auto scenario = json::parse(readFile(file()));
+  const auto scenario = Json::parse(readFile(file()));
   const int delay = scenario["host"]["redrawDelay"];
   int held = 0;
   std::int64_t lastTick = -delay;
-  for (const json& line : parseLines(run({MRVSIM, "play", file()}).output)) {
+  for (const Json& line : parseLines(run({MRVSIM, "play", file()}).output)) {
     if (line["what"] == "key") held += line["down"] ? 1 : -1;
     if (line["what"] != "wheel") continue;
     EXPECT_GE(line["t"].get<std::int64_t>() - lastTick, delay);
@@ -112,10 +112,10 @@ INSTANTIATE_TEST_SUITE_P(, PlayCommandMotion, testing::Values("flight.json", "br
                          });
 
 TEST(PlayCommandFlight, LastsAMinuteWithEveryKindOfMotion) {
-  const auto steps = json::parse(readFile(kScenarios / "flight.json"))["steps"];
+  const auto steps = Json::parse(readFile(kScenarios / "flight.json"))["steps"];
   const auto count = [&](const char* kind) {
     return std::count_if(steps.begin(), steps.end(),
-                         [&](const json& step) { return step.contains(kind); });
+                         [&](const Json& step) { return step.contains(kind); });
   };
   EXPECT_EQ(count("axes"), 6000);
   EXPECT_GE(count("click"), 6);

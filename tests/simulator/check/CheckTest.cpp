@@ -2,7 +2,6 @@
 // it.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <nlohmann/json.hpp>
 
 #include <algorithm>
 #include <filesystem>
@@ -12,11 +11,12 @@
 
 #include "packaging/resource/HostDescription.h"
 #include "simulator/check/Check.h"
+#include "simulator/base/Json.h"
 #include "tests/support/Process.h"
 
 namespace {
 
-using nlohmann::json;
+using simulator::Json;
 using testing::HasSubstr;
 using testing_support::Finished;
 using testing_support::run;
@@ -141,10 +141,10 @@ TEST(CheckResource, FailsForADamagedFile) {
 TEST(Check, PassesTheShippedBundleInEveryPoint) {
   const Finished checked = run({MRVSIM, "check", MRV_BUNDLE, "--json"});
   EXPECT_EQ(checked.status, 0) << checked.output;
-  const json report = json::parse(checked.output);
+  const Json report = Json::parse(checked.output);
   EXPECT_EQ(report["passed"], simulator::allChecks().size());
   EXPECT_EQ(report["failed"], 0);
-  for (const json& check : report["checks"]) EXPECT_EQ(check["result"], "passed") << check;
+  for (const Json& check : report["checks"]) EXPECT_EQ(check["result"], "passed") << check;
 }
 
 TEST(Check, PassesTheLinuxModuleInWhatAppliesToIt) {
@@ -164,7 +164,7 @@ TEST(Check, ListsNamesAndSentences) {
 
 TEST(Check, RunsOnlyTheRequestedChecks) {
   const Finished checked = run({MRVSIM, "check", MODULE, "--only", "load-time", "--json"});
-  const json report = json::parse(checked.output);
+  const Json report = Json::parse(checked.output);
   ASSERT_EQ(report["checks"].size(), 1U);
   EXPECT_EQ(report["checks"][0]["name"], "load-time");
 }

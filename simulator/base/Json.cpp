@@ -1,0 +1,3 @@
+#include "simulator/base/Json.h"
+
+template class nlohmann::basic_json<nlohmann::ordered_map>;
