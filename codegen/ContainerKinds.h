@@ -1,5 +1,5 @@
-// The three kinds of containers: their types, their suites, and their names in the generated code.
-// In descriptors the getters tell an item by its key, in lists by its index.
+// The three kinds of containers: their types, their suites and their names in the generated code.
+// A descriptor's getters select an item by its key, a list's by its index.
 #pragma once
 
 #include <string>
@@ -35,7 +35,7 @@ struct ListKind {
   static std::uint32_t selector(DescriptorKeyID, std::uint32_t index) { return index; }
   static bool readKey(Container, std::uint32_t, DescriptorKeyID*) { return true; }
 
-  /// Items of lists have no keys: nothing is looked up and nothing is written.
+  /// List items have no key: nothing is looked up or written.
   struct Key {
     Key(SourceWriter&, DescriptorKeyID, const IDRole&) {}
   };
@@ -52,7 +52,8 @@ struct ReferenceKind {
 
 inline constexpr std::string_view kMoveToTop = "// Move this to the top of the routine!";
 
-/// Writes a container's declaration and making, and has it released at the function's end.
+/// Writes the statements that declare and make a container. Adds it to `freeZone`, if that is set,
+/// for release at the end of the generated function.
 template <class Kind>
 void writeContainerHeader(typename Kind::Container container, SourceWriter& out) {
   const std::string variable = declaredName(Kind::kVariable, container);

@@ -1,5 +1,5 @@
-// What lies within one another is kept on a heap of levels instead of the stack, so that no depth
-// of nesting can exhaust it.
+// Nested containers are kept in a vector of levels instead of on the call stack, which deep nesting
+// would exhaust.
 #include "codegen/ContainerWalker.h"
 
 #include <HostTerms.h>
@@ -27,7 +27,7 @@ class Walk {
   }
 
  private:
-  /// Starts on a container; one that does not tell its count is left at once.
+  /// Starts a new level; false, with none started, if the container cannot be walked.
   template <class Kind>
   bool enter(ItemWriter<Kind> items) {
     if (!items.begin()) return false;
@@ -35,7 +35,7 @@ class Walk {
     return true;
   }
 
-  /// Writes the next item, or leaves the container at its end. `items` may be gone afterwards.
+  /// Writes the next item, or ends the level after the last one. May destroy `items`.
   template <class Kind>
   void step(ItemWriter<Kind>& items) {
     if (items.atEnd()) return leave();

@@ -1,11 +1,14 @@
-// The walk over descriptors and lists, to a text that is being written (Walkers.h says what it
-// writes).
+// Writes the statements that rebuild descriptors and lists; Walkers.h describes them.
 #pragma once
 
 #include <PIActions.h>
 
 #include "codegen/SourceWriter.h"
 
-/// REQUIRES of both: the action suites are held. [main-thread]
+/// Writes `descriptor`; nothing if it is null or the host does not report its item count.
+/// REQUIRES: the action suites are held. [main-thread]
 void writeDescriptor(PIActionDescriptor descriptor, SourceWriter& out);
+
+/// Writes `list`; nothing if it is null or the host does not report its item count.
+/// REQUIRES: the action suites are held. [main-thread]
 void writeList(PIActionList list, SourceWriter& out);

@@ -13,7 +13,7 @@
 
 namespace {
 
-/// Makes a FreeZone the current one for as long as it lives.
+/// Provides the current `freeZone` for its lifetime.
 class CurrentFreeZone {
  public:
   CurrentFreeZone() { freeZone = &zone_; }
@@ -34,9 +34,10 @@ class EventName {
 
   BareName name() const { return BareName{name_}; }
 
-  /// How the play statement spells the event; writes the look-up that a run-time event needs. The
-  /// number counts as unsigned here and as signed everywhere else: an event with its top bit set is
-  /// named as a run-time one but not looked up. Kept as dumps in the field have it.
+  /// The event's spelling in the play statement; for a run-time event, writes the look-up first.
+  /// Compares the number as unsigned, while isRuntimeID compares it as signed: an event with its
+  /// top bit set is named like a run-time event but not looked up. Kept as dumps in the field have
+  /// it.
   BareName spelling(SourceWriter& out) const {
     if (id_ > static_cast<std::uint32_t>(kLastRuntimeID)) return name();
     constexpr std::string_view kVariable = "runtimeEventID";
@@ -55,8 +56,8 @@ void writeHead(const EventName& event, SourceWriter& out) {
   out.line("{");
   tabLevel = 1;
   out.indentedLine("PIActionDescriptor result = NULL;");
-  // The play statement may use a runtimeEventID, too. It is not declared: for an event that has
-  // one, the declaration belongs to the code that the function is pasted into.
+  // The play statement may also use runtimeEventID. Its declaration is left to the code that the
+  // function is pasted into.
   for (const std::string_view role : {"Key", "Type", "Obj", "Enum", "Class", "Prop", "Unit"}) {
     out.indentedLine("DescriptorTypeID runtime", role, "ID;");
   }

@@ -1,5 +1,5 @@
-// Writes an action descriptor out as source text: a function that rebuilds the descriptor through
-// the host's suites and plays an event with it. A developer's aid; nothing else calls it.
+// Writes an action descriptor as source text: a function that rebuilds the descriptor through the
+// host's suites and plays an event with it. An aid for developers; the plug-in does not call it.
 //
 //   PIUDumpDescriptor(eventSet, descriptor, "/tmp/played.txt");
 #pragma once
@@ -10,10 +10,12 @@
 
 #include "codegen/DumpState.h"
 
-/// Appends one generated function to the file `fileName`, which is made where there is none.
-/// `eventID`: the event to play. `descriptor`: the host's handle, still the caller's, or null.
-/// Nothing is reported and nothing is thrown: where a host suite is missing, nothing is written and
-/// the file is not opened; where the file cannot be opened, the text goes nowhere; where a host
-/// call fails, a line that begins with "ERROR" stands in the text. REQUIRES: `fileName` is not
-/// null. [main-thread]
+/// Appends one generated function to the file `fileName`, which is created if it does not exist.
+/// `eventID`: the event to play. `descriptor`: the descriptor to rebuild and play the event with,
+/// which remains the caller's; if it is null, the event is played without a descriptor.
+///
+/// Reports no errors and does not throw. If a host suite is missing, nothing is written and the
+/// file is not opened. If the file cannot be opened, the text is discarded. An item that the host
+/// fails to return becomes a line that begins with "ERROR". If memory runs out, the text ends
+/// early. REQUIRES: `fileName` is not null. [main-thread]
 void PIUDumpDescriptor(std::uint32_t eventID, PIActionDescriptor descriptor, const char* fileName);

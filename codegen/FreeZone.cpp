@@ -7,7 +7,7 @@
 
 namespace {
 
-/// The procedure that releases a variable whose name begins with `letter`, empty for none.
+/// The procedure that releases a variable whose name begins with `letter`; empty if there is none.
 std::string_view releaseProcedure(char letter) {
   switch (letter) {
     case 'a':

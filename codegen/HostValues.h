@@ -1,19 +1,19 @@
-// The host's values that the generator reads, each in a holder that gives it back, beside the
-// containers that plugin/HostObjects.h holds. [main-thread]
+// Owners of the host's values that the generator reads, in addition to the containers in
+// suites/HostObjects.h. [main-thread]
 #pragma once
 
 #include "hostutil/Owned.h"
 #include "suites/HostObjects.h"
 
-/// Makes sure that a suite is held, so that no later use of it throws. False where the host does
-/// not hand it out.
+/// Acquires the suite unless it is held already; false if the host does not provide it. Later uses
+/// of a held suite do not throw.
 template <class T>
 bool hold(AutoSuite<T>& holder) {
   if (holder.suite == nullptr) holder.AcquireSuite(false);
   return holder.suite != nullptr;
 }
 
-/// The suites without which nothing can be walked, in the order in which they are asked for.
+/// Acquires the suites that every walk needs, in this order; false at the first that is missing.
 inline bool holdActionSuites() {
   return hold(sPSActionDescriptor) && hold(sPSActionList) && hold(sPSActionReference) &&
          hold(sPSActionControl);
@@ -22,6 +22,6 @@ inline bool holdActionSuites() {
 inline void releaseText(ASZString text) { sASZString->Release(text); }
 inline void disposeAlias(Handle alias) { sPSHandle->DisposeRegularHandle(alias); }
 
-/// REQUIRES of both: the suite that takes the value back is held before the value is read.
+/// REQUIRES, of both: the suite that releases the value is held before the value is read.
 using OwnedText = Owned<ASZString, releaseText>;
 using OwnedAlias = Owned<Handle, disposeAlias>;

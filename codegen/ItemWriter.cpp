@@ -9,7 +9,7 @@
 
 namespace {
 
-/// The longest path that is written, its terminator included; of longer ones nothing is.
+/// The room for a path, in bytes, terminator included; a longer path becomes empty.
 constexpr std::size_t kPathSize = 512;
 
 }  // namespace
@@ -22,7 +22,7 @@ bool ItemWriter<Kind>::begin() {
   return true;
 }
 
-/// What the host does not tell becomes 0, a type that the table below does not know.
+/// If the host does not report key or type, the type becomes 0, which is not a known type.
 template <class Kind>
 void ItemWriter<Kind>::readKeyAndType() {
   key_ = 0;
@@ -73,7 +73,7 @@ NestedContainer ItemWriter<Kind>::readNestedList() {
   return {};
 }
 
-/// The key is looked up only now: the nested code looks its own keys up into the same variable.
+/// Looks the key up only now: the nested container's statements use the same variable for keys.
 template <class Kind>
 void ItemWriter<Kind>::finishNested() {
   if (const auto* list = std::get_if<ActionList>(&nested_)) {
@@ -87,8 +87,8 @@ void ItemWriter<Kind>::finishNested() {
   ++index_;
 }
 
-/// Meant: a global class is put back as a class, and its key is looked up behind its class, where
-/// that of a class is looked up before it.
+/// Puts a global class back as a class, and looks its key up after the class; for a class, the key
+/// is looked up first. Kept as dumps in the field have it.
 template <class Kind>
 void ItemWriter<Kind>::writeGlobalClass() {
   DescriptorClassID value = 0;
@@ -103,7 +103,7 @@ void ItemWriter<Kind>::writePlainItem() {
   if (!writeValue(itemKey)) writeError(itemKey);
 }
 
-/// False where the host fails, and for a type that is not known.
+/// False if a host call fails or the type is unknown.
 template <class Kind>
 bool ItemWriter<Kind>::writeValue(const Key& key) {
   switch (type_) {
@@ -238,7 +238,7 @@ bool ItemWriter<Kind>::writeText(const Key& key) {
   return true;
 }
 
-/// The bytes themselves are not written; the code that the text is pasted into has them.
+/// Writes the length only; the code that the text is pasted into provides the bytes.
 template <class Kind>
 bool ItemWriter<Kind>::writeRawData(const Key& key) {
   int32 length = 0;

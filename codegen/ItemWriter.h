@@ -16,8 +16,8 @@
 #include "codegen/ContainerKinds.h"
 #include "codegen/SourceWriter.h"
 
-/// A container that lies in an item and has to be written before the item's own statement; it may
-/// be null. The first alternative stands for none.
+/// The container in an item, which must be written before the item's own statement. It may be null.
+/// The first alternative means that the item holds no container.
 using NestedContainer = std::variant<std::monostate, PIActionDescriptor, PIActionList>;
 
 /// `Kind` is DescriptorKind or ListKind.
@@ -29,17 +29,18 @@ class ItemWriter {
 
   ItemWriter(Container container, SourceWriter& out) : container_(container), out_(&out) {}
 
-  /// Writes the container's header. False, with nothing written, for a null container and where the
-  /// host does not tell the count of its items.
+  /// Writes the container's header. False, with nothing written, if the container is null or the
+  /// host does not report its item count.
   bool begin();
 
   bool atEnd() const { return index_ == count_; }
 
-  /// Writes the next item, or hands out the container that lies in it: the caller writes that one,
-  /// then calls finishNested. It stays this object's until then. REQUIRES: not at the end.
+  /// Writes the next item, or returns the container nested in it; the caller then writes that
+  /// container and calls finishNested. The container remains owned by this object. REQUIRES: not at
+  /// the end.
   NestedContainer writeNext();
 
-  /// Writes the statement that puts in the container handed out last, and frees it.
+  /// Writes the statement that puts in the container that writeNext returned, and frees it.
   void finishNested();
 
  private:
@@ -70,7 +71,7 @@ class ItemWriter {
   bool writeNumber(std::string_view procedure, const Key& key,
                    OSErr (*get)(Container, std::uint32_t, Number*));
 
-  /// Writes "error = suite->procedure(container, key, arguments...);" and the check behind it.
+  /// Writes "error = suite->procedure(container, key, arguments...);" and the error check.
   template <class... Arguments>
   void put(std::string_view procedure, const Key& key, const Arguments&... arguments);
 
@@ -80,7 +81,7 @@ class ItemWriter {
   std::uint32_t index_ = 0;
   std::uint32_t count_ = 0;
 
-  // The item in hand.
+  // The current item.
   DescriptorKeyID key_ = 0;
   DescriptorTypeID type_ = 0;
   DescriptorClassID nestedClass_ = 0;

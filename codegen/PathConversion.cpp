@@ -31,7 +31,7 @@ OwnedURL makeFileURL(const char* path) {
       kCFAllocatorDefault, reinterpret_cast<const UInt8*>(path), length, false));
 }
 
-/// The text in UTF-8 with its terminator; empty text where it cannot be converted.
+/// The text in UTF-8 with its terminator; empty text if it cannot be converted.
 std::vector<char> utf8(CFStringRef text) {
   const CFIndex size =
       CFStringGetMaximumSizeForEncoding(CFStringGetLength(text), kCFStringEncodingUTF8) + 1;
@@ -75,8 +75,8 @@ void BookmarkToFullPath(CFDataRef bookmark, char* path, std::size_t size) {
   path[0] = '\0';
   const OwnedURL url = resolveBookmark(bookmark);
   if (!url) NSLog(CFSTR("Could not resolve bookmark in BookmarkToFullPath"));
-  // Meant: the conversion is tried without a URL, too. It fails then, and readers of the log know
-  // an unresolved bookmark by both lines together.
+  // Without a URL the conversion fails and logs its line, too: readers of the log recognise an
+  // unresolved bookmark by both lines together.
   if (!CFURLGetFileSystemRepresentation(url.get(), true, asBytes(path),
                                         static_cast<CFIndex>(size))) {
     NSLog(CFSTR("Could not convert in BookmarkToFullPath"));

@@ -1,5 +1,5 @@
-// Conversions between paths and the two forms in which the host stores a file in a descriptor: an
-// alias and a bookmark. All of them may be called on the main thread. [main-thread]
+// Conversions between paths and the two forms in which the host stores a file in a descriptor:
+// aliases and bookmarks. [main-thread]
 #pragma once
 
 #include <Carbon/Carbon.h>
@@ -8,30 +8,32 @@
 #include <cstddef>
 #include <cstdint>
 
-/// Writes the POSIX path of the file that `alias` leads to. Where it leads nowhere, or the path
-/// with its terminator takes more than `size` bytes, `path` becomes empty. Null `path`: does
-/// nothing. REQUIRES: `size` > 0 unless `path` is null.
+/// Writes the POSIX path of the file that `alias` refers to, with a terminator. `size`: the bytes
+/// at `path`. If the alias cannot be resolved, or path and terminator need more than `size` bytes,
+/// `path` becomes empty. Does nothing if `path` is null.
+/// REQUIRES: `size` > 0 unless `path` is null.
 void AliasToFullPath(AliasHandle alias, char* path, std::size_t size);
 
-/// Has the host make an alias of a POSIX path; null where it cannot. The caller disposes of it with
-/// the handle suite's DisposeRegularHandle.
-/// Throws the error as std::uint32_t where the host's alias suite cannot be acquired.
-/// REQUIRES: `path` is not null.
+/// Sets `alias` to a new alias for the POSIX path `path`, or to null if the host cannot make one.
+/// The caller disposes of it with the handle suite's DisposeRegularHandle.
+/// If the host's alias suite cannot be acquired, `alias` becomes null and the error is thrown as
+/// std::uint32_t. REQUIRES: `path` is not null.
 void FullPathToAlias(const char* path, AliasHandle& alias);
 
-/// Writes the path of the file that `bookmark` leads to, without asking the user and without
-/// mounting a volume. Where it leads nowhere, or the path does not fit, `path` becomes empty and
-/// the system log says why. Null `path`: does nothing.
-/// REQUIRES: `size` > 0 unless `path` is null.
+/// Writes the path of the file that `bookmark` refers to, with a terminator, without user
+/// interaction and without mounting a volume. `size`: the bytes at `path`. If the bookmark cannot
+/// be resolved, or the path does not fit, `path` becomes empty and the system log says why. Does
+/// nothing if `path` is null. REQUIRES: `size` > 0 unless `path` is null.
 void BookmarkToFullPath(CFDataRef bookmark, char* path, std::size_t size);
 
-/// Makes bookmark data for the file at `path`; null where there is no such file, or, with a line in
-/// the system log, where `path` makes no URL, as the empty one. The caller releases the data.
-/// REQUIRES: `path` is not null.
+/// Sets `bookmark` to new bookmark data for the file at `path`, which the caller releases. Null if
+/// the file does not exist, or if `path` is not a valid URL (e.g. empty); the latter is also
+/// logged. REQUIRES: `path` is not null.
 void FullPathToBookmark(const char* path, CFDataRef& bookmark);
 
-/// Writes the path of the user's desktop folder in UTF-8 with a slash at its end. Returns 0, or the
-/// parameter error 'Parm': for a null `path` or a `size` below 1, which write nothing; where path
-/// and slash do not fit, `path` holding as much of them as does, terminated; where the system names
-/// no such folder, `path` being empty.
+/// Writes the path of the user's desktop folder in UTF-8, with a slash and a terminator at its end.
+/// `size`: the bytes at `path`. Returns 0, or the parameter error 'Parm':
+/// - if `path` is null or `size` is below 1; nothing is written;
+/// - if the system has no desktop folder; `path` becomes empty;
+/// - if the text does not fit; `path` gets as much of it as fits, with a terminator.
 int GetFullPathToDesktop(char* path, std::int32_t size);

@@ -9,8 +9,8 @@
 
 namespace {
 
-/// One part of a reference: what the host's getters read from `part` is written as a put into
-/// `variable`, the reference that the statements build.
+/// Writes one part of a reference: the statement that puts what the host's getters return for
+/// `part` into `variable`, the reference being rebuilt.
 class PartWriter {
  public:
   PartWriter(std::string_view variable, PIActionReference part, SourceWriter& out)
@@ -106,7 +106,7 @@ class PartWriter {
     return error == 0;
   }
 
-  /// "Referene" is meant: those who search the text for failures search for this spelling.
+  /// Keeps the misspelt "Referene": developers search generated text for this spelling.
   template <class Number>
   void writeError(std::string_view call, Number number) {
     out_.indentedLine("ERROR: DumpInfoFromReferene on ", call, " = ", number);
@@ -117,7 +117,7 @@ class PartWriter {
   SourceWriter& out_;
 };
 
-/// What a part lies in; empty at the chain's end, which a failing call is taken for, too.
+/// The part that contains `part`; empty at the end of the chain or if the call fails.
 ActionReference containerOf(PIActionReference part) {
   ActionReference container;
   if (sPSActionReference->GetContainer(part, container.out()) != 0) return {};

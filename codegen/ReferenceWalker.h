@@ -1,9 +1,9 @@
-// The walk over a reference, to a text that is being written (Walkers.h says what it writes).
+// Writes the statements that rebuild references; Walkers.h describes them.
 #pragma once
 
 #include <PIActions.h>
 
 #include "codegen/SourceWriter.h"
 
-/// REQUIRES: the action suites are held. [main-thread]
+/// Writes `reference`; nothing if it is null. REQUIRES: the action suites are held. [main-thread]
 void writeReference(PIActionReference reference, SourceWriter& out);

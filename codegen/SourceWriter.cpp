@@ -18,8 +18,8 @@ bool isWithin(unsigned byte, unsigned low, unsigned high) { return low <= byte &
 
 bool isContinuation(unsigned byte) { return isWithin(byte, 0x80, 0xBF); }
 
-/// The length of the well-formed UTF-8 sequence of two bytes or more at the text's start, else 0
-/// (Unicode, table 3-7).
+/// The length of the well-formed UTF-8 sequence of two or more bytes at the start of `text`; 0 if
+/// there is none (Unicode, table 3-7).
 std::size_t longSequence(std::string_view text) {
   const unsigned lead = byteAt(text, 0);
   const unsigned second = byteAt(text, 1);
@@ -32,8 +32,8 @@ std::size_t longSequence(std::string_view text) {
   return isWithin(second, lead == 0xF0 ? 0x90 : 0x80, lead == 0xF4 ? 0x8F : 0xBF) ? 4 : 0;
 }
 
-/// How many bytes from the text's start on can stand between quotes as they are. Between
-/// apostrophes that is no UTF-8: compilers differ on how many characters of a code it makes.
+/// How many bytes at the start of `text` need no escape between two `quote` characters. Between
+/// apostrophes, UTF-8 needs one: compilers differ in how many characters of a code it makes.
 std::size_t plainLength(std::string_view text, char quote) {
   std::size_t length = 0;
   while (length < text.size()) {
@@ -51,8 +51,8 @@ std::size_t plainLength(std::string_view text, char quote) {
   return length;
 }
 
-/// The escape sequence of one byte. Octal ones have a fixed length, so that no digit behind them
-/// can be taken for a part of them.
+/// The escape sequence of one byte. Octal ones always have three digits; a digit after them cannot
+/// become part of them.
 std::string escapeSequence(char c) {
   switch (c) {
     case '\n':
@@ -91,7 +91,7 @@ void SourceWriter::errorCheck() {
 }
 
 void SourceWriter::append(std::int64_t number) {
-  char digits[20];  // those of the least number, with its sign
+  char digits[20];  // the length of INT64_MIN
   const auto end = std::to_chars(digits, digits + sizeof digits, number).ptr;
   append(std::string_view(digits, static_cast<std::size_t>(end - digits)));
 }
@@ -100,7 +100,7 @@ void SourceWriter::append(double number) {
   char digits[32];
   std::snprintf(digits, sizeof digits, "%g", number);
   const std::string_view text = digits;
-  // A locale may have set another decimal point, which no compiler would read.
+  // The locale may have another decimal point, which a compiler would reject.
   constexpr std::string_view kNumber = "+-0123456789aefin";
   const std::size_t point = text.find_first_not_of(kNumber);
   if (point == std::string_view::npos) return append(text);
@@ -119,7 +119,7 @@ void SourceWriter::append(BareName bare) {
   if (!name.starts_with('\'')) return appendEscaped(name, '"');
   append("'");
   appendEscaped(name.substr(1, 4), '\'');
-  if (name.size() == kWholeCode) append("'");  // a zero byte ends a code before its apostrophe
+  if (name.size() == kWholeCode) append("'");  // a code with a zero byte is cut before this
 }
 
 void SourceWriter::append(CommentText comment) {

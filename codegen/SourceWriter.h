@@ -1,4 +1,4 @@
-// Writes generated source text to a C stdio stream, piece by piece, indented by `tabLevel`.
+// Writes generated source text, indented by `tabLevel`, to a C stdio stream.
 //
 //   SourceWriter out(stream);
 //   out.indentedLine("if (", name, " != NULL) CFRelease(", name, ");");
@@ -10,35 +10,35 @@
 #include <memory>
 #include <string_view>
 
-/// A string literal. What would end the literal or the line, and bytes that are no UTF-8, become
-/// escape sequences; all else stands as it is.
+/// Text to be written as a string literal. Quotes, backslashes, control characters and bytes that
+/// are not valid UTF-8 become escape sequences; everything else is unchanged.
 struct StringLiteral {
   std::string_view text;
 };
 
-/// A name as LongToStr gives it, outside of a literal. What stands between the apostrophes of a
-/// four-character code is escaped as in a literal.
+/// A name as LongToStr returns it, to be written outside a string literal. The characters between
+/// the apostrophes of a four-character code are escaped as in a literal.
 struct BareName {
   std::string_view name;
 };
 
-/// Text behind "//" up to the end of the line, escaped as in a literal. A backslash at the end
-/// would join the next line to the comment; it becomes an octal escape.
+/// Text to be written between "//" and the end of the line, escaped as in a literal. A backslash at
+/// the end, which would join the next line to the comment, becomes an octal escape.
 struct CommentText {
   std::string_view text;
 };
 
-/// Collects text and hands it to the stream in large pieces; the rest when it is destroyed. Errors
-/// of the stream are passed over. [main-thread]
+/// Collects text and writes it to the stream in large pieces, the rest on destruction. Errors of
+/// the stream are ignored. [main-thread]
 class SourceWriter {
  public:
-  /// With a null `stream` everything written goes nowhere.
+  /// With a null `stream` all text is discarded.
   explicit SourceWriter(std::FILE* stream);
   ~SourceWriter() { flush(); }
   SourceWriter(const SourceWriter&) = delete;
   SourceWriter& operator=(const SourceWriter&) = delete;
 
-  /// `tabLevel` copies of five spaces; none for a level of zero or less.
+  /// Writes five spaces for each level of `tabLevel`; nothing if it is 0 or less.
   void indent();
 
   /// Writes the parts one after another.
@@ -47,7 +47,7 @@ class SourceWriter {
     (append(parts), ...);
   }
 
-  /// The same, then a newline.
+  /// Writes the parts and a newline.
   template <class... Parts>
   void line(const Parts&... parts) {
     write(parts..., "\n");
@@ -59,7 +59,8 @@ class SourceWriter {
     line(parts...);
   }
 
-  /// The indented check that follows each host call in the generated code, and an empty line.
+  /// Writes the indented check that follows each host call in the generated code, and an empty
+  /// line.
   void errorCheck();
 
  private:
@@ -70,7 +71,7 @@ class SourceWriter {
     std::memcpy(buffer_.get() + used_, text.data(), text.size());
     used_ += text.size();
   }
-  /// A literal, of which the length is known. REQUIRES: no zero byte but the last.
+  /// A literal, whose length is known at compile time. REQUIRES: no zero byte but the last.
   template <std::size_t size>
   void append(const char (&literal)[size]) {
     append(std::string_view(literal, size - 1));
@@ -78,7 +79,7 @@ class SourceWriter {
   void append(std::int32_t number) { append(std::int64_t{number}); }
   void append(std::uint32_t number) { append(std::int64_t{number}); }
   void append(std::int64_t number);
-  /// Six significant digits, as a stream's default form has them, whatever the current locale.
+  /// Six significant digits, as "%g" writes them, with a point in every locale.
   void append(double number);
   void append(StringLiteral literal);
   void append(BareName name);

@@ -1,4 +1,4 @@
-// How the statements of the generated code spell an identifier.
+// The spelling of identifiers in the statements of the generated code.
 #pragma once
 
 #include <cstdint>
@@ -7,8 +7,8 @@
 #include "codegen/SourceWriter.h"
 #include "codegen/Terminology.h"
 
-/// What an identifier is in a statement: the kind of its name, and the variable of the generated
-/// function that holds it where it is a run-time one.
+/// The role of an identifier in a statement: the kind of its name, and the variable of the
+/// generated function that holds it if it is a run-time identifier.
 struct IDRole {
   const char* kind;
   std::string_view variable;
@@ -22,10 +22,11 @@ inline constexpr IDRole kEnumTypeRole = {"type", "runtimeTypeID"};
 inline constexpr IDRole kUnitRole = {"unit", "runtimeUnitID"};
 inline constexpr IDRole kPropertyRole = {"key", "runtimePropID"};
 
-/// Writes the statement that looks the string ID `name` up into `variable`, and its error check.
+/// Writes the statement that looks up the string ID `name` and stores it in `variable`, and the
+/// error check.
 void writeLookup(std::string_view name, std::string_view variable, SourceWriter& out);
 
-/// One identifier, ready to stand in a statement. [main-thread]
+/// One identifier in a statement. [main-thread]
 class SpelledID {
  public:
   /// For a run-time identifier, writes the statement that looks it up.
@@ -33,7 +34,7 @@ class SpelledID {
   SpelledID(const SpelledID&) = delete;
   SpelledID& operator=(const SpelledID&) = delete;
 
-  /// The variable of a run-time identifier, the name of any other.
+  /// The variable of a run-time identifier, the name of any other. Valid while this object lives.
   BareName spelling() const { return BareName{spelling_}; }
 
  private:

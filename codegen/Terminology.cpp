@@ -17,16 +17,16 @@ namespace {
 using Row = std::uint16_t;
 constexpr Row kNoRow = 0xFFFF;
 
-/// Finds the rows of an identifier without looking at any other's, but for rare collisions: a hash
-/// table of each identifier's first row, from which `next` leads through its others in table order.
+/// A hash table of each identifier's first row; `next` links the first row to the identifier's
+/// other rows in table order.
 struct Index {
-  static constexpr unsigned kSlotBits = 13;  // a load of a fifth keeps probes short
+  static constexpr unsigned kSlotBits = 13;  // one slot in five is taken, so probes stay short
   static constexpr std::size_t kSlots = std::size_t{1} << kSlotBits;
 
   std::array<Row, kSlots> first{};
   std::array<Row, kPSConstCount> next{};
 
-  /// The slot that holds the identifier's first row, or the empty one where it would stand.
+  /// The slot of the identifier's first row, or the empty slot to store it in.
   constexpr std::size_t slot(std::uint32_t id) const {
     std::size_t place = (id * 0x9E3779B1u) >> (32 - kSlotBits);  // Knuth's multiplicative hash
     while (first[place] != kNoRow && PSConstA[first[place]].id != id) place = (place + 1) % kSlots;
@@ -36,7 +36,7 @@ struct Index {
   constexpr Index() {
     first.fill(kNoRow);
     next.fill(kNoRow);
-    for (std::size_t row = kPSConstCount; row-- > 0;) {  // backwards: the lowest ends up first
+    for (std::size_t row = kPSConstCount; row-- > 0;) {  // backwards: the lowest row comes first
       Row& head = first[slot(PSConstA[row].id)];
       next[row] = head;
       head = static_cast<Row>(row);

@@ -14,7 +14,7 @@ constexpr UniChar kReplacementCharacter = 0xFFFD;
 bool isHighSurrogate(UniChar unit) { return (unit & 0xFC00) == 0xD800; }
 bool isLowSurrogate(UniChar unit) { return (unit & 0xFC00) == 0xDC00; }
 
-/// Unpaired surrogates have no form in UTF-8; the platform would refuse the whole text for one.
+/// UTF-8 cannot encode an unpaired surrogate; the platform refuses to convert text that has one.
 void replaceUnpairedSurrogates(std::vector<UniChar>& units) {
   for (std::size_t i = 0; i < units.size(); ++i) {
     const bool isPair =
@@ -27,12 +27,12 @@ void replaceUnpairedSurrogates(std::vector<UniChar>& units) {
   }
 }
 
-/// `units` ends with a zero unit, which is converted along.
+/// REQUIRES: `units` ends with a zero unit, which is converted with the rest.
 std::optional<std::string> convert(const std::vector<UniChar>& units) {
   const CFObject<CFStringRef> string(CFStringCreateWithCharacters(
       kCFAllocatorDefault, units.data(), static_cast<CFIndex>(units.size())));
   if (!string) return std::nullopt;
-  std::vector<char> utf8(units.size() * 3);  // the most that a unit can take
+  std::vector<char> utf8(units.size() * 3);  // a unit takes at most three bytes
   if (!CFStringGetCString(string.get(), utf8.data(), static_cast<CFIndex>(utf8.size()),
                           kCFStringEncodingUTF8)) {
     return std::nullopt;

@@ -1,4 +1,4 @@
-// The host's text as the generator writes it.
+// Conversion of the host's text for the generator.
 #pragma once
 
 #include <ASZStringSuite.h>
@@ -6,7 +6,7 @@
 #include <optional>
 #include <string>
 
-/// The text in UTF-8, with U+FFFD for each surrogate that has no partner. It ends at its first zero
-/// unit, as the C string does that the generated code passes on. Nothing where the host or the
-/// platform cannot convert it. REQUIRES: the string suite is held. [main-thread]
+/// `text` in UTF-8, with U+FFFD for each unpaired surrogate. Ends at the first zero unit, as the
+/// generated code passes the text on as a C string. nullopt if the host or the platform cannot
+/// convert it. REQUIRES: the string suite is held. [main-thread]
 std::optional<std::string> textToUTF8(ASZString text);

@@ -1,17 +1,24 @@
-// Write the statements that build a container equal to a given one through the host's suites.
+// Write the statements that rebuild a container through the host's suites.
 //
-// What the host does not answer becomes a line that begins with "ERROR", and the walk goes on with
-// the next item; a container that does not tell its count writes nothing. All containers written
-// are added to `freeZone` where there is one. `stream` may be null: the text goes nowhere.
+// An item that the host fails to return becomes a line that begins with "ERROR", and the walk
+// continues with the next item. If the host does not report a container's item count, nothing is
+// written for that container. Each container written is added to `freeZone`, if that is set.
 //
-// Depth costs heap, not stack: containers may lie within one another to any depth.
-// Where a suite of the actions cannot be acquired, nothing is written. [main-thread]
+// Nesting uses heap, not stack, and may have any depth. If one of the action suites cannot be
+// acquired, nothing is written. [main-thread]
 #pragma once
 
 #include <PIActions.h>
 
 #include <cstdio>
 
+/// Writes `descriptor` to `stream`; nothing if it is null. With a null `stream` the text is
+/// discarded.
 void DumpInfoFromDescriptor(PIActionDescriptor descriptor, std::FILE* stream);
+
+/// Writes `list` to `stream`; nothing if it is null. With a null `stream` the text is discarded.
 void DumpInfoFromList(PIActionList list, std::FILE* stream);
+
+/// Writes `reference` to `stream`; nothing if it is null. With a null `stream` the text is
+/// discarded.
 void DumpInfoFromReference(PIActionReference reference, std::FILE* stream);
