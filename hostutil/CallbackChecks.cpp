@@ -7,20 +7,20 @@
 
 namespace {
 
-/// How every record begins.
+/// The first fields of every record.
 struct RecordHead {
   int16 version;
   int16 count;
 };
 
-/// What a record must have to be used.
+/// What an available record must have.
 struct Requirement {
   int16 version;
   int16 minimumCount;
-  std::size_t presentProcedures;  ///< so many, from the first on, must not be null
+  std::size_t presentProcedures;  ///< the first so many must not be null
 };
 
-// For records whose count does not matter, or that have another word in its place.
+// For records whose count does not matter, or that have another field in its place.
 constexpr int16 kAnyCount = std::numeric_limits<int16>::min();
 
 constexpr Requirement kBufferProcs = {2, 8, 8};
@@ -32,7 +32,7 @@ constexpr Requirement kDescriptorParameters = {0, kAnyCount, 0};
 constexpr Requirement kWriteDescriptorProcs = {0, kAnyCount, 0};
 constexpr Requirement kReadDescriptorProcs = {0, 18, 0};
 
-/// The records are pointers from their second word on.
+/// From its second word on, a record consists of procedure pointers.
 bool procedureIsPresent(const void* record, std::size_t index) {
   std::uintptr_t procedure;
   static_assert(sizeof procedure == sizeof(AdvanceStateProc));
@@ -48,13 +48,13 @@ bool proceduresArePresent(const void* record, std::size_t count) {
   return true;
 }
 
-/// The rule, the same for every record.
+/// The rule that CallbackChecks.h states.
 bool isAvailable(const void* record, const Requirement& required, bool* newerVersion) {
   if (record == nullptr) return false;
   RecordHead head;
   std::memcpy(&head, record, sizeof head);
   if (head.version > required.version) {
-    // A newer host is not trusted on its own word: the caller may do so.
+    // Whether to trust a newer host is the caller's decision.
     if (newerVersion != nullptr) *newerVersion = true;
     return false;
   }
@@ -89,7 +89,7 @@ bool HostDisplayPixelsAvailable(DisplayPixelsProc displayProc, bool*) {
 }
 
 bool HostDescriptorAvailable(const PIDescriptorParameters* procs, bool* newerVersion) {
-  // A newer sub-record sets no flag: a host that is newer says so in the record itself.
+  // A newer sub-record does not set the flag: a newer host reports itself in the outer record.
   return isAvailable(procs, kDescriptorParameters, newerVersion) &&
          isAvailable(procs->writeDescriptorProcs, kWriteDescriptorProcs, nullptr) &&
          isAvailable(procs->readDescriptorProcs, kReadDescriptorProcs, nullptr);

@@ -1,40 +1,41 @@
-// Whether the host's callback records can be used, and the warnings that say which host can.
+// Checks whether the host's callback records can be used, and warnings that show the host version
+// needed.
 //
-// One rule holds for every record: null is unavailable; a version below the required one is
-// unavailable; the required version is available where enough procedures are counted and those
-// needed are present; a newer version is unavailable and sets `*newerVersion` to true, where that
-// is not null, so that the caller may decide to trust the newer host. In all other cases
-// `*newerVersion` is left as it is.
+// One rule holds for every record. It is available if it is not null, has exactly the required
+// version, has at least the required count, and the required procedures are not null. A newer
+// version is unavailable and sets `*newerVersion` to true, so the caller can decide to trust the
+// newer host. Otherwise `*newerVersion` is not written; `newerVersion` may be null.
 //
-// The records stay the host's. [main-thread]
+// The records remain the host's. [main-thread]
 #pragma once
 
 #include <PIGeneral.h>
 
-/// Version 2, at least 8 procedures, the first eight present.
+/// True if `procs` has version 2, a count of at least 8, and its first 8 procedures.
 bool HostBufferProcsAvailable(const BufferProcs* procs, bool* newerVersion = nullptr);
 
-/// Version 3, at least 4 procedures, the first four present.
+/// True if `procs` has version 3, a count of at least 4, and its first 4 procedures.
 bool HostResourceProcsAvailable(const ResourceProcs* procs, bool* newerVersion = nullptr);
 
-/// Version 1, at least 8 procedures, the first four present.
+/// True if `procs` has version 1, a count of at least 8, and its first 4 procedures.
 bool HostHandleProcsAvailable(const HandleProcs* procs, bool* newerVersion = nullptr);
 
-/// Version 1, at least 2 procedures, the first two present.
+/// True if `procs` has version 1, a count of at least 2, and its first 2 procedures.
 bool HostPropertyAvailable(const PropertyProcs* procs, bool* newerVersion = nullptr);
 
-/// Version 1, at least 3 procedures, the first three present.
+/// True if `procs` has version 1, a count of at least 3, and its first 3 procedures.
 bool HostChannelPortAvailable(const ChannelPortProcs* procs, bool* newerVersion = nullptr);
 
-/// The procedure that displays pixels has no record: it is not null. There is no newer version.
+/// `displayProc` is a bare function pointer: available means non-null; `newerVersion` is never
+/// written.
 bool HostDisplayPixelsAvailable(DisplayPixelsProc displayProc, bool* newerVersion = nullptr);
 
-/// The record at version 0 with both sub-records at version 0, the reading one with at least 18
-/// procedures. Only the outer record's newer version sets `*newerVersion`.
+/// True if `procs` and both of its sub-records have version 0, and the reading one a count of at
+/// least 18; no procedure is checked. Only a newer version of `procs` itself sets `*newerVersion`.
 bool HostDescriptorAvailable(const PIDescriptorParameters* procs, bool* newerVersion = nullptr);
 
-/// Each warning answers true where its check passes. Otherwise it calls `ShowVersionAlert` with the
-/// version of the host that is needed, as text, and answers false.
+/// Each warning returns true if its check passes. Otherwise it calls `ShowVersionAlert` with the
+/// host version needed, as the text given here, and returns false.
 bool WarnHostDisplayPixelsAvailable(DisplayPixelsProc displayProc);     ///< "2.501."
 bool WarnHostAdvanceStateAvailable(AdvanceStateProc advanceProc);       ///< "3.0."
 bool WarnHostColorServicesAvailable(ColorServicesProc colorProc);       ///< "2.5."

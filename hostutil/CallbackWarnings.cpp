@@ -1,11 +1,11 @@
-// The warning forms of the checks.
+// The checks that show a warning.
 #include "hostutil/CallbackChecks.h"
 #include "hostutil/HostUtilities.h"
 #include "hostutil/Strings.h"
 
 namespace {
 
-/// The version of the host that first had a record, and how many digits of it are shown.
+/// The first host version that has a record, and how many decimal places of it are shown.
 struct HostVersion {
   double version;
   short places;

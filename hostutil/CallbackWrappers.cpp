@@ -1,4 +1,4 @@
-// Buffers, resources, handles and parameter texts.
+// Wrappers for buffers, resources, handles and parameter texts.
 #include "hostutil/CallbackWrappers.h"
 
 #include <cstring>
@@ -76,7 +76,7 @@ OSErr HostSetHandleSize(const HandleProcs* procs, Handle handle, int32 newSize) 
   return procs->setSizeProc(handle, newSize);
 }
 
-// The check vouches for the first four procedures alone; locking is the fifth and the sixth.
+// The check covers the first four procedures only; lock and unlock are the fifth and sixth.
 Ptr HostLockHandle(const HandleProcs* procs, Handle handle, Boolean moveHigh) {
   if (!HostHandleProcsAvailable(procs) || procs->lockProc == nullptr) return nullptr;
   return procs->lockProc(handle, moveHigh);

@@ -1,4 +1,4 @@
-// The host's colour services.
+// Wrappers for the host's colour services.
 #include <algorithm>
 
 #include "hostutil/CallbackWrappers.h"

@@ -1,4 +1,4 @@
-// Scripting parameters: putting an object, and ending a reader or a writer.
+// Wrappers for scripting parameters: putting an object, closing readers and writers.
 #include <utility>
 
 #include "hostutil/CallbackChecks.h"
@@ -13,7 +13,7 @@ void disposeDescriptor(PIDescriptorParameters* procs, const HandleProcs* handleP
 
 }  // namespace
 
-// The check counts procedures and does not look at them, so each is looked at here.
+// The check does not look at the procedures themselves, so each wrapper tests its own for null.
 
 OSErr HostPutObj(const PIDescriptorParameters* procs, PIWriteDescriptor writer, DescriptorKeyID key,
                  DescriptorTypeID type, PIDescriptorHandle value) {

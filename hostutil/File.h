@@ -5,5 +5,5 @@
 
 #include "hostutil/Owned.h"
 
-/// Null stands for a file that could not be opened.
+/// Null if the file could not be opened.
 using File = Owned<std::FILE*, std::fclose>;

@@ -1,4 +1,4 @@
-// What a handle holds: copies, texts and version numbers.
+// Wrappers for the contents of handles: copies, texts and version numbers.
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
@@ -10,7 +10,7 @@
 
 namespace {
 
-/// A handle locked while its bytes are in use.
+/// Locks a handle for its lifetime. `bytes` is null if the handle cannot be locked.
 class LockedHandle {
  public:
   LockedHandle(const HandleProcs* procs, Handle handle)
@@ -29,7 +29,7 @@ class LockedHandle {
   Ptr bytes_;
 };
 
-/// Why what `handle` holds cannot be read; 0 where nothing is against it so far.
+/// The error for a handle that cannot be read; 0 if neither record nor handle prevents it.
 OSErr whyUnreadable(const HandleProcs* procs, Handle handle) {
   if (!HostHandleProcsAvailable(procs)) return errPlugInHostInsufficient;
   return handle == nullptr ? OSErr{paramErr} : OSErr{noErr};
@@ -39,7 +39,7 @@ std::size_t sizeOf(const HandleProcs* procs, Handle handle) {
   return static_cast<std::size_t>(std::max(HostGetHandleSize(procs, handle), 0));
 }
 
-/// Copies `size` bytes to `offset` in the handle; false where it cannot be locked.
+/// Copies `size` bytes to `offset` in the handle; false if it cannot be locked.
 bool write(const HandleProcs* procs, Handle handle, std::size_t offset, const void* bytes,
            std::size_t size) {
   const LockedHandle locked(procs, handle);
@@ -48,7 +48,7 @@ bool write(const HandleProcs* procs, Handle handle, std::size_t offset, const vo
   return true;
 }
 
-/// Copies the handle's text into `room` bytes at most, without a terminator, and tells its length.
+/// Copies at most `room` bytes of the handle's text, without a terminator, and sets `*length`.
 OSErr readText(const HandleProcs* procs, Handle handle, char* text, std::size_t room,
                std::size_t* length) {
   *length = 0;
@@ -62,7 +62,7 @@ OSErr readText(const HandleProcs* procs, Handle handle, char* text, std::size_t 
   return noErr;
 }
 
-/// Two 32-bit sizes added up; false where the sum is beyond 31 bits.
+/// Adds two sizes; false if the sum exceeds 31 bits.
 bool addSizes(std::size_t a, std::size_t b, int32* sum) {
   constexpr std::size_t kMost = std::numeric_limits<int32>::max();
   if (a + b > kMost) return false;
@@ -96,7 +96,7 @@ OSErr HostHandleCat(const HandleProcs* procs, Handle destination, Handle source)
   int32 size;
   if (!addSizes(before, added, &size)) return memFullErr;
   if (const OSErr error = HostSetHandleSize(procs, destination, size)) return error;
-  // Only now, and after the one that may be the same: a block moves when it grows.
+  // Lock `source` only now: it may be the same handle, and a block may move when it grows.
   const LockedHandle locked(procs, source);
   if (locked.bytes() != nullptr && write(procs, destination, before, locked.bytes(), added)) {
     return noErr;

@@ -15,7 +15,8 @@ struct GlobalsHead {
   void* parameterBlock;
 };
 
-/// Locks the block, moved high in memory so that it does not split the heap, and stamps its head.
+/// Locks the block, moved high in memory to keep the heap unfragmented, and writes its head and
+/// `*result`. Null if it cannot be locked.
 void* lockAndStamp(Handle handle, short* result, void* parameterBlock, const HandleProcs* procs) {
   void* block = HostLockHandle(procs, handle, true);
   if (block == nullptr) return nullptr;

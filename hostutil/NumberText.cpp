@@ -1,4 +1,4 @@
-// Numbers to text and back.
+// Conversion between numbers and text.
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -9,9 +9,9 @@
 
 namespace {
 
-constexpr int kMostPowersOfTen = 309;  // the next one is beyond the range of a double
+constexpr int kMostPowersOfTen = 309;  // 10 to the power of 309 exceeds the range of a double
 
-// 1.0 multiplied by 10.0 again and again, each product rounded: not always the nearest double.
+// Repeated products by 10.0, each of them rounded, so not always the double nearest to the power.
 constexpr std::array<double, kMostPowersOfTen> kPowersOfTen = [] {
   std::array<double, kMostPowersOfTen> powers{1.0};
   for (std::size_t k = 1; k < powers.size(); ++k) powers[k] = powers[k - 1] * 10.0;
@@ -24,14 +24,14 @@ double powerOfTen(int k) {
   return kPowersOfTen[static_cast<std::size_t>(k)];
 }
 
-// The low 32 bits of the value's truncation to 64 bits; 0 beyond that range and for no number.
+// The low 32 bits of `value` truncated to a 64-bit integer; 0 if it is out of range or NaN.
 std::uint32_t truncated(double value) {
   constexpr double kBeyond = 9223372036854775808.0;
   if (!(std::fabs(value) < kBeyond)) return 0;
   return static_cast<std::uint32_t>(static_cast<std::int64_t>(value));
 }
 
-// The digit of `value` that follows the one of weight 1/`scale`, with what comes behind it.
+// The digit of `value` after the one of weight 1/`scale`, with the later digits as its fraction.
 double nextDigit(double value, double scale) {
   const double scaled = value * scale;
   return (scaled - truncated(scaled)) * 10.0;
@@ -42,13 +42,13 @@ double rounded(double magnitude, int places) {
   return magnitude + 5.0 / powerOfTen(places + 1);
 }
 
-// One place at most is dropped, however many zeros there are: texts keep their looks by it.
+// Drops one place at most, however many zeros there are; kept as texts in the field have it.
 int withoutTrailingZero(double magnitude, int places) {
   const bool dropped = places >= 2 && nextDigit(magnitude, powerOfTen(places - 1)) < 1.0;
   return dropped ? places - 1 : places;
 }
 
-// Appends digits as long as any are left, `places` at most and one at least; returns the last.
+// Appends digits of `fraction` while any are left, at least 1, at most `places`; returns the last.
 int appendFraction(unsigned char* destination, double fraction, int places) {
   std::uint32_t digit;
   do {
@@ -63,14 +63,14 @@ int appendFraction(unsigned char* destination, double fraction, int places) {
 
 bool isSeparator(unsigned char c) { return (c | 2) == '.'; }  // '.' or ','
 
-// How far a text has been read as a whole number.
+// The state of reading a text as a whole number.
 struct Reading {
   int digits = 0;
   bool negative = false;
   bool trailing = false;
 };
 
-// Takes one character; false where it cannot be part of a number. Digits go to the text's front.
+// Reads one character; false if it cannot be part of a number. Moves digits to the text's front.
 bool takeCharacter(unsigned char c, unsigned char* text, Reading& reading) {
   if (c == ' ') {
     reading.trailing = reading.digits > 0;
@@ -99,7 +99,7 @@ double power(std::uint32_t base, std::int32_t exponent) {
   double product = base;
   while (--exponent >= 1) {
     const double next = product * base;
-    if (next == product) break;  // 0, 1 or infinity: no later step changes it
+    if (next == product) break;  // 0, 1 or infinity: further steps change nothing
     product = next;
   }
   return product;
@@ -117,7 +117,8 @@ int DoubleToString(unsigned char* destination, short places, double value) {
   if (destination == nullptr) return 0;
   const double magnitude = rounded(std::fabs(value), places);
   const int shownPlaces = withoutTrailingZero(magnitude, places);
-  // The sign goes with the integer part alone, so values between -1 and 0 lose it; this is meant.
+  // Only the integer part has the sign, so values between -1 and 0 lose it; kept as callers in the
+  // field have it.
   NumToString(static_cast<std::int32_t>(truncated(std::copysign(magnitude, value))), destination);
   AppendCharToString(destination, '.');
   return appendFraction(destination, magnitude - truncated(magnitude), shownPlaces);
@@ -142,7 +143,8 @@ int StringToNumber(unsigned char* text, std::int32_t* value) {
   if (reading.digits == 0 && !reading.negative) return 0;
   setLength(text, reading.digits);
   if (!valid) return 0;
-  // Fewer than 10 digits are left to a routine that does nothing, and so read as 0. This is meant.
+  // Fewer than 10 digits are left to StringToNum, which does nothing, so they read as 0; kept as
+  // callers in the field have it.
   *value = reading.digits < 10 ? 0 : std::numeric_limits<std::int32_t>::max();
   if (reading.digits < 10) StringToNum(text, value);
   if (reading.negative) *value = -*value;

@@ -1,17 +1,16 @@
-// The one holder of everything that has to be given back: host objects, Core Foundation objects,
-// streams.
+// Owner of objects that must be released: host objects, Core Foundation objects, streams.
 //
 //   Owned<Handle, disposeAlias> alias;
 //   sPSActionDescriptor->GetAlias(descriptor, key, alias.out());
 //
-// Objects declared in one scope are given back in the reverse order of their declarations, so a
-// function that must do so in a fixed order declares them backwards.
+// Objects in one scope are released in the reverse order of their declarations, so a function that
+// must release them in a fixed order declares them backwards.
 #pragma once
 
 #include <utility>
 
-/// Owns at most one object of the pointer type `T`, which `release` gives back on every path; null
-/// stands for none. Move-only. `release` must not throw. [any-thread] as far as `release` is.
+/// Owns at most one object of the pointer type `T` and releases it with `release` on every path;
+/// null if it owns none. Move-only. `release` must not throw. [any-thread] if `release` is.
 template <class T, auto release>
 class Owned {
  public:
@@ -24,13 +23,13 @@ class Owned {
   }
   ~Owned() { reset(); }
 
-  /// Where a call that makes an object stores it; what was owned is given back first.
+  /// The address at which a call stores a new object to own; releases the current object first.
   T* out() {
     reset();
     return &object_;
   }
 
-  /// The object, null for none; it stays owned.
+  /// The object, which remains owned; null if there is none.
   T get() const { return object_; }
   explicit operator bool() const { return object_ != nullptr; }
 

@@ -19,7 +19,7 @@ bool areSame(char a, char b, bool ignoreCase) {
   return a == b || (ignoreCase && UpperToLower(a) == UpperToLower(b));
 }
 
-// The characters that can be part of a match.
+// The set of characters that can be part of a match.
 std::bitset<256> charactersOf(const char* pattern, int length, bool ignoreCase) {
   std::bitset<256> characters;
   for (int i = 0; i < length; ++i) {
@@ -30,8 +30,8 @@ std::bitset<256> charactersOf(const char* pattern, int length, bool ignoreCase) 
   return characters;
 }
 
-// Where a walk that a zero byte or the limit ends may begin, with the answer of one from index 0: a
-// character that cannot be part of a match makes the walk forget what was before it.
+// The last index from which a walk gives the same result as from index 0: a character that cannot
+// be part of a match discards everything before it. For walks that end at a zero byte or the limit.
 int lastFreshStart(const char* text, const char* pattern, int patternLength, bool ignoreCase,
                    int limit) {
   if (text[0] == 0) return 0;
@@ -46,11 +46,11 @@ int lastFreshStart(const char* text, const char* pattern, int patternLength, boo
 short AppendString(unsigned char* destination, const unsigned char* source, short start,
                    short count) {
   const int length = destination[0];
-  // The bound mixes up the index in the source and the room in the destination. It is meant to:
-  // which bytes a caller gets near the end of the buffer depends on it.
+  // The bound mixes the index in the source with the room in the destination. It decides which
+  // bytes a caller gets near the end of the buffer; kept as callers in the field have it.
   const int taken = count - start + length < 256 ? count : start + 255 - length;
   for (int i = 0; i < taken; ++i) {
-    ++destination[0];  // first, and as 8 bits: a length that wraps stays inside the buffer
+    ++destination[0];  // first, modulo 256: a length that wraps stays inside the buffer
     destination[destination[0]] = source[start + i];
   }
   destination[0] = std::min(destination[0], kLongestTerminatedPString);
@@ -102,14 +102,14 @@ char UpperToLower(char character) {
 short HostMatch(const char* text, const char* pattern, bool ignoreCase, short limit) {
   const int patternLength = PIstrlen(pattern);
   const bool zeroByteEnds = limit < 256;
-  // The walk below looks at the byte behind the first one; here it need not exist.
+  // The walk below reads the byte after the first one, which may not exist here.
   if (text[0] == 0 && patternLength > 0 && zeroByteEnds) return -1;
   int matched = 0;
   int start = -1;
   int i = zeroByteEnds ? lastFreshStart(text, pattern, patternLength, ignoreCase, limit) : 0;
   do {
-    // Once the whole pattern is matched this compares with its zero byte, so that only a match at
-    // the text's end survives; nothing before the character in hand is ever tried again.
+    // After the whole pattern this compares with its zero byte: only a match at the end of the text
+    // survives. Characters before the current one are never tried again.
     if (areSame(text[i], pattern[matched], ignoreCase)) {
       if (matched++ == 0) start = i;
     } else {
@@ -118,7 +118,7 @@ short HostMatch(const char* text, const char* pattern, bool ignoreCase, short li
     }
     ++i;
   } while (i <= limit && (text[i] != 0 || (!zeroByteEnds && matched < patternLength)));
-  // A byte of 128 and above counts as an end, too: it is read as a signed character.
+  // A byte of 128 or above is negative as a signed character and counts as an end, too.
   return static_cast<signed char>(text[i]) <= 0 ? static_cast<short>(start) : short{-1};
 }
 
@@ -133,7 +133,7 @@ unsigned char PStrCat(const unsigned char* source, unsigned char* destination) {
   const int taken = std::min<int>(source[0], kLongestPString - length);
   const auto sum = static_cast<unsigned char>(length + source[0]);
   std::memmove(destination + 1 + length, source + 1, static_cast<std::size_t>(taken));
-  return destination[0] = sum;  // wraps, on purpose: the length tells that characters are lost
+  return destination[0] = sum;  // modulo 256: the length shows that characters are lost
 }
 
 unsigned char PStrInsert(const unsigned char* source, unsigned char* destination) {
@@ -142,7 +142,7 @@ unsigned char PStrInsert(const unsigned char* source, unsigned char* destination
   const auto sum = static_cast<unsigned char>(destination[0] + inserted);
   std::memmove(destination + 1 + inserted, destination + 1, static_cast<std::size_t>(kept));
   std::memmove(destination + 1, source + 1, static_cast<std::size_t>(inserted));
-  return destination[0] = sum;  // wraps, on purpose: the length tells that characters are lost
+  return destination[0] = sum;  // modulo 256: the length shows that characters are lost
 }
 
 void PToCStr(const unsigned char* source, char* destination) {
@@ -155,7 +155,8 @@ void CToPStr(const char* source, unsigned char* destination) {
   const auto length = static_cast<std::size_t>(PIstrlen(source));
   std::memmove(destination + 1, source, length);
   destination[length + 1] = 0;
-  destination[0] = static_cast<unsigned char>(length);  // wraps, on purpose, beyond 255
+  destination[0] =
+      static_cast<unsigned char>(length);  // modulo 256, as callers in the field have it
 }
 
 void PIType2Char(std::uint32_t type, char* buffer) {
@@ -166,7 +167,8 @@ void PIType2Char(std::uint32_t type, char* buffer) {
 std::uint32_t PIChar2Type(const char* characters) {
   std::uint32_t type = 0;
   for (int i = 0; i < 4; ++i) {
-    // The sign extension is meant: a character of 128 and above sets all the bits before it.
+    // Sign-extended, so a character of 128 or above sets all higher bits; kept as callers in the
+    // field have it.
     const std::int32_t extended = static_cast<signed char>(characters[i]);
     type = (type << 8) | static_cast<std::uint32_t>(extended);
   }

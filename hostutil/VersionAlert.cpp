@@ -1,4 +1,4 @@
-// In a source of its own, so that a program can link an alert that it shows itself.
+// In a separate source file, because a program may define this function itself.
 #include "hostutil/HostUtilities.h"
 
 int ShowVersionAlert(const unsigned char*) { return 0; }
