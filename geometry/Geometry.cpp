@@ -4,15 +4,14 @@
 
 namespace {
 
-// Truncated on purpose: positions written and read with these values must stay what they are.
+// Truncated; stored positions were computed with these values.
 constexpr double kRadiansPerDegree = 0.0174532925;
 constexpr double kDegreesPerRadian = 57.2957795;
 
-// Below this angle (radians) a rotation vector has no axis worth the name.
+// A rotation by less than this angle (radians) counts as none: its axis is too inaccurate.
 constexpr double kSmallestAngle = 0.0001;
 
-// Below this cosine the second angle is so near to 90 degrees that the other two cannot be told
-// apart.
+// Up to this cosine, the second angle is so close to 90 degrees that the other two are ambiguous.
 constexpr double kSmallestCosine = 0.005;
 
 void setRow(double (&row)[4], double c0, double c1, double c2, double c3) {

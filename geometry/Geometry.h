@@ -3,17 +3,17 @@
 //   CMatrix4D quarterTurn(CVector3D(0, 0, 1.5707963267948966));  // about the third axis
 //   CPoint3D moved = quarterTurn * CPoint3D(1, 0, 0);            // about (0, 1, 0)
 //
-// Every sum and product is rounded in the order in which its contract states it, so results are the
-// same bit for bit wherever arithmetic is IEEE 754 double precision; nothing is ever contracted
-// into a fused multiplication and addition. Products of three factors are taken from left to right.
+// Results are the same bit for bit on every processor with IEEE 754 double precision: sums and
+// products are evaluated in the order stated, three factors from left to right, every operation is
+// rounded, and none is contracted into a fused multiply-add.
 //
-// Two conventions for the translation live side by side, and both are meant: the transform of a
-// point and `Inverse` take it from the last column (columns act on column vectors); the matrix of a
-// `CU3DPosition` and `U3DPosition` keep it in the bottom row.
+// There are two conventions for the translation of a matrix, and callers depend on both: point
+// transforms and `Inverse` have it in the last column (the matrix multiplies column vectors), the
+// conversions from and to a `CU3DPosition` in the bottom row.
 //
-// An object is its virtual table reference followed by its fields. Nothing but the destructor is
-// virtual. No operation reports failure, and none throws. All may be called from any thread
-// [any-thread]; an object is no more shared between threads than a double is.
+// An object consists of its virtual table pointer and its fields, in this order. Only the
+// destructor is virtual. No operation fails or throws. [any-thread]; objects are plain values:
+// concurrent access needs external synchronisation.
 #pragma once
 
 #include "geometry/RowPairs.h"
@@ -32,8 +32,7 @@ class CPoint3D {
     return CPoint3D(x + other.x, y + other.y, z + other.z);
   }
 
-  /// Component-wise difference, this - other. The difference of two points is a point, not a
-  /// vector.
+  /// Component-wise difference, this - other; a point, not a vector.
   CPoint3D operator-(const CPoint3D& other) const {
     return CPoint3D(x - other.x, y - other.y, z - other.z);
   }
@@ -52,16 +51,16 @@ class CVector3D {
   CVector3D& operator=(const CVector3D&) = default;
   virtual ~CVector3D() = default;
 
-  /// Divides each component by the length sqrt(z*z + (x*x + y*y)). A length that is not above 0
-  /// (zero, or not a number) leaves the vector as it is.
+  /// Divides each component by the length sqrt(z*z + (x*x + y*y)) and returns this vector. If the
+  /// length is 0 or NaN, the vector is unchanged.
   CVector3D& Normalize();
 
-  /// z*z' + (x*x' + y*y').
+  /// The dot product z*z' + (x*x' + y*y').
   double DotProduct(const CVector3D& other) const {
     return z * other.z + (x * other.x + y * other.y);
   }
 
-  /// this x other = (y*z' - z*y', z*x' - x*z', x*y' - y*x').
+  /// The cross product this x other = (y*z' - z*y', z*x' - x*z', x*y' - y*x').
   CVector3D CrossProduct(const CVector3D& other) const {
     return CVector3D(y * other.z - z * other.y, z * other.x - x * other.z,
                      x * other.y - y * other.x);
@@ -116,45 +115,45 @@ class CMatrix4D {
   CMatrix4D(const CVector3D& a, const CVector3D& b, const CVector3D& c);
 
   /// The rotation about the axis of `v` by its length in radians (Rodrigues' rotation formula for
-  /// column vectors). A length below 0.0001 gives the identity.
+  /// column vectors). If the length is below 0.0001, the identity.
   explicit CMatrix4D(const CVector3D& v);
 
-  /// The rotation and translation of `position`; the translation goes in the bottom row.
+  /// The rotation and translation of `position`, with the translation in the bottom row.
   explicit CMatrix4D(const CU3DPosition& position);
 
-  /// The inverse of the constructor from a position: the translation is read from the bottom row.
-  /// Where the attitude is at about +-90 degrees round the second axis, `rx` is 0 and `rz` holds
-  /// the whole roll.
+  /// The inverse of the constructor from a position; reads the translation from the bottom row. If
+  /// the rotation about the second axis is close to +-90 degrees (its cosine is at most 0.005),
+  /// `rx` is 0 and `rz` contains the whole roll.
   CU3DPosition U3DPosition() const;
 
-  /// Makes this the identity.
+  /// Sets this matrix to the identity and returns it.
   CMatrix4D& Identity();
 
-  /// Rows and columns exchanged.
+  /// The matrix with rows and columns exchanged.
   CMatrix4D Transpose() const;
 
-  /// The determinant of the upper-left 3x3 block alone; row 3 and column 3 do not count.
+  /// The determinant of the upper-left 3x3 block; row 3 and column 3 are ignored.
   double Determinant() const;
 
-  /// Not a general inverse, on purpose: the upper-left 3x3 block is inverted (left as it is where
-  /// its determinant is exactly 0), the last column's upper three elements are negated without
-  /// being rotated, and the bottom row is copied.
+  /// Not a general inverse: inverts the upper-left 3x3 block (copies it if its determinant is
+  /// exactly 0), negates the upper three elements of the last column without rotating them, and
+  /// copies the bottom row. Kept as callers in the field have it.
   CMatrix4D Inverse() const;
 
-  /// The matrix product with this on the left. Each element is summed up from 0.0 in the order
-  /// k = 0, 1, 2, 3.
+  /// The matrix product this * b. Each element is the sum over k = 0, 1, 2, 3, in this order,
+  /// starting at 0.0.
   CMatrix4D operator*(const CMatrix4D& b) const;
 
-  /// The point transformed, translation column included. Row 3 is not used and there is no division
-  /// by w.
+  /// The transformed point, translation column included. Row 3 is not used; there is no division by
+  /// w.
   CPoint3D operator*(const CPoint3D& p) const {
     return CPoint3D(m[0][0] * p.x + m[0][1] * p.y + m[0][2] * p.z + m[0][3],
                     m[1][0] * p.x + m[1][1] * p.y + m[1][2] * p.z + m[1][3],
                     m[2][0] * p.x + m[2][1] * p.y + m[2][2] * p.z + m[2][3]);
   }
 
-  /// The vector transformed as if it were a point. The translation column is therefore added to
-  /// vectors too; this is meant, callers depend on it.
+  /// The vector, transformed like a point: the translation column is added, too. Callers depend on
+  /// it.
   CVector3D operator*(const CVector3D& v) const {
     const CPoint3D p = *this * CPoint3D(v.x, v.y, v.z);
     return CVector3D(p.x, p.y, p.z);

@@ -1,7 +1,7 @@
 // Sums of products of matrix elements, two columns at a time.
 //
-// The sums of a row's elements are independent of each other: two of them share a vector register
-// of the processor, and each still adds up in its own order, rounding at every step.
+// Two elements of a row share a vector register. Their sums are independent: each is still added
+// up in order and rounded at every step.
 #pragma once
 
 namespace geometry_internal {
@@ -15,13 +15,13 @@ inline void putPair(double* elements, Pair pair) {
   elements[1] = pair[1];
 }
 
-/// Two columns of a matrix, from `column` on, top to bottom.
+/// The columns `column` and `column` + 1 of a matrix, row by row.
 struct ColumnPair {
   ColumnPair(const double (&m)[4][4], int column)
       : rows{pairAt(&m[0][column]), pairAt(&m[1][column]), pairAt(&m[2][column]),
              pairAt(&m[3][column])} {}
 
-  /// `factors` times these columns, summed up from 0.0 in order.
+  /// The products of `factors` and these columns, each summed in order, starting at 0.0.
   Pair product(const double (&factors)[4]) const {
     Pair sum = {0.0, 0.0};
     for (int k = 0; k < 4; ++k) sum += factors[k] * rows[k];
