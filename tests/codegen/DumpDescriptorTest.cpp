@@ -75,14 +75,14 @@ returnError:
 )");
 }
 
-TEST_F(DumpDescriptor, NamesEventZeroBySingleApostrophe) {
+TEST_F(DumpDescriptor, NamesEventZeroByASingleApostrophe) {
   const std::string text = dumped(0, nullptr);
   EXPECT_THAT(text, StartsWith("SPErr Play'(/*your parameters go here*/void)\n{\n"));
   EXPECT_THAT(text, HasSubstr("     error = sPSActionControl->StringIDToTypeID(\"'\", "
                               "&runtimeEventID);\n"));
 }
 
-TEST_F(DumpDescriptor, LooksARunTimeEventUpAndPlaysTheVariable) {
+TEST_F(DumpDescriptor, LooksUpARunTimeEventAndPlaysTheVariable) {
   const std::uint32_t event = simulator::theHost().typeIds().idOf("sampleEvent");
   const std::string text = dumped(event, nullptr);
   EXPECT_THAT(text, StartsWith("SPErr PlaysampleEvent(/*your parameters go here*/void)\n"));
@@ -95,19 +95,19 @@ TEST_F(DumpDescriptor, LooksARunTimeEventUpAndPlaysTheVariable) {
                               "plugInDialogSilent);\n"));
 }
 
-TEST_F(DumpDescriptor, DoesNotLookAnEventUpThatHasItsTopBitSet) {
+TEST_F(DumpDescriptor, DoesNotLookUpAnEventWithItsTopBitSet) {
   const std::string text = dumped(0xFF616263, nullptr);
   EXPECT_THAT(text, StartsWith("SPErr Play'\\377abc'("));
   EXPECT_THAT(text, HasSubstr("Play(&result, '\\377abc', NULL"));
   EXPECT_THAT(text, Not(HasSubstr("runtimeEventID")));
 }
 
-TEST_F(DumpDescriptor, LooksEventsUpBelowTheFirstCodeOnly) {
+TEST_F(DumpDescriptor, LooksUpEventsBelowTheFirstCodeOnly) {
   EXPECT_THAT(dumped(kFirstCode - 1, nullptr), HasSubstr("&runtimeEventID"));
   EXPECT_THAT(dumped(kFirstCode, nullptr), HasSubstr("Play(&result, '    ', NULL"));
 }
 
-TEST_F(DumpDescriptor, AppendsOneFunctionADump) {
+TEST_F(DumpDescriptor, AppendsOneFunctionPerDump) {
   const std::string first = dumped(kEventSet, nullptr);
   const std::string second = dumped(kEventSelect, descriptor("[]"));
   EXPECT_THAT(first, StartsWith("SPErr PlayeventSet"));
@@ -115,7 +115,7 @@ TEST_F(DumpDescriptor, AppendsOneFunctionADump) {
   EXPECT_EQ(fileText(), first + second);
 }
 
-TEST_F(DumpDescriptor, KeepsWhatTheFileHolds) {
+TEST_F(DumpDescriptor, KeepsTheOldContentsOfTheFile) {
   std::ofstream(file()) << "// mine\n";
   dumped(kEventSet, nullptr);
   EXPECT_THAT(fileText(), StartsWith("// mine\nSPErr PlayeventSet"));
@@ -127,7 +127,7 @@ TEST_F(DumpDescriptor, LeavesTheTabLevelAtOneAndNoFreeZone) {
   EXPECT_EQ(freeZone, nullptr);
 }
 
-TEST_F(DumpDescriptor, WritesNothingAndOpensNoFileWhereASuiteIsMissing) {
+TEST_F(DumpDescriptor, WritesNothingAndOpensNoFileIfASuiteIsMissing) {
   for (std::uint64_t missing = 0; missing < 4; ++missing) {
     PIUSuitesRelease();
     simulator::theFaults().add({"Basic.AcquireSuite", kSPSuiteNotFoundError, missing, 1});
@@ -150,7 +150,7 @@ TEST_F(DumpDescriptor, WritesNothingWithoutAHost) {
   EXPECT_FALSE(std::filesystem::exists(file()));
 }
 
-TEST_F(DumpDescriptor, RunsItsStepsWhereTheFileCannotBeOpened) {
+TEST_F(DumpDescriptor, RunsToTheEndIfTheFileCannotBeOpened) {
   const auto desc =
       descriptor(R"([{"key": "T   ", "type": "Objc", "class": "Brsh", "value": []}])");
   PIUDumpDescriptor(kEventSet, desc, (folder() / "missing" / "dump.txt").c_str());
@@ -160,7 +160,7 @@ TEST_F(DumpDescriptor, RunsItsStepsWhereTheFileCannotBeOpened) {
   EXPECT_TRUE(std::filesystem::is_empty(folder()));
 }
 
-TEST_F(DumpDescriptor, SurvivesADiskWithoutRoom) {
+TEST_F(DumpDescriptor, SurvivesAFullDisk) {
   const auto desc =
       descriptor(R"([{"key": "T   ", "type": "Objc", "class": "Brsh", "value": []}])");
   PIUDumpDescriptor(kEventSet, desc, "/dev/full");
@@ -169,7 +169,7 @@ TEST_F(DumpDescriptor, SurvivesADiskWithoutRoom) {
       << "the next dump is whole";
 }
 
-TEST_F(DumpDescriptor, ReleasesWhatItMadeInTheOrderOfMaking) {
+TEST_F(DumpDescriptor, ReleasesContainersInTheOrderOfTheirCreation) {
   const auto desc = descriptor(R"([
     {"key": "T   ", "type": "Objc", "class": "Brsh", "value": [
       {"key": "null", "type": "obj ", "value": [{"form": "Clss", "class": "Lyr "}]}]},

@@ -41,12 +41,12 @@ extern "C" int run(unsigned long function) { return functions[function](); }
 extern "C" void finish() { PIUSuitesRelease(); }
 )";
 
-/// The host's published terminology, as its headers declare it.
+/// Declarations of the host's published terminology.
 std::string terminology() {
   std::string text;
   std::set<std::string> names;
   for (const PSConst& row : PSConstA) {
-    if (!names.insert(row.name).second) continue;  // one name stands in two rows
+    if (!names.insert(row.name).second) continue;  // one name has two rows
     text += fmt::format("constexpr DescriptorTypeID {} = {:#x};\n", row.name, row.id);
   }
   return text;
@@ -63,7 +63,7 @@ std::string sourceOf(const std::vector<std::string>& functions) {
          "};\n" + kEpilogue;
 }
 
-/// Takes the lines that ask to be moved out of `body` and returns the declarations, each once.
+/// Removes the declarations that are marked to be moved from `body`, and returns each of them once.
 std::string takeDeclarations(std::string& body) {
   std::istringstream lines(body);
   std::string declarations;

@@ -1,4 +1,4 @@
-// Compiles what the generator wrote, as a developer who takes it in would.
+// Compiles generated functions after the edits that a developer makes to use them.
 #pragma once
 
 #include <PIActions.h>
@@ -8,11 +8,11 @@
 #include <string>
 #include <vector>
 
-/// A module of generated functions, built by the compiler that built the tests.
+/// A module of generated functions, built with the compiler of the tests.
 class GeneratedCode {
  public:
-  /// Adapts each function and builds them in `folder`. A function that does not compile is a test
-  /// failure with the compiler's first lines, and an empty module.
+  /// Adapts the functions and builds them in `folder`. If one does not compile, the module is empty
+  /// and a test failure shows the start of the compiler's output.
   GeneratedCode(const std::vector<std::string>& functions, const std::filesystem::path& folder);
   ~GeneratedCode();
   GeneratedCode(const GeneratedCode&) = delete;
@@ -20,13 +20,13 @@ class GeneratedCode {
 
   bool isBuilt() const { return module_ != nullptr; }
 
-  /// Lets the functions use this host, with `play` in place of the control suite's own Play.
+  /// Makes the functions use this host, with `play` in place of the control suite's Play.
   void prepare(SPBasicSuite* host, decltype(PSActionControlProcs::Play) play);
 
   /// Runs one function, counted from 0, and returns its error.
   int run(std::size_t function);
 
-  /// Gives the suites back.
+  /// Releases the suites.
   void finish();
 
  private:
@@ -35,6 +35,6 @@ class GeneratedCode {
   void* module_ = nullptr;
 };
 
-/// The function with every nested handle spelled as its variable is declared, and the declarations
-/// moved to the top of the routine, where the text asks for them.
+/// The function with each reference to a nested container spelled as in its declaration, and with
+/// the declarations moved to the top of the routine, as the text asks.
 std::string adapted(const std::string& function);

@@ -12,17 +12,17 @@
 #include "suites/Suites.h"
 #include "tests/support/Process.h"
 
-/// Tests of the generator. When a test ends, the host must have got back all that it handed out,
-/// and must not have been misused.
+/// Tests of the generator. At the end of each test, all objects of the host must have been released
+/// and none misused.
 class GeneratorFixture : public testing::Test {
  protected:
   GeneratorFixture();
   ~GeneratorFixture() override;
 
-  /// A descriptor of the host's own, made from the items of a JSON descriptor.
+  /// A descriptor that the host owns, made from the items of a JSON descriptor.
   static PIActionDescriptor descriptor(const std::string& json);
 
-  /// The same for a list and a reference.
+  /// A list and a reference, likewise.
   static PIActionList list(const std::string& json);
   static PIActionReference reference(const std::string& json);
 
@@ -31,17 +31,17 @@ class GeneratorFixture : public testing::Test {
   std::string walked(PIActionList list);
   std::string walked(PIActionReference reference);
 
-  /// The text that a dump appends to the file, as it is.
+  /// The text that a dump appends to the file.
   std::string dumped(std::uint32_t eventID, PIActionDescriptor descriptor);
 
-  /// The text with each handle in it replaced by a number, counted from 1 in order of appearance:
+  /// The text with each handle replaced by a number, counted from 1 in order of appearance:
   /// "desc0000600000000011" becomes "desc<1>", "desc0x600000000011" becomes "desc0x<1>".
   static std::string numbered(const std::string& text);
 
   /// The texts of the system log's lines so far.
   const std::vector<std::string>& systemLog() const { return systemLog_; }
 
-  /// The names of the suites that were asked for, in order.
+  /// The names of the suites that were acquired, in order.
   const std::vector<std::string>& acquiredSuites() const { return acquiredSuites_; }
 
   std::filesystem::path folder() const { return folder_.file(""); }

@@ -1,4 +1,4 @@
-// A C stdio stream that keeps in memory what is written to it.
+// A C stdio stream that writes to memory.
 #pragma once
 
 #include <cstdio>

@@ -18,7 +18,7 @@ constexpr char kNotResolved[] = "Could not resolve bookmark in BookmarkToFullPat
 constexpr char kNotConverted[] = "Could not convert in BookmarkToFullPath";
 constexpr char kNoURL[] = "Could not create url bookmark in FullPathToBookmark";
 
-/// The folder holds a file "picture.psd". Core Foundation objects must all be released.
+/// The folder has a file "picture.psd". All Core Foundation objects must be released.
 class PathConversion : public GeneratorFixture {
  protected:
   PathConversion() { std::ofstream(picture()) << "8BPS"; }
@@ -55,16 +55,16 @@ class Alias {
     if (handle != nullptr) sPSHandle->DisposeRegularHandle(reinterpret_cast<Handle>(handle));
   }
 
-  AliasHandle handle = reinterpret_cast<AliasHandle>(1);  // must be overwritten in any case
+  AliasHandle handle = reinterpret_cast<AliasHandle>(1);  // must always be overwritten
 };
 
-TEST_F(PathConversion, LeadsFromAPathToAnAliasAndBack) {
+TEST_F(PathConversion, ConvertsAPathToAnAliasAndBack) {
   const Alias alias(picture());
   ASSERT_NE(alias.handle, nullptr);
   EXPECT_EQ(pathOf(alias.handle), picture());
 }
 
-TEST_F(PathConversion, LeavesThePathEmptyWhereAnAliasLeadsNowhere) {
+TEST_F(PathConversion, LeavesThePathEmptyIfAnAliasCannotBeResolved) {
   const Alias alias(picture());
   std::filesystem::remove(picture());
   EXPECT_EQ(pathOf(alias.handle), "");
@@ -72,7 +72,7 @@ TEST_F(PathConversion, LeavesThePathEmptyWhereAnAliasLeadsNowhere) {
   EXPECT_THAT(systemLog(), IsEmpty()) << "aliases fail silently";
 }
 
-TEST_F(PathConversion, LeavesThePathEmptyWhereAnAliassPathDoesNotFit) {
+TEST_F(PathConversion, LeavesThePathEmptyIfThePathOfAnAliasDoesNotFit) {
   const Alias alias(picture());
   std::string path(picture().size(), 'x');
   AliasToFullPath(alias.handle, path.data(), picture().size());
@@ -88,31 +88,31 @@ TEST_F(PathConversion, DoesNothingWithoutABuffer) {
   EXPECT_THAT(systemLog(), IsEmpty());
 }
 
-TEST_F(PathConversion, SetsTheAliasToNullWhereTheHostMakesNone) {
+TEST_F(PathConversion, SetsTheAliasToNullIfTheHostMakesNone) {
   simulator::theFaults().add({"AliasSuite.MacNewAliasFromCString", -1731, 0, 1});
   EXPECT_EQ(Alias(picture()).handle, nullptr);
 }
 
-TEST_F(PathConversion, SetsTheAliasToNullAndThrowsWhereTheSuiteIsMissing) {
+TEST_F(PathConversion, SetsTheAliasToNullAndThrowsIfTheSuiteIsMissing) {
   auto alias = reinterpret_cast<AliasHandle>(1);
   simulator::theFaults().add({"Basic.AcquireSuite", kSPSuiteNotFoundError, 0, 1});
   EXPECT_THROW(FullPathToAlias("/tmp", alias), std::uint32_t);
   EXPECT_EQ(alias, nullptr);
 }
 
-TEST_F(PathConversion, LeadsFromAPathToABookmarkAndBack) {
+TEST_F(PathConversion, ConvertsAPathToABookmarkAndBack) {
   EXPECT_EQ(pathOf(bookmarkOf(picture()).get()), picture());
   EXPECT_THAT(systemLog(), IsEmpty());
 }
 
-TEST_F(PathConversion, LogsTwoLinesAndLeavesThePathEmptyWhereABookmarkCannotBeResolved) {
+TEST_F(PathConversion, LogsTwoLinesAndLeavesThePathEmptyIfABookmarkCannotBeResolved) {
   const auto bookmark = bookmarkOf(picture());
   std::filesystem::remove(picture());
   EXPECT_EQ(pathOf(bookmark.get()), "");
   EXPECT_THAT(systemLog(), ElementsAre(kNotResolved, kNotConverted));
 }
 
-TEST_F(PathConversion, LogsTwoLinesForDataThatAreNoBookmark) {
+TEST_F(PathConversion, LogsTwoLinesForDataThatIsNotABookmark) {
   const UInt8 bytes[] = {'n', 'o', 'n', 'e'};
   const CFObject<CFDataRef> data(CFDataCreate(kCFAllocatorDefault, bytes, sizeof bytes));
   EXPECT_EQ(pathOf(data.get()), "");
@@ -120,40 +120,40 @@ TEST_F(PathConversion, LogsTwoLinesForDataThatAreNoBookmark) {
   EXPECT_THAT(systemLog(), ElementsAre(kNotResolved, kNotConverted, kNotResolved, kNotConverted));
 }
 
-TEST_F(PathConversion, LogsOneLineWhereABookmarksPathDoesNotFit) {
+TEST_F(PathConversion, LogsOneLineIfThePathOfABookmarkDoesNotFit) {
   char path[8] = "old";
   BookmarkToFullPath(bookmarkOf(picture()).get(), path, sizeof path);
   EXPECT_STREQ(path, "");
   EXPECT_THAT(systemLog(), ElementsAre(kNotConverted));
 }
 
-TEST_F(PathConversion, LogsTheFailureOfTheURLForAnEmptyPathAndMakesNoBookmark) {
+TEST_F(PathConversion, LogsAnInvalidURLAndMakesNoBookmarkForAnEmptyPath) {
   CFDataRef bookmark = reinterpret_cast<CFDataRef>(1);
   FullPathToBookmark("", bookmark);
   EXPECT_EQ(bookmark, nullptr);
   EXPECT_THAT(systemLog(), ElementsAre(kNoURL));
 }
 
-TEST_F(PathConversion, MakesNoBookmarkOfAMissingFile) {
+TEST_F(PathConversion, MakesNoBookmarkForAMissingFile) {
   EXPECT_FALSE(bookmarkOf(picture() + ".none"));
   EXPECT_THAT(systemLog(), IsEmpty()) << "the URL is fine";
 }
 
-class Desktop : public PathConversion {
+class PathConversionDesktop : public PathConversion {
  protected:
-  Desktop() { simulator::setHomeFolder("/Users/h\u00E9l"); }
+  PathConversionDesktop() { simulator::setHomeFolder("/Users/h\u00E9l"); }
 
   static constexpr char kDesktop[] = "/Users/h\u00E9l/Desktop/";
   static constexpr std::int32_t kFitting = sizeof kDesktop;
 };
 
-TEST_F(Desktop, EndsInASlash) {
+TEST_F(PathConversionDesktop, EndsWithASlash) {
   char path[512];
   EXPECT_EQ(GetFullPathToDesktop(path, sizeof path), 0);
   EXPECT_STREQ(path, kDesktop);
 }
 
-TEST_F(Desktop, RefusesANullBufferAndSizesBelowOne) {
+TEST_F(PathConversionDesktop, RefusesANullBufferAndSizesBelowOne) {
   char path[] = "old";
   EXPECT_EQ(GetFullPathToDesktop(nullptr, 512), 0x5061726D);
   EXPECT_EQ(GetFullPathToDesktop(path, 0), 0x5061726D);
@@ -161,7 +161,7 @@ TEST_F(Desktop, RefusesANullBufferAndSizesBelowOne) {
   EXPECT_STREQ(path, "old");
 }
 
-TEST_F(Desktop, IsCutAndTerminatedInEveryBufferThatIsTooSmallForPathAndSlash) {
+TEST_F(PathConversionDesktop, IsCutAndTerminatedInEveryBufferThatIsTooSmall) {
   for (std::int32_t size = 1; size < kFitting; ++size) {
     std::string path(static_cast<std::size_t>(size) + 8, 'x');
     EXPECT_EQ(GetFullPathToDesktop(path.data(), size), 0x5061726D) << size;
@@ -170,20 +170,20 @@ TEST_F(Desktop, IsCutAndTerminatedInEveryBufferThatIsTooSmallForPathAndSlash) {
   }
 }
 
-TEST_F(Desktop, FitsABufferForPathSlashAndTerminatorExactly) {
+TEST_F(PathConversionDesktop, ExactlyFitsABufferForPathSlashAndTerminator) {
   char path[kFitting];
   EXPECT_EQ(GetFullPathToDesktop(path, kFitting), 0);
   EXPECT_STREQ(path, kDesktop);
 }
 
-TEST(DesktopFolder, IsAnErrorWhereTheSystemNamesNone) {
+TEST(GetFullPathToDesktop, ReturnsTheParameterErrorIfTheSystemHasNoDesktopFolder) {
   ASSERT_FALSE(simulator::homeFolder());
   char path[] = "old";
   EXPECT_EQ(GetFullPathToDesktop(path, sizeof path), 0x5061726D);
   EXPECT_STREQ(path, "");
 }
 
-TEST_F(PathConversion, FindsThePathsOfAliasesAndBookmarksInDescriptors) {
+TEST_F(PathConversion, WritesThePathsOfAliasesAndBookmarksInDescriptors) {
   const auto desc = descriptor(R"([{"key": "null", "type": "alis", "value": ")" + picture() +
                                R"("}, {"key": "T   ", "type": "bkmk", "value": ")" + picture() +
                                R"("}, {"key": "Nm  ", "type": "Pth ", "value": "/none"}])");
@@ -213,7 +213,7 @@ TEST_F(PathConversion, FindsThePathsOfAliasesAndBookmarksInDescriptors) {
                   check));
 }
 
-TEST_F(PathConversion, HasTheGeneratedCodeReleaseAliasesAndBookmarks) {
+TEST_F(PathConversion, MakesTheGeneratedCodeReleaseAliasesAndBookmarks) {
   const auto elements = R"([{"key": "null", "type": "VlLs", "value": [
       {"type": "bkmk", "value": "/none"}, {"type": "alis", "value": "/none"},
       {"type": "alis", "value": "/none"}]}])";
@@ -227,7 +227,7 @@ TEST_F(PathConversion, HasTheGeneratedCodeReleaseAliasesAndBookmarks) {
   EXPECT_THAT(systemLog(), ElementsAre(kNotResolved, kNotConverted));
 }
 
-TEST_F(PathConversion, DoesNotReadAnAliasThatNobodyCouldDisposeOf) {
+TEST_F(PathConversion, DoesNotReadAnAliasIfTheHandleSuiteIsMissing) {
   const auto desc = descriptor(R"([{"key": "null", "type": "alis", "value": "/none"}])");
   simulator::theFaults().add({"Basic.AcquireSuite", kSPSuiteNotFoundError, 4, 1});
   EXPECT_THAT(walked(desc),

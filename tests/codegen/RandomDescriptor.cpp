@@ -108,7 +108,7 @@ Form RandomDescriptor::form() {
   }
 }
 
-/// A published one, a code of any bytes, or one that the host has a string for.
+/// A published identifier, a code of any bytes, or an identifier with a string in the host.
 std::uint32_t RandomDescriptor::id() {
   switch (below(3)) {
     case 0:
@@ -120,7 +120,7 @@ std::uint32_t RandomDescriptor::id() {
   }
 }
 
-/// Above the run-time identifiers, without a zero byte.
+/// A code above the run-time identifiers, without a zero byte.
 std::uint32_t RandomDescriptor::code() {
   std::uint32_t code = 0x21 + below(0x5F);
   for (int i = 0; i < 3; ++i) code = (code << 8) | (1 + below(255));
@@ -145,7 +145,7 @@ std::int64_t RandomDescriptor::integer() {
   return static_cast<std::int64_t>((std::uint64_t{random_()} << 32) | random_());
 }
 
-/// UTF-8 with whatever is awkward in source text.
+/// UTF-8 with characters that need care in source text.
 std::string RandomDescriptor::text() {
   constexpr std::array kPieces = {"a",    "Z9", " ",      "\"",     "'",      "\\",        "\n",
                                   "\r\n", "\t", "\x01",   "7",      "\x7F",   "?\?/",      "//",
@@ -155,7 +155,7 @@ std::string RandomDescriptor::text() {
   return text;
 }
 
-/// Text that need not be UTF-8.
+/// Text that may not be valid UTF-8.
 std::string RandomDescriptor::bytes() {
   std::string bytes = text();
   if (oneIn(2)) bytes += static_cast<char>(0x80 + below(0x80));

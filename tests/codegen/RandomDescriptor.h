@@ -6,9 +6,9 @@
 
 #include "simulator/host/Host.h"
 
-/// Makes descriptors of a sequence that `seed` fixes. Aliases, paths and bookmarks lead to `file`;
-/// as the generated code has one variable for all aliases and one for all bookmarks, there is at
-/// most one of each in a descriptor.
+/// Makes a sequence of descriptors that depends on `seed` only. Aliases, paths and bookmarks refer
+/// to `file`. A descriptor has at most one alias or path and at most one bookmark, because the
+/// generated code has one variable for all aliases and one for all bookmarks.
 class RandomDescriptor {
  public:
   RandomDescriptor(std::uint32_t seed, std::string file) : random_(seed), file_(std::move(file)) {}
@@ -38,6 +38,6 @@ class RandomDescriptor {
   bool hasBookmark_ = false;
 };
 
-/// What the generated code rebuilds of a descriptor: floats have six significant digits, global
-/// classes are classes, paths are aliases, and raw data have their length but zero bytes.
+/// The descriptor that the generated code makes for `container`: floats have six significant
+/// digits, global classes are classes, paths are aliases, and raw data is as many zero bytes.
 simulator::ContainerPtr rebuilt(const simulator::Container& container);

@@ -1,4 +1,4 @@
-// The generated code, compiled and played, against the descriptors that it was generated from.
+// Compiles and runs generated code and compares the result with the original descriptors.
 #include <HostTerms.h>
 
 #include <cstdlib>
@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::size_t kDescriptors = 200;
 
-/// MRV_SEED in the environment, or a seed of our own.
+/// The environment's MRV_SEED, or a fixed seed.
 std::uint32_t seed() {
   const char* given = std::getenv("MRV_SEED");
   return given ? static_cast<std::uint32_t>(std::strtoul(given, nullptr, 10)) : 6;
@@ -70,7 +70,7 @@ TEST_F(RoundTrip, RebuildsRandomDescriptorsItemByItem) {
   code.finish();
 }
 
-TEST_F(RoundTrip, HasEveryItemTypeAmongItsDescriptors) {
+TEST_F(RoundTrip, CoversEveryItemType) {
   std::set<std::string> types;
   for (const auto& descriptor : randomDescriptors()) {
     for (const auto& entry : descriptor->entries) types.insert(simulator::idText(entry.item.type));

@@ -7,7 +7,6 @@
 
 #include "codegen/DumpDescriptor.h"
 #include "codegen/SourceWriter.h"
-#include "codegen/VariableNames.h"
 #include "tests/codegen/MemoryStream.h"
 
 namespace {
@@ -18,8 +17,6 @@ std::string written(const Parts&... parts) {
   SourceWriter(stream.file()).write(parts...);
   return stream.text();
 }
-
-const void* handle(std::uintptr_t value) { return reinterpret_cast<const void*>(value); }
 
 TEST(SourceWriter, WritesNumbersAsSignedDecimals) {
   EXPECT_EQ(written(std::int32_t{-1}, " ", std::uint32_t{4294967295u}), "-1 4294967295");
@@ -32,22 +29,15 @@ TEST(SourceWriter, WritesFloatsWithSixSignificantDigits) {
   EXPECT_EQ(written(std::numeric_limits<double>::max()), "1.79769e+308");
 }
 
-TEST(SourceWriter, WritesFloatsWithAPointWhateverTheLocale) {
-  // Some locale of the machine has a decimal point of another kind; in the one of C it is a point.
+TEST(SourceWriter, WritesFloatsWithAPointInEveryLocale) {
+  // Locales with different decimal points; those that are not installed are skipped.
   for (const char* name : {"C", "de_DE.UTF-8", "fr_FR.UTF-8", "ru_RU.UTF-8", "ps_AF.UTF-8"}) {
     if (std::setlocale(LC_NUMERIC, name) == nullptr) continue;
     EXPECT_EQ(written(-2.5e-9), "-2.5e-09") << name;
   }
 }
 
-TEST(VariableNames, NameAVariableBySixteenDigitsAndReferToItByTheUnpaddedPointer) {
-  EXPECT_EQ(declaredName("desc", handle(0x600A0)), "desc00000000000600a0");
-  EXPECT_EQ(nestedName("desc", handle(0x600A0)), "desc0x600a0");
-  EXPECT_EQ(declaredName("list", handle(UINTPTR_MAX)), "listffffffffffffffff");
-  EXPECT_EQ(nestedName("ref", nullptr), "ref0x0");
-}
-
-TEST(SourceWriter, IndentsByFiveSpacesALevelAndNotAtAllBelowOne) {
+TEST(SourceWriter, IndentsByFiveSpacesPerLevelAndNotBelowLevelOne) {
   for (const auto& [level, expected] :
        {std::pair{3, "               x\n"}, {0, "x\n"}, {-4, "x\n"}}) {
     tabLevel = static_cast<std::int16_t>(level);
@@ -57,14 +47,14 @@ TEST(SourceWriter, IndentsByFiveSpacesALevelAndNotAtAllBelowOne) {
   }
 }
 
-TEST(SourceWriter, PutsAnEmptyLineBehindAnErrorCheck) {
+TEST(SourceWriter, WritesAnEmptyLineAfterAnErrorCheck) {
   tabLevel = 1;
   MemoryStream stream;
   SourceWriter(stream.file()).errorCheck();
   EXPECT_EQ(stream.text(), "     if (error) goto returnError;\n\n");
 }
 
-TEST(SourceWriter, EscapesWhatWouldEndALiteralOrItsLine) {
+TEST(SourceWriter, EscapesCharactersThatWouldEndALiteralOrItsLine) {
   EXPECT_EQ(written(StringLiteral{"plain 'text'"}), R"("plain 'text'")");
   EXPECT_EQ(written(StringLiteral{"say \"hi\" \\ there"}), R"("say \"hi\" \\ there")");
   EXPECT_EQ(written(StringLiteral{"a\nb\rc\td"}), R"("a\nb\rc\td")");
@@ -75,7 +65,7 @@ TEST(SourceWriter, EscapesWhatWouldEndALiteralOrItsLine) {
   EXPECT_EQ(written(StringLiteral{""}), R"("")");
 }
 
-TEST(SourceWriter, LeavesUTF8AsItIsAndEscapesBytesThatAreNone) {
+TEST(SourceWriter, LeavesUTF8UnchangedAndEscapesInvalidBytes) {
   for (const char* text : {"\u00E9", "\u20AC", "\uFFFD", "\U0001F58C", "\U0010FFFF"}) {
     EXPECT_EQ(written(StringLiteral{text}), '"' + std::string(text) + '"');
   }
@@ -88,14 +78,14 @@ TEST(SourceWriter, LeavesUTF8AsItIsAndEscapesBytesThatAreNone) {
   EXPECT_EQ(written(StringLiteral{"\xF4\x90\x80\x80"}), R"("\364\220\200\200")");
 }
 
-TEST(SourceWriter, WritesNamesAsTheyAre) {
+TEST(SourceWriter, WritesNamesUnchanged) {
   EXPECT_EQ(written(BareName{"keyTool"}), "keyTool");
   EXPECT_EQ(written(BareName{"'setd'"}), "'setd'");
   EXPECT_EQ(written(BareName{"'"}), "'") << "a code that begins with a zero byte";
   EXPECT_EQ(written(BareName{"'ab"}), "'ab") << "a code cut by a zero byte";
 }
 
-TEST(SourceWriter, EscapesWhatWouldEndACode) {
+TEST(SourceWriter, EscapesCharactersThatWouldEndACode) {
   EXPECT_EQ(written(BareName{"'a'b\\'"}), R"('a\'b\\')");
   EXPECT_EQ(written(BareName{"''\"\n\xA9'"}), R"('\'"\n\251')");
 }
@@ -104,7 +94,7 @@ TEST(SourceWriter, EscapesUTF8InACodeByteByByte) {
   EXPECT_EQ(written(BareName{"'a\u00E9b'"}), R"('a\303\251b')");
 }
 
-TEST(SourceWriter, KeepsACommentFromReachingIntoTheNextLine) {
+TEST(SourceWriter, KeepsACommentFromContinuingOnTheNextLine) {
   EXPECT_EQ(written(CommentText{"plain"}), "plain");
   EXPECT_EQ(written(CommentText{"two\nlines"}), R"(two\nlines)");
   EXPECT_EQ(written(CommentText{"path\\"}), R"(path\134)");
@@ -113,7 +103,7 @@ TEST(SourceWriter, KeepsACommentFromReachingIntoTheNextLine) {
   EXPECT_EQ(written(CommentText{"  "}), "  ");
 }
 
-TEST(SourceWriter, WritesPiecesLongerThanItsBufferWhole) {
+TEST(SourceWriter, WritesPiecesLongerThanItsBufferCompletely) {
   const std::string text(1'000'000, 'a');
   EXPECT_EQ(written("(", text, ")"), "(" + text + ")");
 }

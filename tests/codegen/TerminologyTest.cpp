@@ -17,7 +17,7 @@ namespace {
 
 using testing::ElementsAre;
 
-/// A host that knows the string IDs of a few run-time identifiers and counts how often it is asked.
+/// A host with string IDs for a few run-time identifiers, which counts its calls.
 struct FakeHost {
   std::map<std::uint32_t, std::string> stringIDs;
   int asked = 0;
@@ -33,13 +33,13 @@ OSErr typeIDToStringID(DescriptorTypeID id, char* out, uint32 size) {
   return found == host.stringIDs.end() ? errMissingParameter : 0;
 }
 
-class LongToStrTest : public testing::Test {
+class Terminology : public testing::Test {
  protected:
-  LongToStrTest() {
+  Terminology() {
     host.procs.TypeIDToStringID = typeIDToStringID;
     sPSActionControl.suite = &host.procs;
   }
-  ~LongToStrTest() override {
+  ~Terminology() override {
     sPSActionControl.suite = nullptr;
     host = {};
   }
@@ -63,7 +63,7 @@ std::string quoted(std::uint32_t id) {
   return code;
 }
 
-/// What a scan of all rows from the first to the last gives.
+/// The name that a scan of all rows from first to last finds.
 std::string scanned(std::uint32_t id, const char* kind) {
   const auto row = std::find_if(std::begin(PSConstA), std::end(PSConstA), [&](const PSConst& r) {
     return r.id == id && std::strstr(r.name, kind) != nullptr;
@@ -116,7 +116,7 @@ TEST(PSConstA, EndsWithTheUnits) {
                                        "'#Mlm'unitMillimeters", "'#Pnt'unitPoints"));
 }
 
-TEST_F(LongToStrTest, TellsTheRowsOfOneIdentifierApartByKind) {
+TEST_F(Terminology, SelectsAmongTheRowsOfOneIdentifierByKind) {
   const std::uint32_t id = fourCharCode("Lyr ");
   EXPECT_EQ(name(id, "class"), "classLayer");
   EXPECT_EQ(name(id, "event"), "'Lyr '");
@@ -124,7 +124,7 @@ TEST_F(LongToStrTest, TellsTheRowsOfOneIdentifierApartByKind) {
   EXPECT_EQ(name(fourCharCode("#Pxl"), "unit"), "unitPixels");
 }
 
-TEST_F(LongToStrTest, GivesWhatAScanGivesForEveryIdentifierOfTheTableAndEveryKind) {
+TEST_F(Terminology, MatchesAScanForEveryIdentifierOfTheTableAndEveryKind) {
   for (const PSConst& row : PSConstA) {
     for (const char* kind :
          {"event", "key", "class", "enum", "type", "unit", "form", "plugInDialog", "xxxx", "", "y",
@@ -134,14 +134,14 @@ TEST_F(LongToStrTest, GivesWhatAScanGivesForEveryIdentifierOfTheTableAndEveryKin
   }
 }
 
-TEST_F(LongToStrTest, GivesWhatAScanGivesForAMillionOtherIdentifiers) {
+TEST_F(Terminology, MatchesAScanForAMillionOtherIdentifiers) {
   std::set<std::uint32_t> known;
   for (const PSConst& row : PSConstA) known.insert(row.id);
   std::mt19937 engine(20);
   const auto random = [&] { return static_cast<std::uint32_t>(engine()); };
   int others = 0;
   while (others < 1'000'000) {
-    // Every other one differs from a row's in one byte, so that near misses are among them.
+    // Half of them are near misses: they differ from a row's identifier in one byte.
     const std::uint32_t row = PSConstA[random() % kPSConstCount].id;
     const std::uint32_t id = others % 2 ? random() : row ^ (random() % 255 + 1) << random() % 4 * 8;
     if (known.contains(id)) continue;
@@ -150,28 +150,28 @@ TEST_F(LongToStrTest, GivesWhatAScanGivesForAMillionOtherIdentifiers) {
   }
 }
 
-TEST_F(LongToStrTest, CopiesTheHostsStringOfARunTimeIdentifier) {
+TEST_F(Terminology, CopiesTheHostsStringForARunTimeIdentifier) {
   host.stringIDs = {{7, "paintbrushTool"}, {0x2020201F, "last"}, {0x80000000, "negative"}};
   EXPECT_EQ(name(7, "key"), "paintbrushTool");
   EXPECT_EQ(name(0x2020201F, "event"), "last");
   EXPECT_EQ(name(0x80000000, "class"), "negative") << "the number counts as signed";
 }
 
-TEST_F(LongToStrTest, PrefersTheHostsStringToARow) {
+TEST_F(Terminology, PrefersTheHostsStringToARow) {
   host.stringIDs = {{1, "own"}, {2, ""}};
   EXPECT_EQ(name(1, "plugIn"), "own");
   EXPECT_EQ(name(2, "plugIn"), "") << "an empty string ID is one, too";
   EXPECT_EQ(name(0, "plugIn"), "plugInDialogDontDisplay");
 }
 
-TEST_F(LongToStrTest, DoesNotAskTheHostForFourCharacterCodes) {
+TEST_F(Terminology, DoesNotAskTheHostForFourCharacterCodes) {
   host.stringIDs = {{0x20202020, "spaces"}, {fourCharCode("setd"), "set"}};
   EXPECT_EQ(name(0x20202020, "key"), "'    '");
   EXPECT_EQ(name(fourCharCode("setd"), "event"), "eventSet");
   EXPECT_EQ(host.asked, 0);
 }
 
-TEST_F(LongToStrTest, QuotesTheCodeWhereNeitherHostNorTableHasAName) {
+TEST_F(Terminology, QuotesTheCodeIfNeitherHostNorTableHasAName) {
   EXPECT_EQ(name(fourCharCode("zzzz"), "key"), "'zzzz'");
   EXPECT_EQ(name(0x10616263, "key"),
             "'\x10"
@@ -179,13 +179,13 @@ TEST_F(LongToStrTest, QuotesTheCodeWhereNeitherHostNorTableHasAName) {
   EXPECT_EQ(name(fourCharCode("setd"), "xxxx"), "'setd'");
 }
 
-TEST_F(LongToStrTest, EndsACodeAtItsFirstZeroByte) {
+TEST_F(Terminology, EndsACodeAtItsFirstZeroByte) {
   EXPECT_EQ(name(0, "event"), "'") << "the one row of 0 is no event";
   EXPECT_EQ(name(0x41004243, "event"), "'A");
   EXPECT_EQ(name(0x41424300, "event"), "'ABC");
 }
 
-TEST_F(LongToStrTest, CutsTheHostsStringAtTheBuffersEnd) {
+TEST_F(Terminology, CutsTheHostsStringAtTheEndOfTheBuffer) {
   host.stringIDs = {{9, std::string(3000, 'n')}};
   EXPECT_EQ(name(9, "key"), std::string(1023, 'n'));
 }

@@ -10,7 +10,7 @@
 
 namespace {
 
-/// A string suite of which every string is `units`, well formed or not.
+/// The contents of every string of the fake string suite, well formed or not.
 std::u16string units;
 ASErr error = 0;
 
@@ -39,16 +39,16 @@ class TextConversion : public testing::Test {
   ASZStringSuite suite_{};
 };
 
-TEST_F(TextConversion, GivesUTF8) {
+TEST_F(TextConversion, ReturnsUTF8) {
   EXPECT_EQ(converted(u""), "");
   EXPECT_EQ(converted(u"Caf\u00E9 \u20AC \U0001F58C"), "Caf\u00E9 \u20AC \U0001F58C");
 }
 
-TEST_F(TextConversion, HasRoomForTextThatTakesThreeBytesAUnit) {
+TEST_F(TextConversion, HasRoomForThreeBytesPerUnit) {
   EXPECT_EQ(converted(u"\uFFFD\uFFFD\uFFFD"), "\uFFFD\uFFFD\uFFFD");
 }
 
-TEST_F(TextConversion, ReplacesSurrogatesWithoutAPartner) {
+TEST_F(TextConversion, ReplacesUnpairedSurrogates) {
   EXPECT_EQ(converted({u'a', 0xD83D}), "a\uFFFD") << "high at the end";
   EXPECT_EQ(converted({0xDD8C, u'b'}), "\uFFFDb") << "low at the start";
   EXPECT_EQ(converted({0xD83D, 0xD83D, 0xDD8C, 0xDD8C}), "\uFFFD\U0001F58C\uFFFD");
@@ -57,7 +57,7 @@ TEST_F(TextConversion, ReplacesSurrogatesWithoutAPartner) {
 
 TEST_F(TextConversion, EndsAtTheFirstZeroUnit) { EXPECT_EQ(converted({u'a', 0, u'b'}), "a"); }
 
-TEST_F(TextConversion, GivesNothingWhereTheHostFails) {
+TEST_F(TextConversion, ReturnsNulloptIfTheHostFails) {
   error = -1731;
   EXPECT_EQ(converted(u"text"), std::nullopt);
   error = 0;

@@ -34,7 +34,7 @@ const std::string kCheck = "     if (error) goto returnError;\n\n";
 
 class Walkers : public GeneratorFixture {
  protected:
-  /// What stands behind the header for a descriptor of one item.
+  /// The text after the header for a descriptor with one item.
   std::string itemText(const std::string& fields) {
     return bodyText(numbered(walked(descriptor("[{" + fields + "}]"))), kDescriptorHead);
   }
@@ -76,7 +76,7 @@ TEST_F(Walkers, WriteNothingForNull) {
   EXPECT_EQ(walked(PIActionReference{}), "");
 }
 
-TEST_F(Walkers, GiveAnEmptyDescriptorItsHeaderAndARelease) {
+TEST_F(Walkers, WriteTheHeaderAndTheReleaseOfAnEmptyDescriptor) {
   EXPECT_EQ(numbered(walked(descriptor("[]"))), kDescriptorHead);
   EXPECT_THAT(numbered(dumped(kEventSet, descriptor("[]"))),
               HasSubstr("     if (desc<1> != NULL) sPSActionDescriptor->Free(desc<1>);\n"));
@@ -91,7 +91,7 @@ TEST_F(Walkers, WriteNumbers) {
             put("PutFloat(desc<1>, keyWidth, 1e-07);"));
 }
 
-TEST_F(Walkers, WriteAFloatWithSixSignificantDigits) {
+TEST_F(Walkers, WriteFloatsWithSixSignificantDigits) {
   EXPECT_EQ(itemText(R"("key": "Wdth", "type": "doub", "value": 0.1234567)"),
             put("PutFloat(desc<1>, keyWidth, 0.123457);"));
 }
@@ -111,7 +111,7 @@ TEST_F(Walkers, WriteBooleans) {
             put("PutBoolean(desc<1>, keyBackground, false);"));
 }
 
-TEST_F(Walkers, NameAnEnumerationsValueBeforeItsType) {
+TEST_F(Walkers, LookUpTheValueOfAnEnumerationBeforeItsType) {
   EXPECT_EQ(itemText(R"("key": "T   ", "type": "enum", "enumType": "Ordn", "value": "Trgt")"),
             put("PutEnumerated(desc<1>, keyTo, typeOrdinal, enumTarget);"));
   EXPECT_EQ(itemText(R"("key": "$to", "type": "enum", "enumType": "$kind", "value": "$ones")"),
@@ -120,7 +120,7 @@ TEST_F(Walkers, NameAnEnumerationsValueBeforeItsType) {
                 put("PutEnumerated(desc<1>, runtimeKeyID, runtimeTypeID, runtimeEnumID);"));
 }
 
-TEST_F(Walkers, LookTheKeyOfAClassUpOnceAndBeforeTheClass) {
+TEST_F(Walkers, LookUpTheKeyOfAClassOnceAndBeforeTheClass) {
   EXPECT_EQ(itemText(R"("key": "null", "type": "type", "value": "Lyr ")"),
             put("PutClass(desc<1>, keyNull, classLayer);"));
   EXPECT_EQ(itemText(R"("key": "$held", "type": "type", "value": "$thing")"),
@@ -128,7 +128,7 @@ TEST_F(Walkers, LookTheKeyOfAClassUpOnceAndBeforeTheClass) {
                 put("PutClass(desc<1>, runtimeKeyID, runtimeClassID);"));
 }
 
-TEST_F(Walkers, PutAGlobalClassAsAClassAndLookItsKeyUpBehindIt) {
+TEST_F(Walkers, PutAGlobalClassAsAClassAndLookUpItsKeyAfterIt) {
   EXPECT_EQ(itemText(R"("key": "$held", "type": "GlbC", "value": "$thing")"),
             lookup("thing", "runtimeClassID") + lookup("held", "runtimeKeyID") +
                 put("PutClass(desc<1>, runtimeKeyID, runtimeClassID);"));
@@ -170,7 +170,7 @@ TEST_F(Walkers, WriteAListBeforeTheLookUpOfItsRunTimeKey) {
                 put("PutList(desc<1>, runtimeKeyID, list0x<2>);"));
 }
 
-TEST_F(Walkers, WriteAReferenceBehindTheLookUpOfItsRunTimeKey) {
+TEST_F(Walkers, WriteAReferenceAfterTheLookUpOfItsRunTimeKey) {
   EXPECT_EQ(
       itemText(R"("key": "$it", "type": "obj ", "value": [{"form": "Clss", "class": "Lyr "}])"),
       lookup("it", "runtimeKeyID") + R"(          // Move this to the top of the routine!
@@ -184,7 +184,7 @@ TEST_F(Walkers, WriteAReferenceBehindTheLookUpOfItsRunTimeKey) {
 )" + put("PutReference(desc<1>, runtimeKeyID, ref0x<2>);"));
 }
 
-TEST_F(Walkers, WriteTextBehindAComment) {
+TEST_F(Walkers, WriteTextAfterAComment) {
   EXPECT_EQ(itemText(R"("key": "Nm  ", "type": "TEXT", "value": "Caf\u00e9")"),
             "     // Unicode String as UTF8: Caf\u00e9\n" +
                 put("PutString(desc<1>, keyName, \"Caf\u00e9\");"));
@@ -192,7 +192,7 @@ TEST_F(Walkers, WriteTextBehindAComment) {
             "     // Unicode String as UTF8: \n" + put("PutString(desc<1>, keyName, \"\");"));
 }
 
-TEST_F(Walkers, KeepOddTextOnOneLineOfValidSource) {
+TEST_F(Walkers, KeepTextWithSpecialCharactersOnOneLineOfValidSource) {
   EXPECT_EQ(itemText(R"("key": "Nm  ", "type": "TEXT", "value": "a \"b\"\n\t\u0001\\")"),
             "     // Unicode String as UTF8: a \\\"b\\\"\\n\\t\\001\\134\n" +
                 put(R"(PutString(desc<1>, keyName, "a \"b\"\n\t\001\\");)"));
@@ -203,7 +203,7 @@ TEST_F(Walkers, WriteTheLengthOfRawData) {
             put("PutData(desc<1>, keyNull, 3, voidPtrToData);"));
 }
 
-TEST_F(Walkers, NameAnUnknownTypeInAnErrorLineAndGoOn) {
+TEST_F(Walkers, NameAnUnknownTypeInAnErrorLineAndContinue) {
   const auto desc = descriptor(R"([{"key": "Nm  ", "type": "what"},
                                    {"key": "Wdth", "type": "long", "value": 1}])");
   EXPECT_EQ(bodyText(numbered(walked(desc)), kDescriptorHead),
@@ -215,7 +215,7 @@ TEST_F(Walkers, NameAnUnknownTypeInAnErrorLineAndGoOn) {
                 putElement("PutInteger(list<1>, 1);"));
 }
 
-TEST_F(Walkers, NameAnUnknownTypeNeverByTheTable) {
+TEST_F(Walkers, NeverNameAnUnknownTypeByTheTable) {
   EXPECT_THAT(itemText(R"("key": "Nm  ", "type": "setd")"), HasSubstr(" type: 'setd', key:"));
 }
 
@@ -270,7 +270,7 @@ TEST_F(Walkers, WriteEveryFormOfReference) {
             putForm(R"(PutName(ref<1>, classLayer, "My \"one\"");)"));
 }
 
-TEST_F(Walkers, LookTheRunTimeIdentifiersOfAReferenceUp) {
+TEST_F(Walkers, LookUpTheRunTimeIdentifiersOfAReference) {
   EXPECT_EQ(formText(R"("form": "Enmr", "class": "$c", "enumType": "$t", "value": "$v")"),
             lookup("c", "runtimeClassID") + lookup("v", "runtimeEnumID") +
                 lookup("t", "runtimeTypeID") +
@@ -290,7 +290,7 @@ TEST_F(Walkers, WriteAReferencesOwnFormFirstAndThenItsContainers) {
                                          putForm("PutIdentifier(ref<1>, classDocument, 5);"));
 }
 
-TEST_F(Walkers, TellOfAReferenceWithoutAForm) {
+TEST_F(Walkers, ReportAReferenceWithoutAForm) {
   EXPECT_EQ(numbered(walked(reference("[]"))),
             kReferenceHead + "     ERROR: DumpInfoFromReferene on GetForm = -1715\n");
 }
@@ -321,7 +321,7 @@ TEST_F(Walkers, NameTheFailedCallOfAReferenceAndItsError) {
   }
 }
 
-TEST_F(Walkers, EndOnlyTheContainerWhoseCountFails) {
+TEST_F(Walkers, SkipOnlyTheContainerWhoseCountFails) {
   const auto desc = descriptor(R"([
     {"key": "T   ", "type": "Objc", "class": "Brsh", "value": [
       {"key": "Wdth", "type": "long", "value": 1}]},
@@ -334,7 +334,7 @@ TEST_F(Walkers, EndOnlyTheContainerWhoseCountFails) {
   EXPECT_EQ(walked(desc), "");
 }
 
-TEST_F(Walkers, TellOfAFailedItemAndGoOnWithTheNext) {
+TEST_F(Walkers, ReportAFailedItemAndContinueWithTheNext) {
   const auto desc = descriptor(R"([{"key": "Hght", "type": "long", "value": 1},
                                    {"key": "Wdth", "type": "long", "value": 2}])");
   simulator::theFaults().add({"ActionDescriptor.GetInteger", -1731, 0, 1});
@@ -343,7 +343,7 @@ TEST_F(Walkers, TellOfAFailedItemAndGoOnWithTheNext) {
                 put("PutInteger(desc<1>, keyWidth, 2);"));
 }
 
-TEST_F(Walkers, TellOfTextWhereTheStringSuiteIsMissing) {
+TEST_F(Walkers, ReportTextAsFailedIfTheStringSuiteIsMissing) {
   const auto desc = descriptor(R"([{"key": "Nm  ", "type": "TEXT", "value": "x"},
                                    {"key": "Wdth", "type": "long", "value": 2}])");
   simulator::theFaults().add({"Basic.AcquireSuite", kSPSuiteNotFoundError, 4, 1});

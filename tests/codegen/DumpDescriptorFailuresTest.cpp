@@ -1,4 +1,4 @@
-// Every host call made to fail in turn, once and for good.
+// Dumps in which each host call in turn fails, once or from then on.
 #include <HostTerms.h>
 
 #include <fstream>
@@ -13,7 +13,7 @@ namespace {
 constexpr std::int32_t kError = -1731;
 constexpr std::uint64_t kForGood = UINT64_MAX;
 
-/// The text without the numbers of the handles, line by line.
+/// The lines of the text.
 std::multiset<std::string> linesOf(const std::string& text) {
   std::istringstream stream(text);
   std::multiset<std::string> lines;
@@ -21,8 +21,8 @@ std::multiset<std::string> linesOf(const std::string& text) {
   return lines;
 }
 
-/// Whether a line may stand in the text because of a failed call: the error lines, a code for a
-/// name that the host did not tell, and an empty path for a file that was not found.
+/// Whether a failed call may have caused the line: an error line, or a code in place of a name that
+/// the host did not return.
 bool isDueToFailure(const std::string& line) {
   static const std::regex allowed(
       " *(ERROR DumpInfoFromDescriptor type: '.*, key: .*, entry: \\d+"
@@ -34,9 +34,9 @@ bool isDueToFailure(const std::string& line) {
   return std::regex_match(line, allowed);
 }
 
-class Failures : public GeneratorFixture {
+class DumpDescriptorFailures : public GeneratorFixture {
  protected:
-  Failures() {
+  DumpDescriptorFailures() {
     const std::string path = (folder() / "picture.psd").string();
     std::ofstream stream(path);
     json_ = R"([
@@ -75,8 +75,8 @@ class Failures : public GeneratorFixture {
       {"key": "P   ", "type": "tdta", "value": "AAEC"}])";
   }
 
-  /// A dump in which the calls from the n-th on fail, `times` of them; the suites are acquired
-  /// anew.
+  /// A dump in which `times` calls from the n-th on fail, without the numbers of the handles.
+  /// Acquires the suites again.
   std::string dumpedWithFailure(PIActionDescriptor desc, std::uint64_t n, std::uint64_t times) {
     PIUSuitesRelease();
     simulator::theFaults().clear();
@@ -89,7 +89,7 @@ class Failures : public GeneratorFixture {
     return std::regex_replace(text, std::regex("<\\d+>"), "<>");
   }
 
-  /// Lines that the whole text does not have are due to the failure.
+  /// Expects every line that is not in the whole text to be due to the failure.
   static void expectOnlyFailures(const std::string& text, const std::multiset<std::string>& whole,
                                  std::uint64_t n) {
     for (const std::string& line : linesOf(text)) {
@@ -102,7 +102,7 @@ class Failures : public GeneratorFixture {
   std::uint64_t fired_ = 0;
 };
 
-TEST_F(Failures, OfOneCallLeaveTheNamedErrorLinesAndTheRestOfTheText) {
+TEST_F(DumpDescriptorFailures, OfOneCallLeaveTheNamedErrorLinesAndTheRestOfTheText) {
   const auto desc = descriptor(json_);
   const auto whole = linesOf(dumpedWithFailure(desc, UINT64_MAX, 1));
   std::uint64_t n = 0;
@@ -118,7 +118,7 @@ TEST_F(Failures, OfOneCallLeaveTheNamedErrorLinesAndTheRestOfTheText) {
   EXPECT_GT(withErrorLine, 60u);
 }
 
-TEST_F(Failures, ThatStayLeaveTheFrameOfTheFunction) {
+TEST_F(DumpDescriptorFailures, ThatPersistLeaveTheFrameOfTheFunction) {
   const auto desc = descriptor(json_);
   const auto whole = linesOf(dumpedWithFailure(desc, UINT64_MAX, 1));
   std::uint64_t n = 0;

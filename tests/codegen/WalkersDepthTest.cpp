@@ -1,4 +1,4 @@
-// Containers within containers, on stacks of different sizes.
+// Deeply nested containers, walked on stacks of different sizes.
 #include <HostTerms.h>
 #include <gtest/gtest.h>
 #include <pthread.h>
@@ -15,7 +15,7 @@ namespace {
 
 constexpr std::size_t kDepth = 10'000;
 
-/// A stream that keeps nothing of the text but the number of its lines.
+/// A stream that counts the lines of the text and discards it.
 class LineCounter {
  public:
   LineCounter() : file_(fopencookie(this, "w", {nullptr, count, nullptr, nullptr}), std::fclose) {}
@@ -38,7 +38,7 @@ class LineCounter {
   std::unique_ptr<std::FILE, int (*)(std::FILE*)> file_;
 };
 
-/// A descriptor in which `depth` lists and objects lie within one another by turns.
+/// A descriptor with `depth` containers, alternately lists and objects, each in the one before.
 simulator::ContainerPtr nested(std::size_t depth) {
   using namespace simulator;
   auto content = std::make_shared<Container>();
@@ -79,16 +79,16 @@ Walked walkedOnStackOf(std::size_t bytes) {
   return walked;
 }
 
-// Each container has a header of five lines, and each but the outermost a put of three.
+// Each container has a header of five lines, each but the outermost a put statement of three.
 constexpr std::size_t kLines = (kDepth + 1) * 5 + kDepth * 3;
 
-TEST(Depth, OfTenThousandContainersNeedsNoMoreThan512KilobytesOfStack) {
+TEST(WalkersDepth, OfTenThousandContainersNeedsNoMoreThan512KilobytesOfStack) {
   const Walked walked = walkedOnStackOf(512 * 1024);
   EXPECT_EQ(walked.lines, kLines);
   EXPECT_EQ(walked.owned, 0u);
 }
 
-TEST(Depth, OfTenThousandContainersIsWalkedOnAMainThreadsStack) {
+TEST(WalkersDepth, OfTenThousandContainersIsWalkedOnAMainThreadsStack) {
   const Walked walked = walkedOnStackOf(8 * 1024 * 1024);
   EXPECT_EQ(walked.lines, kLines);
   EXPECT_EQ(walked.owned, 0u);
