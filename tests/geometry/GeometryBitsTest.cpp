@@ -1,5 +1,5 @@
-// Results against their exact bits, worked out outside this program, on inputs for which a fused
-// multiplication and addition gives other bits.
+// Compares results with their exact bits, computed outside this program. With these inputs a fused
+// multiply-add would give other bits.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -11,7 +11,7 @@ namespace {
 
 using geometry_test::sameBits;
 
-// These change at run time as far as the compiler knows, so that it cannot do the sums itself.
+// Volatile, to keep the compiler from evaluating the sums at compile time.
 volatile double gOne = 1.0;
 
 CMatrix4D matrixOf(const double (&elements)[4][4]) {
@@ -52,7 +52,7 @@ CMatrix4D sampleB() {
 CVector3D vectorV() { return CVector3D(gOne * 0.1, gOne * 0.7, gOne * -0.3); }
 CVector3D vectorW() { return CVector3D(gOne * 1.3, gOne * 0.4, gOne / 9.0); }
 
-TEST(GeometryBits, matrix_product) {
+TEST(GeometryBits, OfTheMatrixProductAreExact) {
   expectBits(
       sampleA() * sampleB(),
       {{0x1.7ae147ae147aep-1, -0x1.0a8641fdb9753p+1, -0x1.a0c49ba5e353ep-2, 0x1.3265a7bff415ap+1},
@@ -62,7 +62,7 @@ TEST(GeometryBits, matrix_product) {
         0x1.1d380a6d1a407p+2}});
 }
 
-TEST(GeometryBits, a_product_of_negative_zeros_is_summed_up_from_positive_zero) {
+TEST(GeometryBits, OfAProductOfNegativeZerosArePositiveZero) {
   CMatrix4D negative;
   for (auto& row : negative.m) {
     for (double& element : row) element = -0.0;
@@ -70,11 +70,11 @@ TEST(GeometryBits, a_product_of_negative_zeros_is_summed_up_from_positive_zero) 
   EXPECT_TRUE(sameBits((negative * CMatrix4D()).m[0][0], 0.0));
 }
 
-TEST(GeometryBits, determinant) {
+TEST(GeometryBits, OfTheDeterminantAreExact) {
   EXPECT_TRUE(sameBits(sampleA().Determinant(), -0x1.6cef20dd92f7fp-3));
 }
 
-TEST(GeometryBits, inverse) {
+TEST(GeometryBits, OfTheInverseAreExact) {
   expectBits(
       sampleA().Inverse(),
       {{0x1.3a038eb56e24fp+0, 0x1.519dc26dbbdc6p+0, 0x1.75886a2d26fedp-1, -0x1.199999999999ap+0},
@@ -83,25 +83,25 @@ TEST(GeometryBits, inverse) {
        {-0x1.999999999999ap-1, 0x1.e666666666666p+0, 0x1.999999999999ap-5, 0x1.6666666666666p-2}});
 }
 
-TEST(GeometryBits, point_transform) {
+TEST(GeometryBits, OfThePointTransformAreExact) {
   const CPoint3D p = sampleA() * CPoint3D(0.3, -1.7, 2.9);
   EXPECT_TRUE(sameBits(p.x, -0x1.dc28f5c28f5c0p-1));
   EXPECT_TRUE(sameBits(p.y, -0x1.70a3d70a3d700p-4));
   EXPECT_TRUE(sameBits(p.z, 0x1.c3bfa2608c6f3p+1));
 }
 
-TEST(GeometryBits, dot_product) {
+TEST(GeometryBits, OfTheDotProductAreExact) {
   EXPECT_TRUE(sameBits(vectorV().DotProduct(vectorW()), 0x1.81b4e81b4e81bp-2));
 }
 
-TEST(GeometryBits, cross_product) {
+TEST(GeometryBits, OfTheCrossProductAreExact) {
   const CVector3D cross = vectorV().CrossProduct(vectorW());
   EXPECT_TRUE(sameBits(cross.x, 0x1.950c83fb72ea6p-3));
   EXPECT_TRUE(sameBits(cross.y, -0x1.9abcdf0123457p-2));
   EXPECT_TRUE(sameBits(cross.z, -0x1.bd70a3d70a3d6p-1));
 }
 
-TEST(GeometryBits, normalize) {
+TEST(GeometryBits, OfANormalizedVectorAreExact) {
   CVector3D w = vectorW();
   w.Normalize();
   EXPECT_TRUE(sameBits(w.x, 0x1.e7bbf14b1eb90p-1));
@@ -109,29 +109,29 @@ TEST(GeometryBits, normalize) {
   EXPECT_TRUE(sameBits(w.z, 0x1.4d7e51d77777ep-4));
 }
 
-// 1 + 2^-30 squared is 1 + 2^-29 + 2^-60: the last term is rounded away unless the sum is fused.
+// (1 + 2^-30)^2 is 1 + 2^-29 + 2^-60; rounding removes the last term, a fused operation keeps it.
 constexpr double kNearOne = 1.0 + 0x1p-30;
 constexpr double kItsSquareRounded = 1.0 + 0x1p-29;
 
-TEST(Contraction, these_inputs_tell_a_fused_operation_from_two_rounded_ones) {
+TEST(GeometryBitsContraction, ShowsWithTheseInputs) {
   EXPECT_EQ(std::fma(kNearOne, kNearOne, -kItsSquareRounded), 0x1p-60);
 }
 
-TEST(Contraction, the_transform_of_a_point_is_not_fused) {
+TEST(GeometryBitsContraction, DoesNotOccurInThePointTransform) {
   CMatrix4D matrix;
   matrix.m[0][0] = gOne * kNearOne;
   matrix.m[0][3] = -kItsSquareRounded;
   EXPECT_EQ((matrix * CPoint3D(gOne * kNearOne, 0, 0)).x, 0.0);
 }
 
-TEST(Contraction, the_product_of_matrices_is_not_fused) {
+TEST(GeometryBitsContraction, DoesNotOccurInTheMatrixProduct) {
   CMatrix4D a, b;
   a.m[0][0] = -kItsSquareRounded;
   a.m[0][1] = b.m[1][0] = gOne * kNearOne;
   EXPECT_EQ((a * b).m[0][0], 0.0);
 }
 
-TEST(Contraction, the_determinant_is_not_fused) {
+TEST(GeometryBitsContraction, DoesNotOccurInTheDeterminant) {
   CMatrix4D matrix;
   matrix.m[1][1] = matrix.m[2][2] = gOne * kNearOne;
   matrix.m[1][2] = gOne * kItsSquareRounded;
@@ -139,7 +139,7 @@ TEST(Contraction, the_determinant_is_not_fused) {
   EXPECT_EQ(matrix.Determinant(), 0.0);
 }
 
-TEST(Contraction, the_dot_and_cross_products_are_not_fused) {
+TEST(GeometryBitsContraction, DoesNotOccurInTheDotAndCrossProducts) {
   const CVector3D v(gOne * kNearOne, gOne * kItsSquareRounded, 0);
   EXPECT_EQ(v.DotProduct(CVector3D(kNearOne, -1, 0)), 0.0);
   EXPECT_EQ(v.CrossProduct(CVector3D(gOne, kNearOne, 0)).z, 0.0);

@@ -1,5 +1,5 @@
-// Every operation beside a second implementation, written down plainly from what each one promises,
-// over a million random inputs, bit for bit.
+// Compares every operation, bit for bit, with a reference implementation written from its contract,
+// on up to a million random inputs.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -117,7 +117,7 @@ Expected inverse(const CMatrix4D& matrix) {
           bottom};
 }
 
-TEST(RandomGeometry, point_arithmetic) {
+TEST(GeometryRandom, PointSumsAndDifferencesMatchTheReference) {
   Samples samples(1);
   for (int i = 0; i < kInputs; ++i) {
     const CPoint3D a = randomTriple<CPoint3D>(samples);
@@ -127,7 +127,7 @@ TEST(RandomGeometry, point_arithmetic) {
   }
 }
 
-TEST(RandomGeometry, vector_arithmetic) {
+TEST(GeometryRandom, VectorSumsAndProductsMatchTheReference) {
   Samples samples(2);
   for (int i = 0; i < kInputs; ++i) {
     const CVector3D a = randomTriple<CVector3D>(samples);
@@ -144,7 +144,7 @@ TEST(RandomGeometry, vector_arithmetic) {
   }
 }
 
-TEST(RandomGeometry, normalize) {
+TEST(GeometryRandom, NormalizedVectorsMatchTheReference) {
   Samples samples(3);
   for (int i = 0; i < kInputs; ++i) {
     const CVector3D v = randomTriple<CVector3D>(samples);
@@ -158,7 +158,7 @@ TEST(RandomGeometry, normalize) {
   }
 }
 
-TEST(RandomGeometry, matrix_of_three_vectors) {
+TEST(GeometryRandom, MatricesOfThreeVectorsMatchTheReference) {
   Samples samples(4);
   for (int i = 0; i < kInputs; ++i) {
     const CVector3D a = randomTriple<CVector3D>(samples);
@@ -170,7 +170,7 @@ TEST(RandomGeometry, matrix_of_three_vectors) {
   }
 }
 
-TEST(RandomGeometry, matrix_of_a_rotation_vector) {
+TEST(GeometryRandom, MatricesOfRotationVectorsMatchTheReference) {
   Samples samples(5);
   for (int i = 0; i < kInputs; ++i) {
     const double scale = i % 3 == 0 ? 1e-5 : 1.0;
@@ -179,7 +179,7 @@ TEST(RandomGeometry, matrix_of_a_rotation_vector) {
   }
 }
 
-TEST(RandomGeometry, matrix_of_a_position) {
+TEST(GeometryRandom, MatricesOfPositionsMatchTheReference) {
   Samples samples(6);
   for (int i = 0; i < kInputs; ++i) {
     CU3DPosition p;
@@ -188,7 +188,7 @@ TEST(RandomGeometry, matrix_of_a_position) {
   }
 }
 
-TEST(RandomGeometry, position_of_a_matrix) {
+TEST(GeometryRandom, PositionsOfMatricesMatchTheReference) {
   Samples samples(7);
   for (int i = 0; i < kInputs; ++i) {
     CMatrix4D matrix = randomMatrix(samples);
@@ -210,7 +210,7 @@ TEST(RandomGeometry, position_of_a_matrix) {
   }
 }
 
-TEST(RandomGeometry, transpose) {
+TEST(GeometryRandom, TransposedMatricesMatchTheReference) {
   Samples samples(8);
   for (int i = 0; i < kInputs; ++i) {
     const CMatrix4D matrix = randomMatrix(samples);
@@ -223,7 +223,7 @@ TEST(RandomGeometry, transpose) {
   }
 }
 
-TEST(RandomGeometry, determinant_and_inverse) {
+TEST(GeometryRandom, DeterminantsAndInversesMatchTheReference) {
   Samples samples(9);
   for (int i = 0; i < kInputs; ++i) {
     CMatrix4D matrix = randomMatrix(samples);
@@ -233,7 +233,7 @@ TEST(RandomGeometry, determinant_and_inverse) {
   }
 }
 
-TEST(RandomGeometry, matrix_product) {
+TEST(GeometryRandom, MatrixProductsMatchTheReference) {
   Samples samples(10);
   for (int i = 0; i < kInputs; ++i) {
     const CMatrix4D a = randomMatrix(samples);
@@ -247,7 +247,7 @@ TEST(RandomGeometry, matrix_product) {
   }
 }
 
-TEST(RandomGeometry, point_and_vector_transform) {
+TEST(GeometryRandom, PointAndVectorTransformsMatchTheReference) {
   Samples samples(11);
   for (int i = 0; i < kInputs; ++i) {
     const CMatrix4D matrix = randomMatrix(samples);

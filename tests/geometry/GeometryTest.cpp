@@ -46,20 +46,20 @@ std::ptrdiff_t offset(const T& object, const double& field) {
   return reinterpret_cast<const char*>(&field) - reinterpret_cast<const char*>(&object);
 }
 
-/// The words at the start of the object's virtual table.
+/// The entries of the object's virtual table.
 template <class T>
 void* const* virtualTable(const T& object) {
   return *reinterpret_cast<void* const* const*>(&object);
 }
 
-TEST(GeometryLayout, every_object_is_its_virtual_table_reference_and_its_fields) {
+TEST(GeometryLayout, ConsistsOfTheVirtualTablePointerAndTheFields) {
   EXPECT_EQ(sizeof(CPoint3D), sizeof(void*) + 3 * sizeof(double));
   EXPECT_EQ(sizeof(CVector3D), sizeof(void*) + 3 * sizeof(double));
   EXPECT_EQ(sizeof(CMatrix4D), sizeof(void*) + 16 * sizeof(double));
   EXPECT_EQ(sizeof(CU3DPosition), sizeof(void*) + 6 * sizeof(double));
 }
 
-TEST(GeometryLayout, fields_stand_in_order_behind_the_virtual_table_reference) {
+TEST(GeometryLayout, HasTheFieldsInOrderAfterTheVirtualTablePointer) {
   const CPoint3D p;
   EXPECT_EQ(offset(p, p.x), 8);
   EXPECT_EQ(offset(p, p.y), 16);
@@ -75,7 +75,7 @@ TEST(GeometryLayout, fields_stand_in_order_behind_the_virtual_table_reference) {
   EXPECT_EQ(offset(u, u.rz), 48);
 }
 
-TEST(GeometryLayout, matrix_elements_are_row_major) {
+TEST(GeometryLayout, OfAMatrixIsRowMajor) {
   const CMatrix4D matrix;
   for (int row = 0; row < 4; ++row) {
     for (int column = 0; column < 4; ++column) {
@@ -84,14 +84,14 @@ TEST(GeometryLayout, matrix_elements_are_row_major) {
   }
 }
 
-TEST(GeometryLayout, classes_are_polymorphic_and_have_no_base_that_could_be_seen) {
+TEST(GeometryLayout, IncludesAVirtualDestructor) {
   EXPECT_TRUE(std::has_virtual_destructor_v<CPoint3D>);
   EXPECT_TRUE(std::has_virtual_destructor_v<CVector3D>);
   EXPECT_TRUE(std::has_virtual_destructor_v<CMatrix4D>);
   EXPECT_TRUE(std::has_virtual_destructor_v<CU3DPosition>);
 }
 
-TEST(GeometryLayout, the_virtual_table_holds_the_two_destructors) {
+TEST(GeometryLayout, HasTwoDestructorsInTheVirtualTable) {
   const CPoint3D p;
   const CVector3D v;
   const CMatrix4D m;
@@ -103,61 +103,61 @@ TEST(GeometryLayout, the_virtual_table_holds_the_two_destructors) {
   }
 }
 
-TEST(Points, default_is_the_origin) { expectPoint(CPoint3D(), 0, 0, 0); }
+TEST(GeometryPoint, IsTheOriginByDefault) { expectPoint(CPoint3D(), 0, 0, 0); }
 
-TEST(Points, sum_is_component_wise) {
+TEST(GeometryPoint, AddsByComponent) {
   expectPoint(CPoint3D(1, 2, 3) + CPoint3D(10, 20, 30), 11, 22, 33);
 }
 
-TEST(Points, difference_of_two_points_is_a_point) {
+TEST(GeometryPoint, MinusAPointIsAPoint) {
   const auto difference = CPoint3D(1, 2, 3) - CPoint3D(10, 30, 50);
   EXPECT_TRUE((std::is_same_v<decltype(difference), const CPoint3D>));
   expectPoint(difference, -9, -28, -47);
 }
 
-TEST(Vectors, normalizing_the_zero_vector_leaves_it) {
+TEST(GeometryVector, IsUnchangedByNormalizingIfItIsZero) {
   CVector3D zero;
   zero.Normalize();
   expectVector(zero, 0, 0, 0);
 }
 
-TEST(Vectors, normalizing_3_0_4_gives_0_6_0_0_8) {
+TEST(GeometryVector, HasLengthOneAfterNormalizing) {
   CVector3D v(3, 0, 4);
   EXPECT_EQ(&v.Normalize(), &v);
   expectVector(v, 0.6, 0, 0.8);
 }
 
-TEST(Vectors, normalizing_what_is_not_a_number_leaves_it) {
+TEST(GeometryVector, IsUnchangedByNormalizingIfAComponentIsNaN) {
   CVector3D v(3, Limits::quiet_NaN(), 4);
   v.Normalize();
   EXPECT_EQ(v.x, 3);
   EXPECT_EQ(v.z, 4);
 }
 
-TEST(Vectors, normalizing_what_is_too_short_to_have_a_length_leaves_it) {
+TEST(GeometryVector, IsUnchangedByNormalizingIfItsLengthUnderflows) {
   CVector3D v(Limits::min(), 0, 0);
   v.Normalize();
   expectVector(v, Limits::min(), 0, 0);
 }
 
-TEST(Vectors, dot_product_takes_the_third_axis_last_and_the_first_two_together) {
+TEST(GeometryVector, DotProductAddsTheFirstTwoAxesBeforeTheThird) {
   const CVector3D v(1.0e16, -1.0e16, 1.0);
   EXPECT_EQ(v.DotProduct(CVector3D(1, 1, 1)), 1.0);
   EXPECT_EQ(CVector3D(1.0, 1.0e16, -1.0e16).DotProduct(CVector3D(1, 1, 1)), 0.0);
 }
 
-TEST(Vectors, cross_product_of_the_first_two_axes_is_the_third) {
+TEST(GeometryVector, CrossProductOfTheFirstTwoAxesIsTheThird) {
   expectVector(CVector3D(1, 0, 0).CrossProduct(CVector3D(0, 1, 0)), 0, 0, 1);
   expectVector(CVector3D(2, 3, 5).CrossProduct(CVector3D(7, 11, 13)), -16, 9, 1);
 }
 
-TEST(Vectors, sum_difference_and_multiple_are_component_wise) {
+TEST(GeometryVector, AddsSubtractsAndScalesByComponent) {
   expectVector(CVector3D(1, 2, 3) + CVector3D(10, 20, 30), 11, 22, 33);
   expectVector(CVector3D(1, 2, 3) - CVector3D(10, 30, 50), -9, -28, -47);
   expectVector(CVector3D(1, 2, 3) * -2.0, -2, -4, -6);
 }
 
-TEST(Positions, default_is_no_translation_and_no_rotation) {
+TEST(GeometryPosition, HasNoTranslationAndNoRotationByDefault) {
   const CU3DPosition u;
   EXPECT_EQ(u.x, 0);
   EXPECT_EQ(u.y, 0);
@@ -167,15 +167,15 @@ TEST(Positions, default_is_no_translation_and_no_rotation) {
   EXPECT_EQ(u.rz, 0);
 }
 
-TEST(Matrices, default_is_the_identity) { expectIdentity(CMatrix4D()); }
+TEST(GeometryMatrix, IsTheIdentityByDefault) { expectIdentity(CMatrix4D()); }
 
-TEST(Matrices, identity_resets_every_element) {
+TEST(GeometryMatrix, ResetsEveryElementToTheIdentity) {
   CMatrix4D matrix = numbered();
   EXPECT_EQ(&matrix.Identity(), &matrix);
   expectIdentity(matrix);
 }
 
-TEST(Matrices, copies_take_every_element) {
+TEST(GeometryMatrix, CopiesEveryElement) {
   const CMatrix4D original = numbered();
   const CMatrix4D copy(original);
   CMatrix4D assigned;
@@ -188,7 +188,7 @@ TEST(Matrices, copies_take_every_element) {
   }
 }
 
-TEST(Matrices, three_vectors_become_the_columns) {
+TEST(GeometryMatrix, HasThreeVectorsAsItsColumns) {
   const CMatrix4D matrix(CVector3D(1, 2, 3), CVector3D(4, 5, 6), CVector3D(7, 8, 9));
   const double expected[4][4] = {{1, 4, 7, 0}, {2, 5, 8, 0}, {3, 6, 9, 0}, {0, 0, 0, 1}};
   for (int row = 0; row < 4; ++row) {
@@ -198,15 +198,15 @@ TEST(Matrices, three_vectors_become_the_columns) {
   }
 }
 
-TEST(Matrices, rotation_vector_0_0_0_00005_is_the_identity) {
+TEST(GeometryMatrix, IsTheIdentityForARotationBelowTheSmallestAngle) {
   expectIdentity(CMatrix4D(CVector3D(0, 0, 0.00005)));
 }
 
-TEST(Matrices, rotation_vector_of_length_0_0001_is_not_yet_the_identity) {
+TEST(GeometryMatrix, IsNotTheIdentityForARotationByTheSmallestAngle) {
   EXPECT_EQ(CMatrix4D(CVector3D(0, 0, 0.0001)).m[1][0], std::sin(0.0001));
 }
 
-TEST(Matrices, rotation_vector_0_0_half_pi_has_a_first_row_of_0_minus_1_0_0) {
+TEST(GeometryMatrix, RotatesAQuarterTurnAboutTheThirdAxis) {
   const CMatrix4D matrix(CVector3D(0, 0, std::numbers::pi / 2));
   EXPECT_NEAR(matrix.m[0][0], 0.0, 1e-15);
   EXPECT_EQ(matrix.m[0][1], -1.0);
@@ -214,7 +214,7 @@ TEST(Matrices, rotation_vector_0_0_half_pi_has_a_first_row_of_0_minus_1_0_0) {
   EXPECT_EQ(matrix.m[0][3], 0.0);
 }
 
-TEST(Matrices, a_position_puts_its_translation_in_the_bottom_row) {
+TEST(GeometryMatrix, HasThePositionsTranslationInTheBottomRow) {
   const CMatrix4D matrix(CU3DPosition(5, 6, 7, 0, 0, 0));
   EXPECT_EQ(matrix.m[3][0], 5);
   EXPECT_EQ(matrix.m[3][1], 6);
@@ -223,7 +223,7 @@ TEST(Matrices, a_position_puts_its_translation_in_the_bottom_row) {
   for (int row = 0; row < 3; ++row) EXPECT_EQ(matrix.m[row][3], 0);
 }
 
-TEST(Matrices, the_position_of_a_matrix_reads_the_bottom_row_not_the_last_column) {
+TEST(GeometryMatrix, ReadsThePositionFromTheBottomRowNotTheLastColumn) {
   CMatrix4D matrix(CU3DPosition(5, 6, 7, 0, 0, 0));
   for (int row = 0; row < 3; ++row) matrix.m[row][3] = 100;
   const CU3DPosition u = matrix.U3DPosition();
@@ -232,35 +232,35 @@ TEST(Matrices, the_position_of_a_matrix_reads_the_bottom_row_not_the_last_column
   EXPECT_EQ(u.z, 7);
 }
 
-TEST(Matrices, a_position_survives_the_way_to_a_matrix_and_back) {
+TEST(GeometryMatrix, ReturnsThePositionItWasMadeFrom) {
   const CU3DPosition u = CMatrix4D(CU3DPosition(1, 2, 3, 10, -20, 30)).U3DPosition();
   EXPECT_NEAR(u.rx, 10, 1e-6);
   EXPECT_NEAR(u.ry, -20, 1e-6);
   EXPECT_NEAR(u.rz, 30, 1e-6);
 }
 
-TEST(Matrices, angles_are_converted_with_the_truncated_constants) {
+TEST(GeometryMatrix, ConvertsAnglesWithTheTruncatedConstants) {
   const CMatrix4D matrix(CU3DPosition(0, 0, 0, 0, 45, 0));
   EXPECT_EQ(matrix.m[0][2], -std::sin(45 * 0.0174532925));
   EXPECT_EQ(matrix.U3DPosition().ry, std::asin(matrix.m[0][2]) * -57.2957795);
   EXPECT_NE(matrix.U3DPosition().ry, 45.0);
 }
 
-TEST(Matrices, a_position_with_ry_90_comes_back_with_rx_0_and_the_whole_roll_in_rz) {
+TEST(GeometryMatrix, ReturnsTheWholeRollInRzIfRyIs90) {
   const CU3DPosition u = CMatrix4D(CU3DPosition(0, 0, 0, 20, 90, 50)).U3DPosition();
   EXPECT_EQ(u.rx, 0);
   EXPECT_NEAR(u.ry, 90, 1e-6);
   EXPECT_NEAR(u.rz, 30, 1e-6);
 }
 
-TEST(Matrices, a_position_with_ry_minus_90_comes_back_with_rx_0_and_the_whole_roll_in_rz) {
+TEST(GeometryMatrix, ReturnsTheWholeRollInRzIfRyIsMinus90) {
   const CU3DPosition u = CMatrix4D(CU3DPosition(0, 0, 0, 20, -90, 50)).U3DPosition();
   EXPECT_EQ(u.rx, 0);
   EXPECT_NEAR(u.ry, -90, 1e-6);
   EXPECT_NEAR(u.rz, 70, 1e-6);
 }
 
-TEST(Matrices, transpose_exchanges_rows_and_columns) {
+TEST(GeometryMatrix, TransposeExchangesRowsAndColumns) {
   const CMatrix4D transposed = numbered().Transpose();
   for (int row = 0; row < 4; ++row) {
     for (int column = 0; column < 4; ++column) {
@@ -269,19 +269,19 @@ TEST(Matrices, transpose_exchanges_rows_and_columns) {
   }
 }
 
-TEST(Matrices, determinant_is_1_where_only_m33_is_0) {
+TEST(GeometryMatrix, DeterminantIsOneIfOnlyTheLastElementIsZero) {
   CMatrix4D matrix;
   matrix.m[3][3] = 0;
   EXPECT_EQ(matrix.Determinant(), 1.0);
 }
 
-TEST(Matrices, determinant_ignores_row_3_and_column_3) {
+TEST(GeometryMatrix, DeterminantIgnoresRow3AndColumn3) {
   CMatrix4D matrix(CVector3D(2, 0, 0), CVector3D(0, 3, 0), CVector3D(0, 0, 5));
   for (int i = 0; i < 4; ++i) matrix.m[3][i] = matrix.m[i][3] = 1000 + i;
   EXPECT_EQ(matrix.Determinant(), 30.0);
 }
 
-TEST(Matrices, inverse_of_a_translation_negates_the_last_column_and_copies_the_bottom_row) {
+TEST(GeometryMatrix, InverseNegatesTheLastColumnAndCopiesTheBottomRow) {
   CMatrix4D matrix;
   for (int i = 0; i < 3; ++i) {
     matrix.m[i][3] = 5 + i;
@@ -296,7 +296,7 @@ TEST(Matrices, inverse_of_a_translation_negates_the_last_column_and_copies_the_b
   EXPECT_EQ(inverse.m[3][3], 1);
 }
 
-TEST(Matrices, inverse_does_not_rotate_the_translation) {
+TEST(GeometryMatrix, InverseDoesNotRotateTheTranslation) {
   CMatrix4D matrix(CVector3D(0, 2, 0), CVector3D(-2, 0, 0), CVector3D(0, 0, 2));
   matrix.m[0][3] = 5;
   const CMatrix4D inverse = matrix.Inverse();
@@ -306,7 +306,7 @@ TEST(Matrices, inverse_does_not_rotate_the_translation) {
   EXPECT_EQ(inverse.m[1][3], 0);
 }
 
-TEST(Matrices, inverse_of_a_singular_block_keeps_the_block_and_negates_the_translation) {
+TEST(GeometryMatrix, InverseKeepsASingularBlockAndNegatesTheTranslation) {
   const CMatrix4D matrix = numbered();
   ASSERT_EQ(matrix.Determinant(), 0.0);
   const CMatrix4D inverse = matrix.Inverse();
@@ -319,7 +319,7 @@ TEST(Matrices, inverse_of_a_singular_block_keeps_the_block_and_negates_the_trans
   for (int column = 0; column < 4; ++column) EXPECT_EQ(inverse.m[3][column], 30 + column);
 }
 
-TEST(Matrices, product_has_this_on_the_left) {
+TEST(GeometryMatrix, IsTheLeftFactorOfItsProduct) {
   CMatrix4D left;
   left.m[0][1] = 2;
   CMatrix4D right;
@@ -331,14 +331,14 @@ TEST(Matrices, product_has_this_on_the_left) {
   EXPECT_EQ(product.m[1][1], 1);
 }
 
-TEST(Matrices, a_point_gets_the_last_column_and_is_not_divided_by_w) {
+TEST(GeometryMatrix, AddsTheLastColumnToAPointAndDoesNotDivideByW) {
   CMatrix4D matrix;
   for (int i = 0; i < 3; ++i) matrix.m[i][3] = 5 + i;
   for (int i = 0; i < 4; ++i) matrix.m[3][i] = 100;
   expectPoint(matrix * CPoint3D(1, 2, 3), 6, 8, 10);
 }
 
-TEST(Matrices, transforming_the_vector_1_0_0_adds_the_translation_column) {
+TEST(GeometryMatrix, AddsTheLastColumnToAVector) {
   CMatrix4D matrix = numbered();
   for (int i = 0; i < 3; ++i) matrix.m[i][3] = 5 + i;
   expectVector(matrix * CVector3D(1, 0, 0), matrix.m[0][0] + 5, matrix.m[1][0] + 6,

@@ -1,4 +1,4 @@
-// Numbers for the tests of the geometry: bits compared, and random values worth trying.
+// Bit-for-bit comparison of numbers, and random numbers, for the tests of the geometry.
 #pragma once
 
 #include <array>
@@ -10,13 +10,13 @@
 
 namespace geometry_test {
 
-/// Whether two numbers are the same bit for bit; any two that are not a number count as the same.
+/// Whether two numbers are the same bit for bit; all NaNs count as the same.
 inline bool sameBits(double a, double b) {
   if (std::isnan(a) || std::isnan(b)) return std::isnan(a) && std::isnan(b);
   return std::bit_cast<std::uint64_t>(a) == std::bit_cast<std::uint64_t>(b);
 }
 
-/// Random numbers of every kind: fractions, whole numbers, any magnitude, and the special values.
+/// Random numbers: fractions, whole numbers, any bit pattern, and special values.
 class Samples {
  public:
   explicit Samples(std::uint64_t seed) : random_(seed) {}
