@@ -1,5 +1,5 @@
-// Strings for the tests of the text routines, in blocks of exactly the size that they may use, so
-// that a memory checker sees every step beyond.
+// Strings for the tests of the text routines, in blocks of exactly the size that a routine may use:
+// a memory checker reports every access beyond.
 #pragma once
 
 #include <algorithm>
@@ -12,12 +12,12 @@
 
 namespace hostutil_test {
 
-/// A length-prefixed string: 256 bytes, and not one more.
+/// A length-prefixed string in a block of exactly 256 bytes.
 class PString {
  public:
   PString() : PString(std::string_view()) {}
 
-  /// What lies behind the characters is 'X', so that a missing zero byte shows.
+  /// Fills the bytes after the characters with 'X', which reveals a missing zero byte.
   explicit PString(std::string_view text) : bytes_(std::make_unique<unsigned char[]>(256)) {
     std::memset(bytes_.get(), 'X', 256);
     bytes_[0] = static_cast<unsigned char>(text.size());
@@ -36,7 +36,7 @@ class PString {
   int length() const { return bytes_[0]; }
   std::string text() const { return std::string(characters(), bytes_[0]); }
 
-  /// The characters up to the zero byte, which must be there.
+  /// The characters up to the zero byte, or "no zero byte".
   std::string terminated() const {
     const void* end = std::memchr(characters(), 0, 255);
     return end ? std::string(characters()) : "no zero byte";
@@ -52,7 +52,7 @@ class PString {
   std::unique_ptr<unsigned char[]> bytes_;
 };
 
-/// A zero-terminated string in a block of exactly `room` bytes; by default those it needs.
+/// A zero-terminated string in a block of exactly `room` bytes, by default as many as it needs.
 class CString {
  public:
   explicit CString(std::string_view text) : CString(text, text.size() + 1) {}
@@ -69,7 +69,7 @@ class CString {
   std::unique_ptr<char[]> bytes_;
 };
 
-/// Random strings and numbers, with lengths near the limits more often than chance has it.
+/// Random strings and numbers; a quarter of the lengths are close to the limits.
 class Random {
  public:
   explicit Random(std::uint64_t seed) : engine_(seed) {}
@@ -89,7 +89,7 @@ class Random {
     }
   }
 
-  /// `length` characters out of `alphabet`.
+  /// `length` characters from `alphabet`.
   std::string text(int length, std::string_view alphabet) {
     std::string result(static_cast<std::size_t>(length), 0);
     for (char& c : result) c = alphabet[engine_() % alphabet.size()];

@@ -1,106 +1,22 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
-#include <functional>
 #include <limits>
-#include <string>
-#include <vector>
 
 #include "hostutil/CallbackChecks.h"
-#include "hostutil/HostUtilities.h"
 #include "simulator/host/callbacks/CallbackRecords.h"
+#include "tests/hostutil/RecordChecks.h"
 
 namespace {
-std::string gAlert;  // what the version alert showed last
-}  // namespace
 
-// Stands in for the one that shows nothing.
-int ShowVersionAlert(const unsigned char* version) {
-  gAlert.assign(reinterpret_cast<const char*>(version) + 1, version[0]);
-  return 0;
-}
-
-namespace {
+using hostutil_test::Check;
+using hostutil_test::forEachCheck;
+using hostutil_test::recordOf;
 
 constexpr int16 kLowest = std::numeric_limits<int16>::min();
 constexpr int16 kHighest = std::numeric_limits<int16>::max();
 
 int16 word(int value) { return static_cast<int16>(value); }
-
-/// One check, with what it asks for and where its record comes from.
-template <class Record>
-struct Check {
-  const char* name;
-  bool (*available)(const Record*, bool*);
-  bool (*warn)(const Record*);
-  Record (*record)(int16 version, int16 count);
-  int version;
-  int count;
-  int present;
-  int procedures;  // as many as the record has
-  const char* alert;
-};
-
-constexpr Check<BufferProcs> kBuffers = {"buffers",
-                                         HostBufferProcsAvailable,
-                                         WarnHostBufferProcsAvailable,
-                                         simulator::bufferProcs,
-                                         2,
-                                         8,
-                                         8,
-                                         8,
-                                         "2.5."};
-constexpr Check<ResourceProcs> kResources = {"resources",
-                                             HostResourceProcsAvailable,
-                                             WarnHostResourceProcsAvailable,
-                                             simulator::resourceProcs,
-                                             3,
-                                             4,
-                                             4,
-                                             4,
-                                             "3.0."};
-constexpr Check<HandleProcs> kHandles = {"handles",
-                                         HostHandleProcsAvailable,
-                                         WarnHostHandleProcsAvailable,
-                                         simulator::handleProcs,
-                                         1,
-                                         8,
-                                         4,
-                                         8,
-                                         "3.0."};
-constexpr Check<PropertyProcs> kProperties = {"properties",
-                                              HostPropertyAvailable,
-                                              WarnHostPropertyAvailable,
-                                              simulator::propertyProcs,
-                                              1,
-                                              2,
-                                              2,
-                                              2,
-                                              "2.5."};
-constexpr Check<ChannelPortProcs> kPorts = {"channel ports",
-                                            HostChannelPortAvailable,
-                                            WarnHostChannelPortAvailable,
-                                            simulator::channelPortProcs,
-                                            1,
-                                            3,
-                                            3,
-                                            3,
-                                            "4.0."};
-
-/// Runs `test` for each of the checks that a record with a count has.
-template <class Test>
-void forEachCheck(Test test) {
-  test(kBuffers);
-  test(kResources);
-  test(kHandles);
-  test(kProperties);
-  test(kPorts);
-}
-
-template <class Record>
-Record recordOf(const Check<Record>& check, int version, int count) {
-  return check.record(word(version), word(count));
-}
 
 template <class Record>
 void clearProcedure(Record& record, int index) {
@@ -112,7 +28,7 @@ bool isAvailable(const Check<Record>& check, const Record& record) {
   return check.available(&record, nullptr);
 }
 
-TEST(CallbackChecks, a_null_record_is_unavailable_and_sets_no_flag) {
+TEST(CallbackChecks, RejectANullRecordAndSetNoFlag) {
   forEachCheck([](const auto& check) {
     bool newer = false;
     EXPECT_FALSE(check.available(nullptr, &newer)) << check.name;
@@ -121,7 +37,7 @@ TEST(CallbackChecks, a_null_record_is_unavailable_and_sets_no_flag) {
   });
 }
 
-TEST(CallbackChecks, the_required_version_with_the_required_procedures_is_available) {
+TEST(CallbackChecks, AcceptTheRequiredVersionWithTheRequiredProcedures) {
   forEachCheck([](const auto& check) {
     bool newer = false;
     const auto record = recordOf(check, check.version, check.count);
@@ -131,7 +47,7 @@ TEST(CallbackChecks, the_required_version_with_the_required_procedures_is_availa
   });
 }
 
-TEST(CallbackChecks, a_version_below_the_required_one_is_unavailable_and_sets_no_flag) {
+TEST(CallbackChecks, RejectAnOlderVersionAndSetNoFlag) {
   forEachCheck([](const auto& check) {
     for (const int version : {check.version - 1, -1, int{kLowest}}) {
       bool newer = false;
@@ -142,7 +58,7 @@ TEST(CallbackChecks, a_version_below_the_required_one_is_unavailable_and_sets_no
   });
 }
 
-TEST(CallbackChecks, a_newer_version_is_unavailable_and_sets_the_flag) {
+TEST(CallbackChecks, RejectANewerVersionAndSetTheFlag) {
   forEachCheck([](const auto& check) {
     for (const int version : {check.version + 1, int{kHighest}}) {
       for (const int count : {check.count, 0}) {
@@ -156,14 +72,14 @@ TEST(CallbackChecks, a_newer_version_is_unavailable_and_sets_the_flag) {
   });
 }
 
-TEST(CallbackChecks, a_handle_record_of_version_2_is_unavailable_with_the_newer_flag_set) {
+TEST(CallbackChecks, RejectAHandleRecordOfVersion2AndSetTheFlag) {
   bool newer = false;
   const HandleProcs record = simulator::handleProcs(2, 8);
   EXPECT_FALSE(HostHandleProcsAvailable(&record, &newer));
   EXPECT_TRUE(newer);
 }
 
-TEST(CallbackChecks, a_flag_that_is_set_stays_set_where_the_version_is_not_newer) {
+TEST(CallbackChecks, LeaveTheFlagSetIfTheVersionIsNotNewer) {
   forEachCheck([](const auto& check) {
     for (const int version : {check.version - 1, check.version}) {
       bool newer = true;
@@ -174,7 +90,7 @@ TEST(CallbackChecks, a_flag_that_is_set_stays_set_where_the_version_is_not_newer
   });
 }
 
-TEST(CallbackChecks, a_count_below_the_minimum_is_unavailable_though_all_procedures_are_there) {
+TEST(CallbackChecks, RejectACountBelowTheMinimumEvenIfAllProceduresArePresent) {
   forEachCheck([](const auto& check) {
     auto record = recordOf(check, check.version, check.procedures);
     for (const int count : {check.count - 1, 0, -1, int{kLowest}}) {
@@ -185,7 +101,7 @@ TEST(CallbackChecks, a_count_below_the_minimum_is_unavailable_though_all_procedu
   });
 }
 
-TEST(CallbackChecks, a_count_above_the_minimum_is_available) {
+TEST(CallbackChecks, AcceptACountAboveTheMinimum) {
   forEachCheck([](const auto& check) {
     for (const int count : {check.count + 1, int{kHighest}}) {
       EXPECT_TRUE(isAvailable(check, recordOf(check, check.version, count)))
@@ -194,7 +110,7 @@ TEST(CallbackChecks, a_count_above_the_minimum_is_available) {
   });
 }
 
-TEST(CallbackChecks, each_required_procedure_must_be_present) {
+TEST(CallbackChecks, RejectARecordWithoutARequiredProcedure) {
   forEachCheck([](const auto& check) {
     for (int missing = 0; missing < check.present; ++missing) {
       auto record = recordOf(check, check.version, check.count);
@@ -204,7 +120,7 @@ TEST(CallbackChecks, each_required_procedure_must_be_present) {
   });
 }
 
-TEST(CallbackChecks, procedures_beyond_the_required_ones_may_be_missing) {
+TEST(CallbackChecks, AcceptARecordWithoutAProcedureThatIsNotRequired) {
   forEachCheck([](const auto& check) {
     for (int missing = check.present; missing < check.procedures; ++missing) {
       auto record = recordOf(check, check.version, check.count);
@@ -214,7 +130,7 @@ TEST(CallbackChecks, procedures_beyond_the_required_ones_may_be_missing) {
   });
 }
 
-TEST(CallbackChecks, every_version_and_count_around_the_required_ones) {
+TEST(CallbackChecks, DecideByVersionAndCountAroundTheRequiredOnes) {
   forEachCheck([](const auto& check) {
     for (int version = check.version - 3; version <= check.version + 3; ++version) {
       for (int count = check.count - 10; count <= check.count + 2; ++count) {
@@ -229,7 +145,7 @@ TEST(CallbackChecks, every_version_and_count_around_the_required_ones) {
   });
 }
 
-TEST(CallbackChecks, display_of_pixels_asks_for_its_procedure_alone) {
+TEST(CallbackChecks, RequireOnlyTheProcedureToDisplayPixels) {
   bool newer = false;
   EXPECT_TRUE(HostDisplayPixelsAvailable(simulator::displayPixelsProc(), &newer));
   EXPECT_FALSE(HostDisplayPixelsAvailable(nullptr, &newer));
@@ -238,18 +154,18 @@ TEST(CallbackChecks, display_of_pixels_asks_for_its_procedure_alone) {
 
 // --- the descriptor record
 
-TEST(DescriptorCheck, a_null_record_is_unavailable) {
+TEST(CallbackChecksDescriptor, IsUnavailableIfNull) {
   EXPECT_FALSE(HostDescriptorAvailable(nullptr, nullptr));
 }
 
-TEST(DescriptorCheck, version_0_with_both_sub_records_is_available) {
+TEST(CallbackChecksDescriptor, IsAvailableInVersion0WithBothSubRecords) {
   simulator::DescriptorRecord record;
   bool newer = false;
   EXPECT_TRUE(HostDescriptorAvailable(&record.parameters, &newer));
   EXPECT_FALSE(newer);
 }
 
-TEST(DescriptorCheck, a_newer_outer_record_is_unavailable_and_sets_the_flag) {
+TEST(CallbackChecksDescriptor, IsUnavailableAndSetsTheFlagIfNewer) {
   simulator::DescriptorRecord record;
   record.parameters.descriptorParametersVersion = 1;
   bool newer = false;
@@ -257,7 +173,7 @@ TEST(DescriptorCheck, a_newer_outer_record_is_unavailable_and_sets_the_flag) {
   EXPECT_TRUE(newer);
 }
 
-TEST(DescriptorCheck, an_older_outer_record_is_unavailable_and_sets_no_flag) {
+TEST(CallbackChecksDescriptor, IsUnavailableAndSetsNoFlagIfOlder) {
   simulator::DescriptorRecord record;
   record.parameters.descriptorParametersVersion = -1;
   bool newer = false;
@@ -265,7 +181,7 @@ TEST(DescriptorCheck, an_older_outer_record_is_unavailable_and_sets_no_flag) {
   EXPECT_FALSE(newer);
 }
 
-TEST(DescriptorCheck, each_sub_record_must_be_present) {
+TEST(CallbackChecksDescriptor, IsUnavailableWithoutASubRecord) {
   simulator::DescriptorRecord record;
   record.parameters.readDescriptorProcs = nullptr;
   EXPECT_FALSE(HostDescriptorAvailable(&record.parameters, nullptr));
@@ -274,7 +190,7 @@ TEST(DescriptorCheck, each_sub_record_must_be_present) {
   EXPECT_FALSE(HostDescriptorAvailable(&record.parameters, nullptr));
 }
 
-TEST(DescriptorCheck, a_sub_record_of_another_version_is_unavailable_and_sets_no_flag) {
+TEST(CallbackChecksDescriptor, IsUnavailableAndSetsNoFlagIfASubRecordHasAnotherVersion) {
   for (const int version : {-1, 1, int{kHighest}}) {
     simulator::DescriptorRecord record;
     bool newer = false;
@@ -287,7 +203,7 @@ TEST(DescriptorCheck, a_sub_record_of_another_version_is_unavailable_and_sets_no
   }
 }
 
-TEST(DescriptorCheck, the_reading_record_needs_18_procedures_and_the_writing_one_none) {
+TEST(CallbackChecksDescriptor, NeedsACountOf18ForReadingAndNoneForWriting) {
   for (int count = 16; count <= 20; ++count) {
     simulator::DescriptorRecord record;
     record.read = simulator::readDescriptorProcs(0, word(count));
@@ -296,59 +212,11 @@ TEST(DescriptorCheck, the_reading_record_needs_18_procedures_and_the_writing_one
   }
 }
 
-TEST(DescriptorCheck, the_words_behind_the_outer_version_do_not_count) {
+TEST(CallbackChecksDescriptor, IsAvailableWhateverFollowsItsVersion) {
   simulator::DescriptorRecord record;
   record.parameters.playInfo = kLowest;
   record.parameters.recordInfo = kLowest;
   EXPECT_TRUE(HostDescriptorAvailable(&record.parameters, nullptr));
-}
-
-// --- the warnings
-
-TEST(CallbackWarnings, an_available_record_raises_no_alert) {
-  forEachCheck([](const auto& check) {
-    const auto record = recordOf(check, check.version, check.count);
-    EXPECT_TRUE(check.warn(&record)) << check.name;
-  });
-  simulator::DescriptorRecord descriptor;
-  EXPECT_TRUE(WarnHostDescriptorAvailable(&descriptor.parameters));
-  EXPECT_TRUE(WarnHostDisplayPixelsAvailable(simulator::displayPixelsProc()));
-  EXPECT_TRUE(WarnHostAdvanceStateAvailable(simulator::advanceStateProc()));
-  EXPECT_TRUE(WarnHostColorServicesAvailable(simulator::colorServicesProc()));
-  EXPECT_EQ(gAlert, "");
-}
-
-TEST(CallbackWarnings, a_record_that_is_missing_old_or_newer_shows_the_version_needed) {
-  forEachCheck([](const auto& check) {
-    const auto older = recordOf(check, check.version - 1, check.count);
-    const auto newer = recordOf(check, check.version + 1, check.count);
-    using Record = std::remove_const_t<decltype(older)>;
-    for (const Record* record : {static_cast<const Record*>(nullptr), &older, &newer}) {
-      gAlert.clear();
-      EXPECT_FALSE(check.warn(record)) << check.name;
-      EXPECT_EQ(gAlert, check.alert) << check.name;
-    }
-  });
-}
-
-TEST(CallbackWarnings, a_missing_descriptor_record_shows_4_0) {
-  EXPECT_FALSE(WarnHostDescriptorAvailable(nullptr));
-  EXPECT_EQ(gAlert, "4.0.");
-}
-
-TEST(CallbackWarnings, a_missing_procedure_that_displays_pixels_shows_2_501) {
-  EXPECT_FALSE(WarnHostDisplayPixelsAvailable(nullptr));
-  EXPECT_EQ(gAlert, "2.501.");
-}
-
-TEST(CallbackWarnings, a_missing_procedure_that_advances_the_state_shows_3_0) {
-  EXPECT_FALSE(WarnHostAdvanceStateAvailable(nullptr));
-  EXPECT_EQ(gAlert, "3.0.");
-}
-
-TEST(CallbackWarnings, missing_colour_services_show_2_5) {
-  EXPECT_FALSE(WarnHostColorServicesAvailable(nullptr));
-  EXPECT_EQ(gAlert, "2.5.");
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-// The simulated host's records, and a check at each test's end that nothing was treated badly.
+// The simulated host's records, and a check for leaks and misuse at the end of each test.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -14,15 +14,15 @@ namespace hostutil_test {
 
 class CallbackTest : public testing::Test {
  protected:
-  /// Nothing may be leaked, freed twice or used after that.
+  /// Nothing may be leaked, freed twice or used after it was freed.
   void TearDown() override {
     simulator::theFaults().clear();
     callbacks.reportLeaks();
     host.reportLeaks();
-    EXPECT_EQ(simulator::theLog().misuses() - misusesBefore, expectedMisuses);
+    EXPECT_EQ(simulator::theLog().misuses() - misusesBefore_, expectedMisuses);
   }
 
-  /// Makes `procedure` fail with `error` from its next call on.
+  /// Makes the next 1000 calls of `procedure` fail with `error`.
   static void fail(const std::string& procedure, int error) {
     simulator::theFaults().add({procedure, error, 0, 1000});
   }
@@ -35,7 +35,7 @@ class CallbackTest : public testing::Test {
   int expectedMisuses = 0;
 
  private:
-  const int misusesBefore = simulator::theLog().misuses();
+  const int misusesBefore_ = simulator::theLog().misuses();
 };
 
 }  // namespace hostutil_test

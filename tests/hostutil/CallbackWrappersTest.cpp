@@ -15,9 +15,9 @@ BufferID someBuffer() { return reinterpret_cast<BufferID>(0x10); }
 
 // --- buffers
 
-using BufferWrappers = CallbackTest;
+using CallbackWrappersForBuffers = CallbackTest;
 
-TEST_F(BufferWrappers, a_buffer_is_allocated_locked_written_unlocked_and_freed) {
+TEST_F(CallbackWrappersForBuffers, AllocateLockUnlockAndFree) {
   callbacks.setBufferSpace(1000);
   BufferID buffer = someBuffer();
   ASSERT_EQ(HostAllocateBuffer(&buffers, 100, &buffer), 0);
@@ -31,7 +31,7 @@ TEST_F(BufferWrappers, a_buffer_is_allocated_locked_written_unlocked_and_freed) 
   EXPECT_EQ(HostBufferSpace(&buffers), 1000);
 }
 
-TEST_F(BufferWrappers, buffers_of_every_kind_are_allocated) {
+TEST_F(CallbackWrappersForBuffers, AllocateEveryKind) {
   BufferID wide = nullptr;
   BufferID strip = nullptr;
   EXPECT_EQ(HostAllocateBuffer64(&buffers, 100, &wide), 0);
@@ -41,7 +41,7 @@ TEST_F(BufferWrappers, buffers_of_every_kind_are_allocated) {
   HostFreeBuffer(&buffers, strip);
 }
 
-TEST_F(BufferWrappers, a_host_without_the_record_allocates_null_and_is_out_of_memory) {
+TEST_F(CallbackWrappersForBuffers, ReturnNullAndMemFullErrWithoutTheRecord) {
   for (const BufferProcs& procs :
        {simulator::bufferProcs(1), simulator::bufferProcs(3), simulator::bufferProcs(2, 7)}) {
     BufferID a = someBuffer(), b = someBuffer(), c = someBuffer();
@@ -57,21 +57,21 @@ TEST_F(BufferWrappers, a_host_without_the_record_allocates_null_and_is_out_of_me
   EXPECT_EQ(buffer, nullptr);
 }
 
-TEST_F(BufferWrappers, the_result_is_null_also_where_the_host_has_no_memory) {
+TEST_F(CallbackWrappersForBuffers, ReturnNullAndMemFullErrIfTheHostHasNoMemory) {
   callbacks.setBufferSpace(99);
   BufferID buffer = someBuffer();
   EXPECT_EQ(HostAllocateBuffer(&buffers, 100, &buffer), -108);
   EXPECT_EQ(buffer, nullptr);
 }
 
-TEST_F(BufferWrappers, the_host_s_own_error_comes_back) {
+TEST_F(CallbackWrappersForBuffers, ReturnTheHostsError) {
   fail("Buffer.allocateProc", -50);
   BufferID buffer = someBuffer();
   EXPECT_EQ(HostAllocateBuffer(&buffers, 100, &buffer), -50);
   EXPECT_EQ(buffer, nullptr);
 }
 
-TEST_F(BufferWrappers, without_the_record_nothing_is_touched) {
+TEST_F(CallbackWrappersForBuffers, TouchNothingWithoutTheRecord) {
   BufferID buffer = nullptr;
   ASSERT_EQ(HostAllocateBuffer(&buffers, 100, &buffer), 0);
   const BufferProcs newer = simulator::bufferProcs(3);
@@ -86,9 +86,9 @@ TEST_F(BufferWrappers, without_the_record_nothing_is_touched) {
 
 // --- resources
 
-using ResourceWrappers = CallbackTest;
+using CallbackWrappersForResources = CallbackTest;
 
-TEST_F(ResourceWrappers, resources_are_counted_read_added_and_deleted) {
+TEST_F(CallbackWrappersForResources, CountReadAddAndDelete) {
   callbacks.addResource(kType, "first");
   callbacks.addResource(fourCharCode("othr"), "other");
   const Handle data = HostCString2Handle(&handles, "second");
@@ -103,11 +103,11 @@ TEST_F(ResourceWrappers, resources_are_counted_read_added_and_deleted) {
   EXPECT_EQ(callbacks.resource(kType, 1), "second");
 }
 
-TEST_F(ResourceWrappers, a_resource_that_is_not_there_is_null) {
+TEST_F(CallbackWrappersForResources, ReturnNullForAMissingResource) {
   EXPECT_EQ(HostGetPIResource(&resources, kType, 1), nullptr);
 }
 
-TEST_F(ResourceWrappers, without_the_record_nothing_is_touched) {
+TEST_F(CallbackWrappersForResources, TouchNothingWithoutTheRecord) {
   callbacks.addResource(kType, "first");
   const ResourceProcs older = simulator::resourceProcs(2);
   const Handle data = HostCString2Handle(&handles, "second");
@@ -121,14 +121,14 @@ TEST_F(ResourceWrappers, without_the_record_nothing_is_touched) {
 
 // --- scripting parameters
 
-class DescriptorWrappers : public CallbackTest {
+class CallbackWrappersForDescriptors : public CallbackTest {
  protected:
   PIWriteDescriptor openWriter() { return record.write.openWriteDescriptorProc(); }
 
   simulator::DescriptorRecord record;
 };
 
-TEST_F(DescriptorWrappers, closing_a_writer_stores_the_handle_and_clears_the_reference) {
+TEST_F(CallbackWrappersForDescriptors, StoreTheHandleAndClearTheWriterOnClosingIt) {
   PIWriteDescriptor writer = openWriter();
   record.write.putIntegerProc(writer, kKeyName, 7);
   EXPECT_EQ(HostCloseWriter(&record.parameters, &handles, &writer), 0);
@@ -139,7 +139,7 @@ TEST_F(DescriptorWrappers, closing_a_writer_stores_the_handle_and_clears_the_ref
   HostDisposeHandle(&handles, record.parameters.descriptor);
 }
 
-TEST_F(DescriptorWrappers, closing_a_writer_disposes_of_the_descriptor_before) {
+TEST_F(CallbackWrappersForDescriptors, DisposeOfThePreviousDescriptorOnClosingAWriter) {
   record.parameters.descriptor = HostNewHandle(&handles, 4);
   PIWriteDescriptor writer = openWriter();
   EXPECT_EQ(HostCloseWriter(&record.parameters, &handles, &writer), 0);
@@ -147,7 +147,7 @@ TEST_F(DescriptorWrappers, closing_a_writer_disposes_of_the_descriptor_before) {
   HostDisposeHandle(&handles, record.parameters.descriptor);
 }
 
-TEST_F(DescriptorWrappers, a_writer_that_does_not_close_leaves_no_descriptor) {
+TEST_F(CallbackWrappersForDescriptors, LeaveNoDescriptorIfAWriterFailsToClose) {
   record.parameters.descriptor = HostNewHandle(&handles, 4);
   PIWriteDescriptor writer = openWriter();
   record.write.closeWriteDescriptorProc = [](PIWriteDescriptor, PIDescriptorHandle*) {
@@ -162,7 +162,7 @@ TEST_F(DescriptorWrappers, a_writer_that_does_not_close_leaves_no_descriptor) {
   HostDisposeHandle(&handles, record.parameters.descriptor);
 }
 
-TEST_F(DescriptorWrappers, closing_a_reader_disposes_of_its_handle_and_clears_both) {
+TEST_F(CallbackWrappersForDescriptors, DisposeOfTheHandleAndClearBothOnClosingAReader) {
   simulator::Container content;
   content.put(kKeyName, {kTypeInteger, std::int32_t{7}});
   record.parameters.descriptor = callbacks.makeDescriptorHandle(content);
@@ -176,7 +176,7 @@ TEST_F(DescriptorWrappers, closing_a_reader_disposes_of_its_handle_and_clears_bo
   EXPECT_EQ(*descriptor, nullptr);
 }
 
-TEST_F(DescriptorWrappers, closing_a_reader_returns_what_closing_returned) {
+TEST_F(CallbackWrappersForDescriptors, ReturnTheResultOfClosingAReader) {
   simulator::Container content;
   content.put(kKeyName, {kTypeInteger, std::int32_t{7}});
   record.parameters.descriptor = callbacks.makeDescriptorHandle(content);
@@ -192,7 +192,7 @@ TEST_F(DescriptorWrappers, closing_a_reader_returns_what_closing_returned) {
   EXPECT_EQ(record.parameters.descriptor, nullptr);
 }
 
-TEST_F(DescriptorWrappers, closing_a_reader_without_handle_procedures_still_clears_both) {
+TEST_F(CallbackWrappersForDescriptors, ClearReaderAndHandleEvenWithoutHandleProcedures) {
   record.parameters.descriptor = callbacks.makeDescriptorHandle({});
   const Handle descriptor = record.parameters.descriptor;
   PIReadDescriptor reader = record.read.openReadDescriptorProc(descriptor, nullptr);
@@ -203,7 +203,7 @@ TEST_F(DescriptorWrappers, closing_a_reader_without_handle_procedures_still_clea
   EXPECT_NE(*descriptor, nullptr);
 }
 
-TEST_F(DescriptorWrappers, an_object_is_put_under_its_key) {
+TEST_F(CallbackWrappersForDescriptors, PutAnObjectUnderItsKey) {
   PIWriteDescriptor inner = openWriter();
   record.write.putIntegerProc(inner, kKeyName, 7);
   HostCloseWriter(&record.parameters, &handles, &inner);
@@ -219,7 +219,7 @@ TEST_F(DescriptorWrappers, an_object_is_put_under_its_key) {
   HostDisposeHandle(&handles, record.parameters.descriptor);
 }
 
-TEST_F(DescriptorWrappers, without_the_record_nothing_changes) {
+TEST_F(CallbackWrappersForDescriptors, ChangeNothingWithoutTheRecord) {
   PIWriteDescriptor writer = openWriter();
   PIReadDescriptor reader = reinterpret_cast<PIReadDescriptor>(0x10);
   const Handle descriptor = HostNewHandle(&handles, 4);
@@ -237,7 +237,7 @@ TEST_F(DescriptorWrappers, without_the_record_nothing_changes) {
   HostDisposeHandle(&handles, record.parameters.descriptor);
 }
 
-TEST_F(DescriptorWrappers, a_procedure_that_is_counted_but_missing_is_not_called) {
+TEST_F(CallbackWrappersForDescriptors, DoNotCallANullProcedureThatIsCounted) {
   record.write = simulator::writeDescriptorProcs(0, 0);
   record.read.closeReadDescriptorProc = nullptr;
   PIReadDescriptor reader = nullptr;
@@ -250,7 +250,7 @@ TEST_F(DescriptorWrappers, a_procedure_that_is_counted_but_missing_is_not_called
 
 // --- colour services
 
-class ColorWrappers : public CallbackTest {
+class CallbackWrappersForColors : public CallbackTest {
  protected:
   OSErr pick() {
     return HostCSPickColor(proc, prompt, plugIncolorServicesRGBSpace, &space, &color, &picked);
@@ -270,14 +270,14 @@ void expectColor(const CSColor& color, int c0, int c1, int c2, int c3) {
   EXPECT_EQ(color[3], c3);
 }
 
-TEST_F(ColorWrappers, colours_are_set_and_copied) {
+TEST_F(CallbackWrappersForColors, SetAndCopyColours) {
   CSColor copy;
   CSSetColor(color, 10, 20, 30, 40);
   CSCopyColor(copy, color);
   expectColor(copy, 10, 20, 30, 40);
 }
 
-TEST_F(ColorWrappers, pixels_go_to_the_picker_and_come_back_clipped) {
+TEST_F(CallbackWrappersForColors, ConvertPixelsToThePickerAndBackLimitedTo8Bits) {
   const CSPixel pixel = {0, 1, 254, 255};
   CSToPicker(color, pixel);
   expectColor(color, 0, 1, 254, 255);
@@ -290,7 +290,7 @@ TEST_F(ColorWrappers, pixels_go_to_the_picker_and_come_back_clipped) {
   EXPECT_EQ(back[3], 128);
 }
 
-TEST_F(ColorWrappers, a_fresh_request_has_a_value_in_every_field) {
+TEST_F(CallbackWrappersForColors, SetEveryFieldOfANewRequest) {
   ColorServicesInfo info;
   std::memset(&info, 0xFF, sizeof info);
   CSInitInfo(&info);
@@ -303,7 +303,7 @@ TEST_F(ColorWrappers, a_fresh_request_has_a_value_in_every_field) {
   expectColor(info.colorComponents, 0, 0, 0, 0);
 }
 
-TEST_F(ColorWrappers, a_colour_is_converted_in_place) {
+TEST_F(CallbackWrappersForColors, ConvertAColourInPlace) {
   CSSetColor(color, 255, 0, 0, 0);
   EXPECT_EQ(
       HostCSConvertColor(proc, plugIncolorServicesRGBSpace, plugIncolorServicesCMYKSpace, &color),
@@ -311,17 +311,17 @@ TEST_F(ColorWrappers, a_colour_is_converted_in_place) {
   expectColor(color, 0, 255, 255, 0);
 }
 
-TEST_F(ColorWrappers, a_conversion_that_fails_leaves_the_colour) {
+TEST_F(CallbackWrappersForColors, LeaveTheColourIfItsConversionFails) {
   EXPECT_EQ(HostCSConvertColor(proc, plugIncolorServicesRGBSpace, 99, &color), -50);
   expectColor(color, 1, 2, 3, 4);
 }
 
-TEST_F(ColorWrappers, a_conversion_without_procedure_or_colour_is_refused) {
+TEST_F(CallbackWrappersForColors, RefuseAConversionWithoutProcedureOrColour) {
   EXPECT_EQ(HostCSConvertColor(nullptr, 0, 0, &color), -30900);
   EXPECT_EQ(HostCSConvertColor(proc, 0, 0, nullptr), -1715);
 }
 
-TEST_F(ColorWrappers, the_picked_colour_goes_into_both_output_arguments) {
+TEST_F(CallbackWrappersForColors, StoreThePickedColourInBothOutputArguments) {
   callbacks.setPickedColor({{10, 20, 30}});
   EXPECT_EQ(pick(), 0);
   expectColor(color, 10, 20, 30, 0);
@@ -329,32 +329,33 @@ TEST_F(ColorWrappers, the_picked_colour_goes_into_both_output_arguments) {
   EXPECT_EQ(callbacks.pickerPrompt(), "Pick one");
 }
 
-TEST_F(ColorWrappers, the_space_that_the_user_chose_comes_back) {
+TEST_F(CallbackWrappersForColors, ReturnTheSpaceThatTheUserChose) {
   callbacks.setPickedColor({{10, 20, 30}});
   space = plugIncolorServicesChosenSpace;
   EXPECT_EQ(pick(), 0);
   EXPECT_EQ(space, plugIncolorServicesRGBSpace);
 }
 
-TEST_F(ColorWrappers, a_cancelled_pick_leaves_both_output_arguments) {
+TEST_F(CallbackWrappersForColors, LeaveBothOutputArgumentsIfTheUserCancels) {
   callbacks.setPickedColor(std::nullopt);
   EXPECT_EQ(pick(), -128);
   expectColor(color, 1, 2, 3, 4);
   expectColor(picked, 5, 6, 7, 8);
 }
 
-TEST_F(ColorWrappers, picking_without_the_procedure_gives_minus_30900_whatever_else_is_missing) {
+TEST_F(CallbackWrappersForColors,
+       ReturnMinus30900ForAPickWithoutTheProcedureWhateverElseIsMissing) {
   EXPECT_EQ(HostCSPickColor(nullptr, prompt, 0, &space, &color, &picked), -30900);
   EXPECT_EQ(HostCSPickColor(nullptr, nullptr, 0, nullptr, nullptr, nullptr), -30900);
 }
 
-TEST_F(ColorWrappers, picking_without_colour_or_prompt_gives_minus_1715) {
+TEST_F(CallbackWrappersForColors, ReturnMinus1715ForAPickWithoutColourSpaceOrPrompt) {
   EXPECT_EQ(HostCSPickColor(proc, nullptr, 0, &space, &color, &picked), -1715);
   EXPECT_EQ(HostCSPickColor(proc, prompt, 0, &space, nullptr, &picked), -1715);
   EXPECT_EQ(HostCSPickColor(proc, prompt, 0, nullptr, &color, &picked), -1715);
 }
 
-TEST_F(ColorWrappers, the_second_output_argument_may_be_missing) {
+TEST_F(CallbackWrappersForColors, AcceptAPickWithoutTheSecondOutputArgument) {
   callbacks.setPickedColor({{10, 20, 30}});
   EXPECT_EQ(HostCSPickColor(proc, prompt, 0, &space, &color, nullptr), 0);
   expectColor(color, 10, 20, 30, 0);
@@ -362,7 +363,7 @@ TEST_F(ColorWrappers, the_second_output_argument_may_be_missing) {
 
 // --- texts and blocks
 
-TEST(ParameterText, each_text_is_filled_and_ended) {
+TEST(PIParamText, FillsAndTerminatesEachText) {
   PIParameterText text;
   std::memset(&text, 'X', sizeof text);
   PIParamText(&text, PString("a"), nullptr, PString(std::string(255, 'c')), PString(""));
@@ -374,7 +375,7 @@ TEST(ParameterText, each_text_is_filled_and_ended) {
   EXPECT_EQ(text.parameter[3][0], 0);
 }
 
-TEST(BlockMove, copies_blocks_that_overlap) {
+TEST(HostBlockMove, CopiesOverlappingBlocks) {
   char bytes[] = "abcdef";
   HostBlockMove(bytes, bytes + 2, 4);
   EXPECT_STREQ(bytes, "ababcd");

@@ -1,4 +1,4 @@
-// Handles, and what they hold.
+// Tests of the wrappers for handles and their contents.
 #include <cstdint>
 #include <cstring>
 #include <string>
@@ -11,7 +11,7 @@ namespace {
 
 using hostutil_test::PString;
 
-class HandleWrappers : public hostutil_test::CallbackTest {
+class HandleText : public hostutil_test::CallbackTest {
  protected:
   Handle holding(const std::string& text) { return HostCString2Handle(&handles, text.c_str()); }
 
@@ -25,7 +25,7 @@ class HandleWrappers : public hostutil_test::CallbackTest {
   const HandleProcs newer = simulator::handleProcs(2);
 };
 
-TEST_F(HandleWrappers, a_handle_is_made_locked_resized_and_disposed_of) {
+TEST_F(HandleText, MakesLocksResizesAndDisposesOfAHandle) {
   const Handle handle = HostNewHandle(&handles, 4);
   ASSERT_NE(handle, nullptr);
   EXPECT_EQ(HostGetHandleSize(&handles, handle), 4);
@@ -36,7 +36,7 @@ TEST_F(HandleWrappers, a_handle_is_made_locked_resized_and_disposed_of) {
   dispose(handle);
 }
 
-TEST_F(HandleWrappers, without_the_record_a_new_handle_is_null_and_nothing_is_touched) {
+TEST_F(HandleText, MakesNoHandleAndTouchesNothingWithoutTheRecord) {
   EXPECT_EQ(HostNewHandle(&newer, 4), nullptr);
   EXPECT_EQ(HostNewHandle(nullptr, 4), nullptr);
   const Handle handle = HostNewHandle(&handles, 4);
@@ -49,7 +49,7 @@ TEST_F(HandleWrappers, without_the_record_a_new_handle_is_null_and_nothing_is_to
   dispose(handle);
 }
 
-TEST_F(HandleWrappers, locking_procedures_that_are_missing_are_not_called) {
+TEST_F(HandleText, DoesNotCallMissingLockProcedures) {
   HandleProcs cut = handles;
   cut.lockProc = nullptr;
   cut.unlockProc = nullptr;
@@ -64,7 +64,7 @@ TEST_F(HandleWrappers, locking_procedures_that_are_missing_are_not_called) {
   dispose(handle);
 }
 
-TEST_F(HandleWrappers, bytes_are_copied_into_a_new_handle) {
+TEST_F(HandleText, CopiesBytesIntoANewHandle) {
   const Handle copy = HostCopy(&handles, "a\0b", 3);
   EXPECT_EQ(text(copy), std::string("a\0b", 3));
   dispose(copy);
@@ -75,17 +75,17 @@ TEST_F(HandleWrappers, bytes_are_copied_into_a_new_handle) {
   EXPECT_EQ(HostCopy(&handles, "abc", -1), nullptr);
 }
 
-TEST_F(HandleWrappers, a_copy_that_cannot_be_made_is_null) {
+TEST_F(HandleText, ReturnsNullIfACopyCannotBeMade) {
   fail("Handle.newProc", -1);
   EXPECT_EQ(HostCopy(&handles, "abc", 3), nullptr);
 }
 
-TEST_F(HandleWrappers, a_copy_that_cannot_be_locked_is_disposed_of) {
+TEST_F(HandleText, DisposesOfACopyThatCannotBeLocked) {
   fail("Handle.lockProc", -1);
   EXPECT_EQ(HostCopy(&handles, "abc", 3), nullptr);
 }
 
-TEST_F(HandleWrappers, a_handle_is_copied_and_stays_unlocked) {
+TEST_F(HandleText, CopiesAHandleAndLeavesItUnlocked) {
   const Handle source = holding("abc");
   const Handle copy = HostHandleCopy(&handles, source);
   ASSERT_NE(copy, nullptr);
@@ -98,7 +98,7 @@ TEST_F(HandleWrappers, a_handle_is_copied_and_stays_unlocked) {
   dispose(copy);
 }
 
-TEST_F(HandleWrappers, a_handle_is_appended_to_another_and_to_itself) {
+TEST_F(HandleText, AppendsAHandleToAnotherAndToItself) {
   const Handle destination = holding("abc");
   const Handle source = holding("de");
   EXPECT_EQ(HostHandleCat(&handles, destination, source), 0);
@@ -109,7 +109,7 @@ TEST_F(HandleWrappers, a_handle_is_appended_to_another_and_to_itself) {
   dispose(source);
 }
 
-TEST_F(HandleWrappers, a_destination_that_cannot_grow_is_left_as_it_is) {
+TEST_F(HandleText, LeavesADestinationThatCannotGrow) {
   const Handle destination = holding("abc");
   const Handle source = holding("de");
   fail("Handle.setSizeProc", -108);
@@ -119,7 +119,7 @@ TEST_F(HandleWrappers, a_destination_that_cannot_grow_is_left_as_it_is) {
   dispose(source);
 }
 
-TEST_F(HandleWrappers, a_destination_gets_its_size_back_where_a_block_cannot_be_locked) {
+TEST_F(HandleText, RestoresTheDestinationsSizeIfABlockCannotBeLocked) {
   const Handle destination = holding("abc");
   const Handle source = holding("de");
   fail("Handle.lockProc", -1);
@@ -129,7 +129,7 @@ TEST_F(HandleWrappers, a_destination_gets_its_size_back_where_a_block_cannot_be_
   dispose(source);
 }
 
-TEST_F(HandleWrappers, appending_needs_both_handles_and_the_record) {
+TEST_F(HandleText, NeedsBothHandlesAndTheRecordToAppend) {
   const Handle handle = holding("abc");
   EXPECT_EQ(HostHandleCat(&handles, handle, nullptr), paramErr);
   EXPECT_EQ(HostHandleCat(&handles, nullptr, handle), paramErr);
@@ -137,7 +137,7 @@ TEST_F(HandleWrappers, appending_needs_both_handles_and_the_record) {
   dispose(handle);
 }
 
-TEST_F(HandleWrappers, text_comes_back_up_to_its_zero_byte_its_end_or_the_room) {
+TEST_F(HandleText, ReturnsTextUpToItsZeroByteItsEndOrTheRoom) {
   const Handle handle = HostCopy(&handles, "abc\0def", 7);
   char room[16];
   EXPECT_EQ(HostHandle2CString(&handles, handle, room, sizeof room), 0);
@@ -152,7 +152,7 @@ TEST_F(HandleWrappers, text_comes_back_up_to_its_zero_byte_its_end_or_the_room) 
   dispose(handle);
 }
 
-TEST_F(HandleWrappers, text_comes_back_as_a_length_prefixed_string_of_254_characters_at_most) {
+TEST_F(HandleText, ReturnsALengthPrefixedStringOfAtMost254Characters) {
   const Handle handle = holding(std::string(300, 'a'));
   PString string("before");
   EXPECT_EQ(HostHandle2PString(&handles, handle, string), 0);
@@ -160,7 +160,7 @@ TEST_F(HandleWrappers, text_comes_back_as_a_length_prefixed_string_of_254_charac
   dispose(handle);
 }
 
-TEST_F(HandleWrappers, text_of_no_handle_is_empty_and_an_error) {
+TEST_F(HandleText, ReturnsAnErrorAndEmptyTextForANullHandle) {
   char room[4] = "xxx";
   PString string("before");
   EXPECT_EQ(HostHandle2CString(&handles, nullptr, room, sizeof room), paramErr);
@@ -170,7 +170,7 @@ TEST_F(HandleWrappers, text_of_no_handle_is_empty_and_an_error) {
   EXPECT_EQ(HostHandle2PString(&newer, nullptr, string), errPlugInHostInsufficient);
 }
 
-TEST_F(HandleWrappers, texts_of_both_forms_go_into_handles_without_terminator_and_length) {
+TEST_F(HandleText, StoresTextsOfBothFormsWithoutTerminatorAndLength) {
   const Handle fromZeroTerminated = HostCString2Handle(&handles, "abc");
   const Handle fromLengthPrefixed = HostPString2Handle(&handles, PString("abc"));
   EXPECT_EQ(text(fromZeroTerminated), "abc");
@@ -181,7 +181,7 @@ TEST_F(HandleWrappers, texts_of_both_forms_go_into_handles_without_terminator_an
   EXPECT_EQ(HostPString2Handle(&newer, PString("abc")), nullptr);
 }
 
-TEST_F(HandleWrappers, three_version_numbers_are_read_and_written_joined_by_points) {
+TEST_F(HandleText, ReadsThreeVersionNumbersAndJoinsThemByPoints) {
   const std::int32_t numbers[3] = {7, 0, -1};
   const Handle handle = HostCopy(&handles, numbers, sizeof numbers);
   HostVersionNumbers version = {};
@@ -196,7 +196,7 @@ TEST_F(HandleWrappers, three_version_numbers_are_read_and_written_joined_by_poin
   dispose(handle);
 }
 
-TEST_F(HandleWrappers, the_longest_version_numbers_fit) {
+TEST_F(HandleText, HasRoomForTheLongestVersionNumbers) {
   const std::int32_t numbers[3] = {INT32_MIN, INT32_MIN, INT32_MIN};
   const Handle handle = HostCopy(&handles, numbers, sizeof numbers);
   PString string;
@@ -205,7 +205,7 @@ TEST_F(HandleWrappers, the_longest_version_numbers_fit) {
   dispose(handle);
 }
 
-TEST_F(HandleWrappers, a_handle_too_short_for_three_numbers_gives_an_error_and_an_empty_text) {
+TEST_F(HandleText, ReturnsAnErrorAndEmptyTextForAHandleTooShortForThreeNumbers) {
   const Handle handle = HostNewHandle(&handles, 11);
   HostVersionNumbers version = {1, 2, 3};
   EXPECT_EQ(HostHandle2Version(&handles, handle, &version), paramErr);
@@ -216,7 +216,7 @@ TEST_F(HandleWrappers, a_handle_too_short_for_three_numbers_gives_an_error_and_a
   dispose(handle);
 }
 
-TEST_F(HandleWrappers, no_wrapper_leaks_or_leaves_a_lock_whichever_call_fails) {
+TEST_F(HandleText, LeaksNothingAndLeavesNoLockWhicheverCallFails) {
   const char* const procedures[] = {"Handle.newProc", "Handle.getSizeProc", "Handle.setSizeProc",
                                     "Handle.lockProc"};
   for (const char* procedure : procedures) {

@@ -12,7 +12,7 @@ namespace {
 
 using simulator::processIsNative;
 
-TEST(IsRunningNatively, TellsWhatTheKernelSays) {
+TEST(IsRunningNatively, ReturnsWhatTheKernelReports) {
   processIsNative() = 1;
   EXPECT_TRUE(IsRunningNatively());
   processIsNative() = -1;
@@ -21,12 +21,12 @@ TEST(IsRunningNatively, TellsWhatTheKernelSays) {
   EXPECT_FALSE(IsRunningNatively());
 }
 
-TEST(IsRunningNatively, IsTrueWhereTheKernelDoesNotKnowTheSetting) {
+TEST(IsRunningNatively, IsTrueIfTheKernelDoesNotKnowTheSetting) {
   processIsNative() = std::nullopt;
   EXPECT_TRUE(IsRunningNatively());
 }
 
-TEST(HostPlayDialog, IsTrueOnlyForThePlayInfoOne) {
+TEST(HostPlayDialog, IsTrueOnlyForPlayInfoOne) {
   for (const int info : {-1, 0, 1, 2, 3, 0x0100}) {
     PIDescriptorParameters parameters = {};
     parameters.descriptorParametersVersion = 1;
@@ -43,10 +43,10 @@ struct Globals {
   char own[48];
 };
 
-/// Handle procedures over one block, which write down their calls.
-class AllocateGlobalsTest : public testing::Test {
+/// Handle procedures for one block, which record their calls.
+class AllocateGlobalsCall : public testing::Test {
  protected:
-  AllocateGlobalsTest() {
+  AllocateGlobalsCall() {
     calls.clear();
     block = {};
     newSucceeds = lockSucceeds = true;
@@ -101,7 +101,7 @@ class AllocateGlobalsTest : public testing::Test {
   Handle handle = nullptr;
 };
 
-TEST_F(AllocateGlobalsTest, ANewBlockIsLockedStampedInitialisedAndStored) {
+TEST_F(AllocateGlobalsCall, LocksStampsInitialisesAndStoresANewBlock) {
   EXPECT_EQ(allocate(), &block);
   EXPECT_EQ(calls, (std::vector<std::string>{"new 64", "lock high", "initialise"}));
   EXPECT_TRUE(stampedBeforeInitialiser);
@@ -110,7 +110,7 @@ TEST_F(AllocateGlobalsTest, ANewBlockIsLockedStampedInitialisedAndStored) {
   expectStamped();
 }
 
-TEST_F(AllocateGlobalsTest, APresentBlockIsLockedAndStampedAgain) {
+TEST_F(AllocateGlobalsCall, LocksAndStampsAnExistingBlockAgain) {
   handle = &master;
   EXPECT_EQ(allocate(), &block);
   EXPECT_EQ(calls, (std::vector<std::string>{"lock high"}));
@@ -118,7 +118,7 @@ TEST_F(AllocateGlobalsTest, APresentBlockIsLockedAndStampedAgain) {
   expectStamped();
 }
 
-TEST_F(AllocateGlobalsTest, APresentBlockThatCannotBeLockedGivesNull) {
+TEST_F(AllocateGlobalsCall, ReturnsNullIfAnExistingBlockCannotBeLocked) {
   handle = &master;
   lockSucceeds = false;
   EXPECT_EQ(allocate(), nullptr);
@@ -127,14 +127,14 @@ TEST_F(AllocateGlobalsTest, APresentBlockThatCannotBeLockedGivesNull) {
   EXPECT_EQ(result, -7);
 }
 
-TEST_F(AllocateGlobalsTest, ANewBlockThatCannotBeMadeGivesNull) {
+TEST_F(AllocateGlobalsCall, ReturnsNullIfANewBlockCannotBeMade) {
   newSucceeds = false;
   EXPECT_EQ(allocate(), nullptr);
   EXPECT_EQ(calls, (std::vector<std::string>{"new 64"}));
   EXPECT_EQ(handle, nullptr);
 }
 
-TEST_F(AllocateGlobalsTest, ANewBlockThatCannotBeLockedIsDisposedOf) {
+TEST_F(AllocateGlobalsCall, DisposesOfANewBlockThatCannotBeLocked) {
   lockSucceeds = false;
   EXPECT_EQ(allocate(), nullptr);
   EXPECT_EQ(calls, (std::vector<std::string>{"new 64", "lock high", "dispose"}));
@@ -142,7 +142,7 @@ TEST_F(AllocateGlobalsTest, ANewBlockThatCannotBeLockedIsDisposedOf) {
   EXPECT_EQ(result, -7);
 }
 
-TEST_F(AllocateGlobalsTest, UnusableProceduresGiveNullAndAreNotCalled) {
+TEST_F(AllocateGlobalsCall, ReturnsNullAndDoesNotCallUnusableProcedures) {
   std::array<HandleProcs, 6> unusable = {procs, procs, procs, procs, procs, procs};
   unusable[0].handleProcsVersion = 2;
   unusable[1].handleProcsVersion = 0;
@@ -162,8 +162,8 @@ TEST_F(AllocateGlobalsTest, UnusableProceduresGiveNullAndAreNotCalled) {
   EXPECT_EQ(result, -7);
 }
 
-/// Procedures that are taken away while the new block is made cannot dispose of it any more.
-TEST_F(AllocateGlobalsTest, TheProceduresAreCheckedBeforeEveryUse) {
+/// Here the procedures become unavailable while the new block is made, so it is not disposed of.
+TEST_F(AllocateGlobalsCall, ChecksTheProceduresBeforeEveryUse) {
   static HandleProcs* record = nullptr;
   record = &procs;
   procs.newProc = [](std::int32_t size) {

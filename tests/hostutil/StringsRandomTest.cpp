@@ -1,5 +1,5 @@
-// Every routine beside a second implementation, written down plainly from what each one promises,
-// over a million random inputs.
+// Compares every routine with a reference implementation written from its contract, on up to a
+// million random inputs.
 #include <gtest/gtest.h>
 
 #include <bit>
@@ -25,7 +25,7 @@ PString randomString(Random& random, std::string_view alphabet = kLetters) {
   return PString(random.text(random.length(), alphabet));
 }
 
-// --- the second implementations
+// --- the reference implementations
 
 void store(PString& text, int index, int value) { text[index] = static_cast<unsigned char>(value); }
 
@@ -44,7 +44,7 @@ short appended(PString& destination, const unsigned char* source, int start, int
 
 char lowered(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; }
 
-// Walks every step; bytes behind a buffer read as zero.
+// Bytes after the end of a string read as zero.
 int matched(const std::string& text, const std::string& pattern, int patternLength, bool ignoreCase,
             int limit) {
   const auto at = [](const std::string& s, int i) {
@@ -154,7 +154,7 @@ int doubleOf(std::string& text, double* value) {
 
 // --- the comparisons
 
-TEST(RandomStrings, AppendString) {
+TEST(StringsRandom, AppendStringMatchesTheReference) {
   Random random(1);
   const std::string source = random.text(1280, kLetters);
   for (int i = 0; i < kInputs; ++i) {
@@ -168,7 +168,7 @@ TEST(RandomStrings, AppendString) {
   }
 }
 
-TEST(RandomStrings, AppendCharToString) {
+TEST(StringsRandom, AppendCharToStringMatchesTheReference) {
   Random random(2);
   for (int i = 0; i < kInputs; ++i) {
     PString text = randomString(random);
@@ -180,7 +180,7 @@ TEST(RandomStrings, AppendCharToString) {
   }
 }
 
-TEST(RandomStrings, zero_terminated_concatenation) {
+TEST(StringsRandom, ZeroTerminatedConcatenationMatchesTheReference) {
   Random random(3);
   for (int i = 0; i < kInputs; ++i) {
     const std::string a = random.text(random.below(24), kLetters);
@@ -196,7 +196,7 @@ TEST(RandomStrings, zero_terminated_concatenation) {
   }
 }
 
-TEST(RandomStrings, HostMatch_with_a_limit_below_256) {
+TEST(StringsRandom, HostMatchWithALimitBelow256MatchesTheReference) {
   Random random(4);
   for (int i = 0; i < kInputs; ++i) {
     const std::string_view alphabet = i % 2 ? kLetters : "ab\xC1\xE1";
@@ -210,21 +210,21 @@ TEST(RandomStrings, HostMatch_with_a_limit_below_256) {
   }
 }
 
-TEST(RandomStrings, HostMatch_with_a_limit_of_256_and_more) {
+TEST(StringsRandom, HostMatchWithALimitOf256OrMoreMatchesTheReference) {
   Random random(5);
-  constexpr std::string_view alphabet("abAB\0", 5);
+  constexpr std::string_view kAlphabet("abAB\0", 5);
   for (int i = 0; i < kInputs / 10; ++i) {
     const auto limit = static_cast<short>(random.between(256, 300));
-    const std::string text = random.text(limit + 2, alphabet);
+    const std::string text = random.text(limit + 2, kAlphabet);
     std::string pattern = random.text(random.between(1, 3), kLetters);
-    pattern += '\0' + random.text(limit + 2, alphabet);
+    pattern += '\0' + random.text(limit + 2, kAlphabet);
     const bool ignoreCase = random.below(2) != 0;
     ASSERT_EQ(HostMatch(CString(text), CString(pattern), ignoreCase, limit),
               matched(text, pattern, static_cast<int>(pattern.find('\0')), ignoreCase, limit));
   }
 }
 
-TEST(RandomStrings, HostStringMatch) {
+TEST(StringsRandom, HostStringMatchMatchesTheReference) {
   Random random(6);
   for (int i = 0; i < kInputs; ++i) {
     PString text = randomString(random);
@@ -241,7 +241,7 @@ TEST(RandomStrings, HostStringMatch) {
   }
 }
 
-TEST(RandomStrings, PStrCat_and_PStrInsert) {
+TEST(StringsRandom, PStrCatAndPStrInsertMatchTheReference) {
   Random random(7);
   for (int i = 0; i < kInputs; ++i) {
     const PString source = randomString(random);
@@ -260,7 +260,7 @@ TEST(RandomStrings, PStrCat_and_PStrInsert) {
   }
 }
 
-TEST(RandomStrings, from_one_form_to_the_other) {
+TEST(StringsRandom, ConversionsBetweenStringFormsMatchTheReference) {
   Random random(8);
   for (int i = 0; i < kInputs; ++i) {
     const std::string text = random.text(random.length(), kLetters);
@@ -273,7 +273,7 @@ TEST(RandomStrings, from_one_form_to_the_other) {
   }
 }
 
-TEST(RandomStrings, four_character_codes) {
+TEST(StringsRandom, FourCharacterCodesMatchTheReference) {
   Random random(9);
   for (int i = 0; i < kInputs; ++i) {
     const auto code = static_cast<std::uint32_t>(random.bits());
@@ -290,7 +290,7 @@ TEST(RandomStrings, four_character_codes) {
   }
 }
 
-TEST(RandomStrings, HostReportError) {
+TEST(StringsRandom, HostReportErrorMatchesTheReference) {
   Random random(10);
   for (int i = 0; i < kInputs; ++i) {
     PString errorString = randomString(random);
@@ -300,7 +300,7 @@ TEST(RandomStrings, HostReportError) {
   }
 }
 
-TEST(RandomNumbers, NumToString) {
+TEST(StringsRandom, NumToStringMatchesTheReference) {
   Random random(11);
   PString text;
   for (int i = 0; i < kInputs; ++i) {
@@ -313,7 +313,7 @@ TEST(RandomNumbers, NumToString) {
   }
 }
 
-TEST(RandomNumbers, power) {
+TEST(StringsRandom, PowerMatchesTheReference) {
   Random random(12);
   for (int i = 0; i < kInputs; ++i) {
     const auto base = static_cast<std::uint32_t>(random.bits() >> random.below(64));
@@ -340,7 +340,7 @@ double randomDouble(Random& random) {
   }
 }
 
-TEST(RandomNumbers, DoubleToString) {
+TEST(StringsRandom, DoubleToStringMatchesTheReference) {
   Random random(13);
   PString text;
   for (int i = 0; i < kInputs; ++i) {
@@ -355,7 +355,7 @@ TEST(RandomNumbers, DoubleToString) {
   }
 }
 
-TEST(RandomNumbers, DivideAtDecimal) {
+TEST(StringsRandom, DivideAtDecimalMatchesTheReference) {
   Random random(14);
   for (int i = 0; i < kInputs; ++i) {
     PString number = randomString(random, kNumberCharacters);
@@ -374,7 +374,7 @@ TEST(RandomNumbers, DivideAtDecimal) {
   }
 }
 
-TEST(RandomNumbers, StringToNumber) {
+TEST(StringsRandom, StringToNumberMatchesTheReference) {
   Random random(15);
   for (int i = 0; i < kInputs; ++i) {
     PString text = randomString(random, i % 2 ? kNumberCharacters : " -12");
@@ -387,7 +387,7 @@ TEST(RandomNumbers, StringToNumber) {
   }
 }
 
-TEST(RandomNumbers, StringToDouble) {
+TEST(StringsRandom, StringToDoubleMatchesTheReference) {
   Random random(16);
   for (int i = 0; i < kInputs; ++i) {
     PString text = randomString(random, i % 2 ? kNumberCharacters : "0123456789.-");
