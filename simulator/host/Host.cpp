@@ -32,7 +32,7 @@ void reportMemoryBlocks(HostState& state) {
 
 }  // namespace
 
-SPBasicSuite* Host::basicSuite() { return &simulator::basicSuite; }
+SPBasicSuite* Host::basicSuite() { return &simulator::basicSuite.record; }
 
 // The address of something that is the host's: a plug-in only hands it back.
 SPPluginRef Host::plugIn() { return reinterpret_cast<SPPluginRef>(&hostState()); }
@@ -120,6 +120,8 @@ void Host::reportLeaks() {
   theMemoryHandles().reportLeaks();
   reportMemoryBlocks(state);
 }
+
+std::vector<std::string_view> hostProcedures() { return suiteProcedureNames(); }
 
 Host& theHost() {
   static Host& host = *new Host;

@@ -15,7 +15,9 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
+#include <vector>
 
 #include "platform/host/SPBasic.h"
 #include "simulator/base/Log.h"
@@ -76,5 +78,8 @@ class Host {
 
 /// The one host of the process; it outlives every static object.
 Host& theHost();
+
+/// The names of all procedures of the host's suites, such as "ActionControl.Get".
+std::vector<std::string_view> hostProcedures();
 
 }  // namespace simulator

@@ -1,162 +1,26 @@
 #include "simulator/scenario/Procedures.h"
 
-#include <algorithm>
-#include <map>
 #include <set>
+#include <vector>
+
+#include "simulator/host/Host.h"
 
 namespace simulator {
 
 namespace {
 
-using Members = std::set<std::string_view>;
-
-/// The published members of each suite that the simulated host offers, by the suite's name.
-const std::map<std::string_view, Members>& procedures() {
-  static const std::map<std::string_view, Members> table = {
-      {"ASZStringSuite",
-       {"MakeFromUnicode",
-        "MakeFromCString",
-        "MakeFromPascalString",
-        "MakeRomanizationOfInteger",
-        "MakeRomanizationOfFixed",
-        "MakeRomanizationOfDouble",
-        "GetEmpty",
-        "Copy",
-        "Replace",
-        "TrimEllipsis",
-        "TrimSpaces",
-        "RemoveAccelerators",
-        "AddRef",
-        "Release",
-        "IsAllWhiteSpace",
-        "IsEmpty",
-        "WillReplace",
-        "LengthAsUnicodeCString",
-        "AsUnicodeCString",
-        "LengthAsCString",
-        "AsCString",
-        "LengthAsPascalString",
-        "AsPascalString"}},
-      {"ActionControl",
-       {"Play", "BeginProfile", "EndProfile", "Get", "StringIDToTypeID", "TypeIDToStringID"}},
-      {"ActionDescriptor",
-       {"Make",
-        "Free",
-        "GetType",
-        "GetKey",
-        "HasKey",
-        "GetCount",
-        "IsEqual",
-        "Erase",
-        "Clear",
-        "PutInteger",
-        "PutFloat",
-        "PutUnitFloat",
-        "PutString",
-        "PutBoolean",
-        "PutList",
-        "PutObject",
-        "PutGlobalObject",
-        "PutEnumerated",
-        "PutReference",
-        "PutClass",
-        "PutGlobalClass",
-        "PutAlias",
-        "GetInteger",
-        "GetFloat",
-        "GetUnitFloat",
-        "GetStringLength",
-        "GetString",
-        "GetBoolean",
-        "GetList",
-        "GetObject",
-        "GetGlobalObject",
-        "GetEnumerated",
-        "GetReference",
-        "GetClass",
-        "GetGlobalClass",
-        "GetAlias",
-        "HasKeys",
-        "PutIntegers",
-        "GetIntegers",
-        "AsHandle",
-        "HandleToDescriptor",
-        "PutZString",
-        "GetZString",
-        "PutData",
-        "GetDataLength",
-        "GetData",
-        "PutInteger64",
-        "GetInteger64",
-        "PutBookmark",
-        "GetBookmark"}},
-      {"ActionList",
-       {"Make",
-        "Free",
-        "GetType",
-        "GetCount",
-        "PutInteger",
-        "PutFloat",
-        "PutUnitFloat",
-        "PutString",
-        "PutBoolean",
-        "PutList",
-        "PutObject",
-        "PutGlobalObject",
-        "PutEnumerated",
-        "PutReference",
-        "PutClass",
-        "PutGlobalClass",
-        "PutAlias",
-        "GetInteger",
-        "GetFloat",
-        "GetUnitFloat",
-        "GetStringLength",
-        "GetString",
-        "GetBoolean",
-        "GetList",
-        "GetObject",
-        "GetGlobalObject",
-        "GetEnumerated",
-        "GetReference",
-        "GetClass",
-        "GetGlobalClass",
-        "GetAlias",
-        "PutIntegers",
-        "GetIntegers",
-        "PutData",
-        "GetDataLength",
-        "GetData",
-        "PutZString",
-        "GetZString",
-        "PutInteger64",
-        "GetInteger64",
-        "PutBookmark",
-        "GetBookmark"}},
-      {"ActionReference",
-       {"Make",          "Free",          "GetForm",     "GetDesiredClass", "PutName",
-        "PutIndex",      "PutIdentifier", "PutOffset",   "PutEnumerated",   "PutProperty",
-        "PutClass",      "GetNameLength", "GetName",     "GetIndex",        "GetIdentifier",
-        "GetOffset",     "GetEnumerated", "GetProperty", "GetContainer",    "PutNameZString",
-        "GetNameZString"}},
-      {"AliasSuite", {"MacNewAliasFromCString"}},
-      {"Basic",
-       {"AcquireSuite", "ReleaseSuite", "IsEqual", "AllocateBlock", "FreeBlock",
-        "ReallocateBlock"}},
-      {"Framework", {"Install"}},
-      {"HandleSuite2", {"New", "Dispose", "DisposeRegularHandle", "SetLock", "GetSize", "SetSize"}},
-      {"Property", {"GetSimple", "SetSimple"}},
-  };
-  return table;
+std::set<std::string_view> allProcedures() {
+  const std::vector<std::string_view> host = hostProcedures();
+  std::set<std::string_view> names(host.begin(), host.end());
+  names.insert("Framework.Install");
+  return names;
 }
 
 }  // namespace
 
 bool isProcedure(std::string_view name) {
-  const std::size_t dot = name.find('.');
-  if (dot == std::string_view::npos) return false;
-  const auto suite = procedures().find(name.substr(0, dot));
-  return suite != procedures().end() && suite->second.contains(name.substr(dot + 1));
+  static const std::set<std::string_view> known = allProcedures();
+  return known.contains(name);
 }
 
 }  // namespace simulator

@@ -5,7 +5,7 @@
 
 namespace simulator {
 
-/// Whether the name is one of a procedure of the host or the framework, such as
+/// Whether `name` is a procedure of one of the host's suites or of the device framework, such as
 /// "ActionControl.Get".
 bool isProcedure(std::string_view name);
 

@@ -11,14 +11,13 @@ namespace simulator {
 
 namespace {
 
-// As on the platform, only what exists has an alias.
+// As on the platform, only an existing file has an alias.
 void requireFile(const char* path) {
   std::error_code ignored;
   if (!std::filesystem::exists(path, ignored)) throw CallError{fnfErr};
 }
 
-SPErr newAlias(const char* path, AliasHandle* alias) {
-  constexpr const char* procedure = "AliasSuite.MacNewAliasFromCString";
+SPErr newAlias(const char* procedure, const char* path, AliasHandle* alias) {
   return hostCall<SPErr>(SuiteId::alias, procedure, [&] {
     destination(alias) = nullptr;
     requireFile(&destination(path));
@@ -26,8 +25,12 @@ SPErr newAlias(const char* path, AliasHandle* alias) {
   });
 }
 
+constexpr auto kProcedures = std::to_array<Procedure<PSAliasSuite>>({
+    row<"AliasSuite.MacNewAliasFromCString", &PSAliasSuite::MacNewAliasFromCString, newAlias>,
+});
+
 }  // namespace
 
-const PSAliasSuite aliasSuite = {.MacNewAliasFromCString = newAlias};
+constinit const HostSuite<PSAliasSuite> aliasSuite = suiteOf<kProcedures>();
 
 }  // namespace simulator

@@ -24,11 +24,11 @@ void logSuite(const char* what, const char* name, int32 version, SPErr result) {
                            {"result", result}});
 }
 
-SPErr acquireSuite(const char* name, int32 version, const void** table) {
-  const SPErr result = hostCall<SPErr>(SuiteId::basic, "Basic.AcquireSuite", [&] {
+SPErr acquireSuite(const char* procedure, const char* name, int32 version, const void** table) {
+  const SPErr result = hostCall<SPErr>(SuiteId::basic, procedure, [&] {
     const OfferedSuite* suite = findSuite(name, version);
     if (suite == nullptr) throw CallError{kSPSuiteNotFoundError};
-    destination(table) = suite->procedures;
+    destination(table) = suite->record;
     ++holdsOf(*suite);
   });
   logSuite("acquire", name, version, result);
@@ -41,8 +41,8 @@ SPErr acquireSuite(const char* name, int32 version, const void** table) {
   throw CallError{kSPSuiteNotFoundError};
 }
 
-SPErr releaseSuite(const char* name, int32 version) {
-  const SPErr result = hostRelease<SPErr>(SuiteId::basic, "Basic.ReleaseSuite", [&] {
+SPErr releaseSuite(const char* procedure, const char* name, int32 version) {
+  const SPErr result = hostRelease<SPErr>(SuiteId::basic, procedure, [&] {
     const OfferedSuite* suite = findSuite(name, version);
     if (suite == nullptr || holdsOf(*suite) == 0) releasedTooOften(name, version);
     --holdsOf(*suite);
@@ -51,16 +51,16 @@ SPErr releaseSuite(const char* name, int32 version) {
   return result;
 }
 
-// No order to fail reaches this one: it has no way to say so.
-SPBoolean isEqual(const char* left, const char* right) {
-  const HostEntry entry(SuiteId::basic, "Basic.IsEqual");
+// Cannot be made to fail: it has no error code.
+SPBoolean isEqual(const char* procedure, const char* left, const char* right) {
+  const HostEntry entry(SuiteId::basic, procedure);
   return left && right ? std::strcmp(left, right) == 0 : left == right;
 }
 
-SPErr allocateBlock(std::size_t size, void** block) {
-  return hostCall<SPErr>(SuiteId::basic, "Basic.AllocateBlock", [&] {
+SPErr allocateBlock(const char* procedure, std::size_t size, void** block) {
+  return hostCall<SPErr>(SuiteId::basic, procedure, [&] {
     HostState& state = hostState();
-    destination(block) = std::malloc(size + 1);  // one byte more: an empty block is one, too
+    destination(block) = std::malloc(size + 1);  // an empty block has an address, too
     if (*block == nullptr) throw CallError{memFullErr};
     state.memoryBlocks.emplace(*block, ++state.lastMemoryBlock);
   });
@@ -72,18 +72,18 @@ void forgetBlock(void* block, const char* procedure) {
   throw CallError{paramErr};
 }
 
-SPErr freeBlock(void* block) {
-  return hostRelease<SPErr>(SuiteId::basic, "Basic.FreeBlock", [&] {
-    forgetBlock(block, "Basic.FreeBlock");
+SPErr freeBlock(const char* procedure, void* block) {
+  return hostRelease<SPErr>(SuiteId::basic, procedure, [&] {
+    forgetBlock(block, procedure);
     std::free(block);
   });
 }
 
-SPErr reallocateBlock(void* block, std::size_t newSize, void** newBlock) {
-  return hostCall<SPErr>(SuiteId::basic, "Basic.ReallocateBlock", [&] {
+SPErr reallocateBlock(const char* procedure, void* block, std::size_t newSize, void** newBlock) {
+  return hostCall<SPErr>(SuiteId::basic, procedure, [&] {
     HostState& state = hostState();
     void*& result = destination(newBlock);
-    forgetBlock(block, "Basic.ReallocateBlock");
+    forgetBlock(block, procedure);
     result = std::realloc(block, newSize + 1);
     state.memoryBlocks.emplace(result, ++state.lastMemoryBlock);
   });
@@ -91,16 +91,18 @@ SPErr reallocateBlock(void* block, std::size_t newSize, void** newBlock) {
 
 SPErr undefined() { return kSPUnimplementedError; }
 
+constexpr auto kProcedures = std::to_array<Procedure<SPBasicSuite>>({
+    row<"Basic.AcquireSuite", &SPBasicSuite::AcquireSuite, acquireSuite>,
+    row<"Basic.ReleaseSuite", &SPBasicSuite::ReleaseSuite, releaseSuite>,
+    row<"Basic.IsEqual", &SPBasicSuite::IsEqual, isEqual>,
+    row<"Basic.AllocateBlock", &SPBasicSuite::AllocateBlock, allocateBlock>,
+    row<"Basic.FreeBlock", &SPBasicSuite::FreeBlock, freeBlock>,
+    row<"Basic.ReallocateBlock", &SPBasicSuite::ReallocateBlock, reallocateBlock>,
+});
+
 }  // namespace
 
-SPBasicSuite basicSuite = {
-    .AcquireSuite = acquireSuite,
-    .ReleaseSuite = releaseSuite,
-    .IsEqual = isEqual,
-    .AllocateBlock = allocateBlock,
-    .FreeBlock = freeBlock,
-    .ReallocateBlock = reallocateBlock,
-    .Undefined = undefined,
-};
+constinit HostSuite<SPBasicSuite> basicSuite =
+    suiteOf<kProcedures>([](SPBasicSuite& record) { record.Undefined = undefined; });
 
 }  // namespace simulator

@@ -44,8 +44,7 @@ ContainerPtr answer(const Reference& reference) {
   return answerGet(state.model, reference, state.ids);
 }
 
-OSErr get(PIActionDescriptor* descriptor, PIActionReference reference) {
-  constexpr const char* procedure = "ActionControl.Get";
+OSErr get(const char* procedure, PIActionDescriptor* descriptor, PIActionReference reference) {
   const std::lock_guard lock(hostState().mutex);
   const OSErr result = call(procedure, [&] {
     PIActionDescriptor& place = destination(descriptor);
@@ -62,12 +61,11 @@ NestedContainer parametersOf(PIActionDescriptor descriptor, const char* procedur
   return hostState().descriptors.at(descriptor, procedure);
 }
 
-OSErr play(PIActionDescriptor* result, DescriptorEventID event, PIActionDescriptor descriptor,
-           PIDialogPlayOptions dialog) {
-  constexpr const char* procedure = "ActionControl.Play";
+OSErr play(const char* procedure, PIActionDescriptor* result, DescriptorEventID event,
+           PIActionDescriptor descriptor, PIDialogPlayOptions dialog) {
   HostState& state = hostState();
   const std::lock_guard lock(state.mutex);
-  // The log tells the parameters as they are given.
+  // Taken before the event is played, so the log has the parameters as they were given.
   Json line = Json::object();
   if (theLog().enabled()) {
     line["event"] = idText(event);
@@ -84,39 +82,44 @@ OSErr play(PIActionDescriptor* result, DescriptorEventID event, PIActionDescript
   return error;
 }
 
-// Profiling leaves no trace.
-OSErr beginProfile(DescriptorEventID) {
-  return call("ActionControl.BeginProfile", [] {});
+// Profiling has no effect.
+OSErr beginProfile(const char* procedure, DescriptorEventID) {
+  return call(procedure, [] {});
 }
 
-OSErr endProfile(DescriptorEventID) {
-  return call("ActionControl.EndProfile", [] {});
+OSErr endProfile(const char* procedure, DescriptorEventID) {
+  return call(procedure, [] {});
 }
 
-OSErr stringIDToTypeID(const char* stringID, DescriptorTypeID* typeID) {
-  return call("ActionControl.StringIDToTypeID", [&] {
+OSErr stringIDToTypeID(const char* procedure, const char* stringID, DescriptorTypeID* typeID) {
+  return call(procedure, [&] {
     if (destination(stringID) == '\0') throw CallError{paramErr};
     destination(typeID) = hostState().ids.idOf(stringID);
   });
 }
 
-OSErr typeIDToStringID(DescriptorTypeID typeID, char* stringID, uint32 size) {
-  return call("ActionControl.TypeIDToStringID", [&] {
+OSErr typeIDToStringID(const char* procedure, DescriptorTypeID typeID, char* stringID,
+                       uint32 size) {
+  return call(procedure, [&] {
     const std::string* string = hostState().ids.stringOf(typeID);
     if (string == nullptr) throw CallError{errMissingParameter};
     copyText(*string, &destination(stringID), size);
   });
 }
 
+constexpr auto kProcedures = std::to_array<Procedure<PSActionControlProcs>>({
+    row<"ActionControl.Play", &PSActionControlProcs::Play, play>,
+    row<"ActionControl.BeginProfile", &PSActionControlProcs::BeginProfile, beginProfile>,
+    row<"ActionControl.EndProfile", &PSActionControlProcs::EndProfile, endProfile>,
+    row<"ActionControl.Get", &PSActionControlProcs::Get, get>,
+    row<"ActionControl.StringIDToTypeID", &PSActionControlProcs::StringIDToTypeID,
+        stringIDToTypeID>,
+    row<"ActionControl.TypeIDToStringID", &PSActionControlProcs::TypeIDToStringID,
+        typeIDToStringID>,
+});
+
 }  // namespace
 
-const PSActionControlProcs controlSuite = {
-    .Play = play,
-    .BeginProfile = beginProfile,
-    .EndProfile = endProfile,
-    .Get = get,
-    .StringIDToTypeID = stringIDToTypeID,
-    .TypeIDToStringID = typeIDToStringID,
-};
+constinit const HostSuite<PSActionControlProcs> controlSuite = suiteOf<kProcedures>();
 
 }  // namespace simulator

@@ -9,22 +9,20 @@ namespace simulator {
 
 namespace {
 
-Handle make(int32 size) {
-  constexpr const char* procedure = "HandleSuite2.New";
+Handle make(const char* procedure, int32 size) {
   return hostAnswer<Handle>(SuiteId::handle, procedure, nullptr, [&] {
     if (size < 0) throw CallError{paramErr};
     return theMemoryHandles().make(static_cast<std::size_t>(size), procedure);
   });
 }
 
-// No order to fail reaches the procedures without a result.
-void dispose(Handle handle, const char* procedure) {
+// Procedures without a result cannot be made to fail.
+void dispose(const char* procedure, Handle handle) {
   const HostEntry entry(SuiteId::handle, procedure);
   outcome([&] { theMemoryHandles().dispose(handle, procedure); });
 }
 
-void setLock(Handle handle, Boolean lock, Ptr* address, Boolean* oldLock) {
-  constexpr const char* procedure = "HandleSuite2.SetLock";
+void setLock(const char* procedure, Handle handle, Boolean lock, Ptr* address, Boolean* oldLock) {
   const HostEntry entry(SuiteId::handle, procedure);
   outcome([&] {
     const bool before = theMemoryHandles().setLock(handle, lock != 0, procedure);
@@ -33,31 +31,30 @@ void setLock(Handle handle, Boolean lock, Ptr* address, Boolean* oldLock) {
   });
 }
 
-int32 getSize(Handle handle) {
-  constexpr const char* procedure = "HandleSuite2.GetSize";
+int32 getSize(const char* procedure, Handle handle) {
   return hostAnswer<int32>(SuiteId::handle, procedure, 0, [&] {
     return static_cast<int32>(theMemoryHandles().size(handle, procedure));
   });
 }
 
-OSErr setSize(Handle handle, int32 size) {
-  constexpr const char* procedure = "HandleSuite2.SetSize";
+OSErr setSize(const char* procedure, Handle handle, int32 size) {
   return hostCall<OSErr>(SuiteId::handle, procedure, [&] {
     if (size < 0) throw CallError{paramErr};
     theMemoryHandles().resize(handle, static_cast<std::size_t>(size), procedure);
   });
 }
 
+constexpr auto kProcedures = std::to_array<Procedure<PSHandleSuite2>>({
+    row<"HandleSuite2.New", &PSHandleSuite2::New, make>,
+    row<"HandleSuite2.Dispose", &PSHandleSuite2::Dispose, dispose>,
+    row<"HandleSuite2.DisposeRegularHandle", &PSHandleSuite2::DisposeRegularHandle, dispose>,
+    row<"HandleSuite2.SetLock", &PSHandleSuite2::SetLock, setLock>,
+    row<"HandleSuite2.GetSize", &PSHandleSuite2::GetSize, getSize>,
+    row<"HandleSuite2.SetSize", &PSHandleSuite2::SetSize, setSize>,
+});
+
 }  // namespace
 
-const PSHandleSuite2 handleSuite = {
-    .New = make,
-    .Dispose = [](Handle handle) { dispose(handle, "HandleSuite2.Dispose"); },
-    .DisposeRegularHandle =
-        [](Handle handle) { dispose(handle, "HandleSuite2.DisposeRegularHandle"); },
-    .SetLock = setLock,
-    .GetSize = getSize,
-    .SetSize = setSize,
-};
+constinit const HostSuite<PSHandleSuite2> handleSuite = suiteOf<kProcedures>();
 
 }  // namespace simulator

@@ -10,12 +10,16 @@
 
 #include "simulator/base/Text.h"
 #include "simulator/host/model/HostCall.h"
+#include "simulator/host/suites/Suites.h"
 #include "simulator/macos/Aliases.h"
 #include "simulator/macos/Bookmarks.h"
 
 namespace simulator {
 
-/// One item of a descriptor.
+// A slot is the place of one item. `withSlot` passes `body` the slot that a procedure's first
+// arguments name, then the other arguments.
+
+/// The item under a key of a descriptor.
 struct KeyedSlot {
   PIActionDescriptor descriptor;
   DescriptorKeyID key;
@@ -23,16 +27,37 @@ struct KeyedSlot {
   static constexpr SuiteId suite = SuiteId::descriptor;
   const Item& item(const char* procedure) const;
   void put(Item item, const char* procedure) const;
+
+  static OSErr withSlot(auto body, const char* procedure, PIActionDescriptor descriptor,
+                        DescriptorKeyID key, auto... arguments) {
+    return body(procedure, KeyedSlot{descriptor, key}, arguments...);
+  }
 };
 
-/// One item of a list. Putting appends and takes no heed of the index.
-struct IndexedSlot {
+/// The item at an index of a list.
+struct ListItem {
   PIActionList list;
-  uint32 index = 0;
+  uint32 index;
 
   static constexpr SuiteId suite = SuiteId::list;
   const Item& item(const char* procedure) const;
+
+  static OSErr withSlot(auto body, const char* procedure, PIActionList list, uint32 index,
+                        auto... arguments) {
+    return body(procedure, ListItem{list, index}, arguments...);
+  }
+};
+
+/// The place after the last item of a list.
+struct ListEnd {
+  PIActionList list;
+
+  static constexpr SuiteId suite = SuiteId::list;
   void put(Item item, const char* procedure) const;
+
+  static OSErr withSlot(auto body, const char* procedure, PIActionList list, auto... arguments) {
+    return body(procedure, ListEnd{list}, arguments...);
+  }
 };
 
 /// The container behind a handle, unshared, so that it may be written to.
@@ -67,7 +92,33 @@ OSErr getItem(const char* procedure, Slot slot, Read&& read) {
   });
 }
 
-// The procedures that descriptors and lists have in common. `procedure` names the caller.
+// The bodies of the procedures that descriptors and lists have in common.
+
+template <class Slot, DescriptorTypeID kType, class T>
+OSErr putPlain(const char* procedure, Slot slot, T value) {
+  return putItem(procedure, slot, kType, value);
+}
+
+template <class Slot>
+OSErr putUnitFloat(const char* procedure, Slot slot, DescriptorUnitID unit, real64 value) {
+  return putItem(procedure, slot, kTypeUnitFloat, UnitFloat{unit, value});
+}
+
+template <class Slot>
+OSErr putBoolean(const char* procedure, Slot slot, Boolean value) {
+  return putItem(procedure, slot, kTypeBoolean, value != 0);
+}
+
+template <class Slot>
+OSErr putEnumerated(const char* procedure, Slot slot, DescriptorEnumTypeID type,
+                    DescriptorEnumID value) {
+  return putItem(procedure, slot, kTypeEnumerated, Enumerated{type, value});
+}
+
+template <class Slot, DescriptorTypeID kType>
+OSErr putClass(const char* procedure, Slot slot, DescriptorClassID value) {
+  return putItem(procedure, slot, kType, ClassID{value});
+}
 
 template <class Slot>
 OSErr putText(const char* procedure, Slot slot, const char* text) {
@@ -86,10 +137,10 @@ OSErr putList(const char* procedure, Slot slot, PIActionList list) {
                  [&] { return List{hostState().lists.at(list, procedure)}; });
 }
 
-template <class Slot>
-OSErr putObject(const char* procedure, Slot slot, DescriptorTypeID kind, DescriptorClassID type,
+template <class Slot, DescriptorTypeID kType>
+OSErr putObject(const char* procedure, Slot slot, DescriptorClassID type,
                 PIActionDescriptor object) {
-  return putMade(procedure, slot, kind,
+  return putMade(procedure, slot, kType,
                  [&] { return Object{type, hostState().descriptors.at(object, procedure)}; });
 }
 
@@ -236,6 +287,83 @@ OSErr getData(const char* procedure, Slot slot, void* bytes) {
   return getItem<Data>(procedure, slot, [&](const Data& item) {
     if (bytes == nullptr) throw CallError{paramErr};
     std::copy(item.bytes.begin(), item.bytes.end(), static_cast<char*>(bytes));
+  });
+}
+
+/// Descriptors and lists as the procedures that they have in common see them: what a getter reads
+/// and what a putter writes.
+struct DescriptorItems {
+  using Record = PSActionDescriptorProcs;
+  using Source = KeyedSlot;
+  using Target = KeyedSlot;
+  static constexpr FixedString kPrefix = "ActionDescriptor.";
+};
+
+struct ListItems {
+  using Record = PSActionListProcs;
+  using Source = ListItem;
+  using Target = ListEnd;
+  static constexpr FixedString kPrefix = "ActionList.";
+};
+
+/// A procedure whose body gets a slot in place of the arguments that name it.
+template <class Slot, FixedString kName, auto kMember, auto kBody>
+inline constexpr auto slotRow = row<kName, kMember, [](const char* procedure, auto... arguments) {
+  return Slot::withSlot(kBody, procedure, arguments...);
+}>;
+
+template <class Items, FixedString kName, auto kMember, auto kBody>
+inline constexpr auto putRow =
+    slotRow<typename Items::Target, Items::kPrefix + kName, kMember, kBody>;
+
+template <class Items, FixedString kName, auto kMember, auto kBody>
+inline constexpr auto getRow =
+    slotRow<typename Items::Source, Items::kPrefix + kName, kMember, kBody>;
+
+/// The procedures that descriptors and lists have in common.
+template <class Items>
+consteval auto itemProcedures() {
+  using Record = typename Items::Record;
+  using Source = typename Items::Source;
+  using Target = typename Items::Target;
+  return std::to_array<Procedure<Record>>({
+      putRow<Items, "PutInteger", &Record::PutInteger, putPlain<Target, kTypeInteger, int32>>,
+      putRow<Items, "PutInteger64", &Record::PutInteger64, putPlain<Target, kTypeInteger64, int64>>,
+      putRow<Items, "PutFloat", &Record::PutFloat, putPlain<Target, kTypeFloat, real64>>,
+      putRow<Items, "PutUnitFloat", &Record::PutUnitFloat, putUnitFloat<Target>>,
+      putRow<Items, "PutString", &Record::PutString, putText<Target>>,
+      putRow<Items, "PutZString", &Record::PutZString, putString<Target>>,
+      putRow<Items, "PutBoolean", &Record::PutBoolean, putBoolean<Target>>,
+      putRow<Items, "PutEnumerated", &Record::PutEnumerated, putEnumerated<Target>>,
+      putRow<Items, "PutClass", &Record::PutClass, putClass<Target, kTypeClass>>,
+      putRow<Items, "PutGlobalClass", &Record::PutGlobalClass, putClass<Target, kTypeGlobalClass>>,
+      putRow<Items, "PutObject", &Record::PutObject, putObject<Target, kTypeObject>>,
+      putRow<Items, "PutGlobalObject", &Record::PutGlobalObject,
+             putObject<Target, kTypeGlobalObject>>,
+      putRow<Items, "PutList", &Record::PutList, putList<Target>>,
+      putRow<Items, "PutReference", &Record::PutReference, putReference<Target>>,
+      putRow<Items, "PutAlias", &Record::PutAlias, putAlias<Target>>,
+      putRow<Items, "PutBookmark", &Record::PutBookmark, putBookmark<Target>>,
+      putRow<Items, "PutData", &Record::PutData, putData<Target>>,
+      getRow<Items, "GetInteger", &Record::GetInteger, getPlain<Source, int32>>,
+      getRow<Items, "GetInteger64", &Record::GetInteger64, getPlain<Source, int64>>,
+      getRow<Items, "GetFloat", &Record::GetFloat, getPlain<Source, real64>>,
+      getRow<Items, "GetUnitFloat", &Record::GetUnitFloat, getUnitFloat<Source>>,
+      getRow<Items, "GetStringLength", &Record::GetStringLength, getTextLength<Source>>,
+      getRow<Items, "GetString", &Record::GetString, getText<Source>>,
+      getRow<Items, "GetZString", &Record::GetZString, getString<Source>>,
+      getRow<Items, "GetBoolean", &Record::GetBoolean, getBoolean<Source>>,
+      getRow<Items, "GetEnumerated", &Record::GetEnumerated, getEnumerated<Source>>,
+      getRow<Items, "GetClass", &Record::GetClass, getClass<Source>>,
+      getRow<Items, "GetGlobalClass", &Record::GetGlobalClass, getClass<Source>>,
+      getRow<Items, "GetObject", &Record::GetObject, getObject<Source>>,
+      getRow<Items, "GetGlobalObject", &Record::GetGlobalObject, getObject<Source>>,
+      getRow<Items, "GetList", &Record::GetList, getList<Source>>,
+      getRow<Items, "GetReference", &Record::GetReference, getReference<Source>>,
+      getRow<Items, "GetAlias", &Record::GetAlias, getAlias<Source>>,
+      getRow<Items, "GetBookmark", &Record::GetBookmark, getBookmark<Source>>,
+      getRow<Items, "GetDataLength", &Record::GetDataLength, getDataLength<Source>>,
+      getRow<Items, "GetData", &Record::GetData, getData<Source>>,
   });
 }
 

@@ -22,10 +22,10 @@ void logProperty(PIType signature, PIType key, int32 index, OSErr result) {
                               {"result", result}});
 }
 
-// No property here has a complex value, so that `complexProperty` is never written.
-OSErr getProperty(PIType signature, PIType key, int32 index, std::intptr_t* simpleProperty,
-                  Handle*) {
-  const OSErr result = hostCall<OSErr>(SuiteId::property, "Property.GetSimple", [&] {
+// Never writes the complex value: no property has one.
+OSErr getProperty(const char* procedure, PIType signature, PIType key, int32 index,
+                  std::intptr_t* simpleProperty, Handle*) {
+  const OSErr result = hostCall<OSErr>(SuiteId::property, procedure, [&] {
     const std::intptr_t value = simpleValue(signature, key);
     if (simpleProperty) *simpleProperty = value;
   });
@@ -33,18 +33,22 @@ OSErr getProperty(PIType signature, PIType key, int32 index, std::intptr_t* simp
   return result;
 }
 
-OSErr setProperty(PIType, PIType, int32, std::intptr_t, Handle) {
-  return hostCall<OSErr>(SuiteId::property, "Property.SetSimple",
+OSErr setProperty(const char* procedure, PIType, PIType, int32, std::intptr_t, Handle) {
+  return hostCall<OSErr>(SuiteId::property, procedure,
                          [] { throw CallError{errPlugInPropertyUndefined}; });
 }
 
+constexpr auto kProcedures = std::to_array<Procedure<PropertyProcs>>({
+    row<"Property.GetSimple", &PropertyProcs::getPropertyProc, getProperty>,
+    row<"Property.SetSimple", &PropertyProcs::setPropertyProc, setProperty>,
+});
+
 }  // namespace
 
-const PropertyProcs propertySuite = {
-    .propertyProcsVersion = kCurrentPropertyProcsVersion,
-    .numPropertyProcs = kCurrentPropertyProcsCount,
-    .getPropertyProc = getProperty,
-    .setPropertyProc = setProperty,
-};
+constinit const HostSuite<PropertyProcs> propertySuite =
+    suiteOf<kProcedures>([](PropertyProcs& record) {
+      record.propertyProcsVersion = kCurrentPropertyProcsVersion;
+      record.numPropertyProcs = kCurrentPropertyProcsCount;
+    });
 
 }  // namespace simulator

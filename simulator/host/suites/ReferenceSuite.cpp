@@ -40,56 +40,59 @@ const Form& first(PIActionReference reference, DescriptorFormID form, const char
   return found;
 }
 
-/// Reads one member of the first form, which must be `form`.
-template <class T>
-OSErr get(const char* procedure, PIActionReference reference, DescriptorFormID form, T* value) {
+/// Puts a form with a value.
+template <DescriptorFormID kForm, class T>
+OSErr putValue(const char* procedure, PIActionReference reference, DescriptorClassID desiredClass,
+               T value) {
+  return put(
+      procedure, reference,
+      {.form = kForm, .desiredClass = desiredClass, .value = static_cast<std::uint32_t>(value)});
+}
+
+/// Reads the value of the first form, which must be `kForm`.
+template <DescriptorFormID kForm, class T>
+OSErr getValue(const char* procedure, PIActionReference reference, T* value) {
   return call(procedure, [&] {
-    destination(value) = static_cast<T>(first(reference, form, procedure).value);
+    destination(value) = static_cast<T>(first(reference, kForm, procedure).value);
   });
 }
 
-OSErr make(PIActionReference* reference) {
-  constexpr const char* procedure = "ActionReference.Make";
+OSErr make(const char* procedure, PIActionReference* reference) {
   return call(procedure, [&] {
     handOut(reference, [&] { return hostState().references.add({}, procedure); });
   });
 }
 
-OSErr free(PIActionReference reference) {
-  constexpr const char* procedure = "ActionReference.Free";
+OSErr free(const char* procedure, PIActionReference reference) {
   return hostRelease<OSErr>(SuiteId::reference, procedure,
                             [&] { hostState().references.free(reference, procedure); });
 }
 
-OSErr getForm(PIActionReference reference, DescriptorFormID* form) {
-  constexpr const char* procedure = "ActionReference.GetForm";
+OSErr getForm(const char* procedure, PIActionReference reference, DescriptorFormID* form) {
   return call(procedure, [&] { destination(form) = first(reference, procedure).form; });
 }
 
-OSErr getDesiredClass(PIActionReference reference, DescriptorClassID* desiredClass) {
-  constexpr const char* procedure = "ActionReference.GetDesiredClass";
+OSErr getDesiredClass(const char* procedure, PIActionReference reference,
+                      DescriptorClassID* desiredClass) {
   return call(procedure,
               [&] { destination(desiredClass) = first(reference, procedure).desiredClass; });
 }
 
-OSErr getNameLength(PIActionReference reference, uint32* length) {
-  constexpr const char* procedure = "ActionReference.GetNameLength";
+OSErr getNameLength(const char* procedure, PIActionReference reference, uint32* length) {
   return call(procedure, [&] {
     const Form& form = first(reference, kFormName, procedure);
     destination(length) = static_cast<uint32>(form.name.size());
   });
 }
 
-OSErr getName(PIActionReference reference, char* name, uint32 maxLength) {
-  constexpr const char* procedure = "ActionReference.GetName";
+OSErr getName(const char* procedure, PIActionReference reference, char* name, uint32 maxLength) {
   return call(procedure, [&] {
     copyText(first(reference, kFormName, procedure).name, &destination(name), maxLength);
   });
 }
 
-OSErr getEnumerated(PIActionReference reference, DescriptorEnumTypeID* type,
+OSErr getEnumerated(const char* procedure, PIActionReference reference, DescriptorEnumTypeID* type,
                     DescriptorEnumID* value) {
-  constexpr const char* procedure = "ActionReference.GetEnumerated";
   return call(procedure, [&] {
     const Form& form = first(reference, kFormEnumerated, procedure);
     destination(type) = form.enumType;
@@ -97,8 +100,8 @@ OSErr getEnumerated(PIActionReference reference, DescriptorEnumTypeID* type,
   });
 }
 
-OSErr getContainer(PIActionReference reference, PIActionReference* container) {
-  constexpr const char* procedure = "ActionReference.GetContainer";
+OSErr getContainer(const char* procedure, PIActionReference reference,
+                   PIActionReference* container) {
   return call(procedure, [&] {
     HostState& state = hostState();
     const Reference& forms = state.references.at(reference, procedure);
@@ -109,8 +112,8 @@ OSErr getContainer(PIActionReference reference, PIActionReference* container) {
   });
 }
 
-OSErr putNameString(PIActionReference reference, DescriptorClassID desiredClass, ASZString name) {
-  constexpr const char* procedure = "ActionReference.PutNameZString";
+OSErr putNameString(const char* procedure, PIActionReference reference,
+                    DescriptorClassID desiredClass, ASZString name) {
   return call(procedure, [&] {
     HostState& state = hostState();
     std::string text = utf8From(state.strings.at(name, procedure).text);
@@ -119,80 +122,55 @@ OSErr putNameString(PIActionReference reference, DescriptorClassID desiredClass,
   });
 }
 
-OSErr getNameString(PIActionReference reference, ASZString* name) {
-  constexpr const char* procedure = "ActionReference.GetNameZString";
+OSErr getNameString(const char* procedure, PIActionReference reference, ASZString* name) {
   return call(procedure, [&] {
     const Form& form = first(reference, kFormName, procedure);
     handOut(name, [&] { return hostState().strings.add({utf16From(form.name)}, procedure); });
   });
 }
 
+constexpr auto kProcedures = std::to_array<Procedure<PSActionReferenceProcs>>({
+    row<"ActionReference.Make", &PSActionReferenceProcs::Make, make>,
+    row<"ActionReference.Free", &PSActionReferenceProcs::Free, free>,
+    row<"ActionReference.GetForm", &PSActionReferenceProcs::GetForm, getForm>,
+    row<"ActionReference.GetDesiredClass", &PSActionReferenceProcs::GetDesiredClass,
+        getDesiredClass>,
+    row<"ActionReference.PutName", &PSActionReferenceProcs::PutName, putName>,
+    row<"ActionReference.PutIndex", &PSActionReferenceProcs::PutIndex,
+        putValue<kFormIndex, uint32>>,
+    row<"ActionReference.PutIdentifier", &PSActionReferenceProcs::PutIdentifier,
+        putValue<kFormIdentifier, uint32>>,
+    row<"ActionReference.PutOffset", &PSActionReferenceProcs::PutOffset,
+        putValue<kFormOffset, int32>>,
+    row<"ActionReference.PutEnumerated", &PSActionReferenceProcs::PutEnumerated,
+        [](const char* procedure, PIActionReference reference, DescriptorClassID desiredClass,
+           DescriptorEnumTypeID type, DescriptorEnumID value) {
+          return put(procedure, reference, {kFormEnumerated, desiredClass, type, value});
+        }>,
+    row<"ActionReference.PutProperty", &PSActionReferenceProcs::PutProperty,
+        putValue<kFormProperty, DescriptorKeyID>>,
+    row<"ActionReference.PutClass", &PSActionReferenceProcs::PutClass,
+        [](const char* procedure, PIActionReference reference, DescriptorClassID desiredClass) {
+          return put(procedure, reference, {.form = kFormClass, .desiredClass = desiredClass});
+        }>,
+    row<"ActionReference.GetNameLength", &PSActionReferenceProcs::GetNameLength, getNameLength>,
+    row<"ActionReference.GetName", &PSActionReferenceProcs::GetName, getName>,
+    row<"ActionReference.GetIndex", &PSActionReferenceProcs::GetIndex,
+        getValue<kFormIndex, uint32>>,
+    row<"ActionReference.GetIdentifier", &PSActionReferenceProcs::GetIdentifier,
+        getValue<kFormIdentifier, uint32>>,
+    row<"ActionReference.GetOffset", &PSActionReferenceProcs::GetOffset,
+        getValue<kFormOffset, int32>>,
+    row<"ActionReference.GetEnumerated", &PSActionReferenceProcs::GetEnumerated, getEnumerated>,
+    row<"ActionReference.GetProperty", &PSActionReferenceProcs::GetProperty,
+        getValue<kFormProperty, DescriptorKeyID>>,
+    row<"ActionReference.GetContainer", &PSActionReferenceProcs::GetContainer, getContainer>,
+    row<"ActionReference.PutNameZString", &PSActionReferenceProcs::PutNameZString, putNameString>,
+    row<"ActionReference.GetNameZString", &PSActionReferenceProcs::GetNameZString, getNameString>,
+});
+
 }  // namespace
 
-const PSActionReferenceProcs referenceSuite = {
-    .Make = make,
-    .Free = free,
-    .GetForm = getForm,
-    .GetDesiredClass = getDesiredClass,
-    .PutName =
-        [](PIActionReference reference, DescriptorClassID desiredClass, const char* name) {
-          return putName("ActionReference.PutName", reference, desiredClass, name);
-        },
-    .PutIndex =
-        [](PIActionReference reference, DescriptorClassID desiredClass, uint32 index) {
-          return put("ActionReference.PutIndex", reference,
-                     {.form = kFormIndex, .desiredClass = desiredClass, .value = index});
-        },
-    .PutIdentifier =
-        [](PIActionReference reference, DescriptorClassID desiredClass, uint32 identifier) {
-          return put("ActionReference.PutIdentifier", reference,
-                     {.form = kFormIdentifier, .desiredClass = desiredClass, .value = identifier});
-        },
-    .PutOffset =
-        [](PIActionReference reference, DescriptorClassID desiredClass, int32 offset) {
-          return put("ActionReference.PutOffset", reference,
-                     {.form = kFormOffset,
-                      .desiredClass = desiredClass,
-                      .value = static_cast<std::uint32_t>(offset)});
-        },
-    .PutEnumerated =
-        [](PIActionReference reference, DescriptorClassID desiredClass, DescriptorEnumTypeID type,
-           DescriptorEnumID value) {
-          return put("ActionReference.PutEnumerated", reference,
-                     {kFormEnumerated, desiredClass, type, value});
-        },
-    .PutProperty =
-        [](PIActionReference reference, DescriptorClassID desiredClass, DescriptorKeyID key) {
-          return put("ActionReference.PutProperty", reference,
-                     {.form = kFormProperty, .desiredClass = desiredClass, .value = key});
-        },
-    .PutClass =
-        [](PIActionReference reference, DescriptorClassID desiredClass) {
-          return put("ActionReference.PutClass", reference,
-                     {.form = kFormClass, .desiredClass = desiredClass});
-        },
-    .GetNameLength = getNameLength,
-    .GetName = getName,
-    .GetIndex =
-        [](PIActionReference reference, uint32* index) {
-          return get("ActionReference.GetIndex", reference, kFormIndex, index);
-        },
-    .GetIdentifier =
-        [](PIActionReference reference, uint32* identifier) {
-          return get("ActionReference.GetIdentifier", reference, kFormIdentifier, identifier);
-        },
-    .GetOffset =
-        [](PIActionReference reference, int32* offset) {
-          return get("ActionReference.GetOffset", reference, kFormOffset, offset);
-        },
-    .GetEnumerated = getEnumerated,
-    .GetProperty =
-        [](PIActionReference reference, DescriptorKeyID* key) {
-          return get("ActionReference.GetProperty", reference, kFormProperty, key);
-        },
-    .GetContainer = getContainer,
-    .PutNameZString = putNameString,
-    .GetNameZString = getNameString,
-};
+constinit const HostSuite<PSActionReferenceProcs> referenceSuite = suiteOf<kProcedures>();
 
 }  // namespace simulator

@@ -51,28 +51,29 @@ std::string_view given(const char* source, std::size_t byteCount) {
   return {source, byteCount};
 }
 
-ASErr makeFromUnicode(ASUnicode* source, std::size_t byteCount, ASZString* newString) {
-  return make("ASZStringSuite.MakeFromUnicode", newString, [&] {
+ASErr makeFromUnicode(const char* procedure, ASUnicode* source, std::size_t byteCount,
+                      ASZString* newString) {
+  return make(procedure, newString, [&] {
     if (source == nullptr && byteCount > 0) throw CallError{paramErr};
     return std::u16string(source, source + byteCount / sizeof(ASUnicode));
   });
 }
 
-ASErr makeFromCString(const char* source, std::size_t byteCount, ASZString* newString) {
-  return make("ASZStringSuite.MakeFromCString", newString,
-              [&] { return utf16From(given(source, byteCount)); });
+ASErr makeFromCString(const char* procedure, const char* source, std::size_t byteCount,
+                      ASZString* newString) {
+  return make(procedure, newString, [&] { return utf16From(given(source, byteCount)); });
 }
 
-ASErr makeFromPascalString(const unsigned char* source, std::size_t, ASZString* newString) {
-  return make("ASZStringSuite.MakeFromPascalString", newString, [&] {
+ASErr makeFromPascalString(const char* procedure, const unsigned char* source, std::size_t,
+                           ASZString* newString) {
+  return make(procedure, newString, [&] {
     const unsigned char length = destination(source);
     return utf16From({reinterpret_cast<const char*>(source) + 1, length});
   });
 }
 
-ASErr makeFromInteger(ASInt32 value, ASZString* newString) {
-  return make("ASZStringSuite.MakeRomanizationOfInteger", newString,
-              [&] { return utf16From(fmt::format("{}", value)); });
+ASErr makeFromInteger(const char* procedure, ASInt32 value, ASZString* newString) {
+  return make(procedure, newString, [&] { return utf16From(fmt::format("{}", value)); });
 }
 
 std::string fixedText(ASInt32 value, ASInt16 places, bool trim, bool isSigned) {
@@ -85,36 +86,33 @@ std::string fixedText(ASInt32 value, ASInt16 places, bool trim, bool isSigned) {
   return isSigned && value > 0 ? "+" + text : text;
 }
 
-ASErr makeFromFixed(ASInt32 value, ASInt16 places, ASBoolean trim, ASBoolean isSigned,
-                    ASZString* newString) {
-  return make("ASZStringSuite.MakeRomanizationOfFixed", newString,
+ASErr makeFromFixed(const char* procedure, ASInt32 value, ASInt16 places, ASBoolean trim,
+                    ASBoolean isSigned, ASZString* newString) {
+  return make(procedure, newString,
               [&] { return utf16From(fixedText(value, places, trim != 0, isSigned != 0)); });
 }
 
-ASErr makeFromDouble(double value, ASZString* newString) {
-  return make("ASZStringSuite.MakeRomanizationOfDouble", newString,
-              [&] { return utf16From(fmt::format("{}", value)); });
+ASErr makeFromDouble(const char* procedure, double value, ASZString* newString) {
+  return make(procedure, newString, [&] { return utf16From(fmt::format("{}", value)); });
 }
 
 // The empty string is the host's own: nobody has to give it back, but everybody may.
-ASZString getEmpty() {
-  const HostEntry entry(SuiteId::string, "ASZStringSuite.GetEmpty");
+ASZString getEmpty(const char* procedure) {
+  const HostEntry entry(SuiteId::string, procedure);
   static const ASZString empty = hostState().strings.add({}, nullptr);
-  StringBody& body = hostState().strings.at(empty, "ASZStringSuite.GetEmpty");
+  StringBody& body = hostState().strings.at(empty, procedure);
   ++body.references;
   return empty;
 }
 
-ASErr copy(ASZString source, ASZString* result) {
-  constexpr const char* procedure = "ASZStringSuite.Copy";
+ASErr copy(const char* procedure, ASZString source, ASZString* result) {
   return make(procedure, result, [&] { return textOf(source, procedure); });
 }
 
 /// What stands for the replacement of this index: "^0", "^1" ...
 std::u16string placeholder(ASUInt32 index) { return u"^" + utf16From(fmt::format("{}", index)); }
 
-ASErr replace(ASZString string, ASUInt32 index, ASZString replacement) {
-  constexpr const char* procedure = "ASZStringSuite.Replace";
+ASErr replace(const char* procedure, ASZString string, ASUInt32 index, ASZString replacement) {
   return change(procedure, string, [&](std::u16string& text) {
     const std::u16string mark = placeholder(index);
     const std::u16string value = textOf(replacement, procedure);
@@ -124,33 +122,30 @@ ASErr replace(ASZString string, ASUInt32 index, ASZString replacement) {
   });
 }
 
-ASErr trimEllipsis(ASZString string) {
-  return change("ASZStringSuite.TrimEllipsis", string, [](std::u16string& text) {
+ASErr trimEllipsis(const char* procedure, ASZString string) {
+  return change(procedure, string, [](std::u16string& text) {
     for (const std::u16string_view ellipsis : {u"\u2026", u"..."}) {
       if (text.ends_with(ellipsis)) text.resize(text.size() - ellipsis.size());
     }
   });
 }
 
-ASErr trimSpaces(ASZString string) {
-  return change("ASZStringSuite.TrimSpaces", string, [](std::u16string& text) {
+ASErr trimSpaces(const char* procedure, ASZString string) {
+  return change(procedure, string, [](std::u16string& text) {
     text.erase(0, text.find_first_not_of(u' '));
     text.erase(text.find_last_not_of(u' ') + 1);
   });
 }
 
-ASErr removeAccelerators(ASZString string) {
-  return change("ASZStringSuite.RemoveAccelerators", string,
-                [](std::u16string& text) { std::erase(text, u'&'); });
+ASErr removeAccelerators(const char* procedure, ASZString string) {
+  return change(procedure, string, [](std::u16string& text) { std::erase(text, u'&'); });
 }
 
-ASErr addRef(ASZString string) {
-  constexpr const char* procedure = "ASZStringSuite.AddRef";
+ASErr addRef(const char* procedure, ASZString string) {
   return call(procedure, [&] { ++hostState().strings.at(string, procedure).references; });
 }
 
-ASErr release(ASZString string) {
-  constexpr const char* procedure = "ASZStringSuite.Release";
+ASErr release(const char* procedure, ASZString string) {
   return hostRelease<ASErr>(SuiteId::string, procedure, [&] {
     ObjectTable<ASZString>& strings = hostState().strings;
     if (string == nullptr || strings.at(string, procedure).references == 1) {
@@ -163,19 +158,18 @@ ASErr release(ASZString string) {
 
 bool isSpace(char16_t c) { return c == u' ' || (c >= u'\t' && c <= u'\r'); }
 
-ASBoolean isAllWhiteSpace(ASZString string) {
-  return ask<ASBoolean>("ASZStringSuite.IsAllWhiteSpace", string, [](const std::u16string& text) {
+ASBoolean isAllWhiteSpace(const char* procedure, ASZString string) {
+  return ask<ASBoolean>(procedure, string, [](const std::u16string& text) {
     return std::all_of(text.begin(), text.end(), isSpace);
   });
 }
 
-ASBoolean isEmpty(ASZString string) {
-  return ask<ASBoolean>("ASZStringSuite.IsEmpty", string,
-                        [](const std::u16string& text) { return text.empty(); });
+ASBoolean isEmpty(const char* procedure, ASZString string) {
+  return ask<ASBoolean>(procedure, string, [](const std::u16string& text) { return text.empty(); });
 }
 
-ASBoolean willReplace(ASZString string, ASUInt32 index) {
-  return ask<ASBoolean>("ASZStringSuite.WillReplace", string, [&](const std::u16string& text) {
+ASBoolean willReplace(const char* procedure, ASZString string, ASUInt32 index) {
+  return ask<ASBoolean>(procedure, string, [&](const std::u16string& text) {
     return text.find(placeholder(index)) != text.npos;
   });
 }
@@ -190,35 +184,34 @@ void copyUnits(const Source& source, Unit* target, ASUInt32 size, ASBoolean chec
   target[count] = 0;
 }
 
-ASUInt32 lengthAsUnicode(ASZString string) {
-  return ask<ASUInt32>("ASZStringSuite.LengthAsUnicodeCString", string,
-                       [](const std::u16string& text) { return text.size(); });
+ASUInt32 lengthAsUnicode(const char* procedure, ASZString string) {
+  return ask<ASUInt32>(procedure, string, [](const std::u16string& text) { return text.size(); });
 }
 
-ASErr asUnicode(ASZString string, ASUnicode* target, ASUInt32 size, ASBoolean check) {
-  constexpr const char* procedure = "ASZStringSuite.AsUnicodeCString";
+ASErr asUnicode(const char* procedure, ASZString string, ASUnicode* target, ASUInt32 size,
+                ASBoolean check) {
   return call(procedure, [&] { copyUnits(textOf(string, procedure), target, size, check); });
 }
 
-ASUInt32 lengthAsBytes(ASZString string) {
-  return ask<ASUInt32>("ASZStringSuite.LengthAsCString", string,
+ASUInt32 lengthAsBytes(const char* procedure, ASZString string) {
+  return ask<ASUInt32>(procedure, string,
                        [](const std::u16string& text) { return utf8From(text).size(); });
 }
 
-ASErr asBytes(ASZString string, char* target, ASUInt32 size, ASBoolean check) {
-  constexpr const char* procedure = "ASZStringSuite.AsCString";
+ASErr asBytes(const char* procedure, ASZString string, char* target, ASUInt32 size,
+              ASBoolean check) {
   return call(procedure,
               [&] { copyUnits(utf8From(textOf(string, procedure)), target, size, check); });
 }
 
-ASUInt32 lengthAsPascal(ASZString string) {
-  return ask<ASUInt32>(
-      "ASZStringSuite.LengthAsPascalString", string,
-      [](const std::u16string& text) { return std::min<std::size_t>(utf8From(text).size(), 255); });
+ASUInt32 lengthAsPascal(const char* procedure, ASZString string) {
+  return ask<ASUInt32>(procedure, string, [](const std::u16string& text) {
+    return std::min<std::size_t>(utf8From(text).size(), 255);
+  });
 }
 
-ASErr asPascal(ASZString string, unsigned char* target, ASUInt32 size, ASBoolean check) {
-  constexpr const char* procedure = "ASZStringSuite.AsPascalString";
+ASErr asPascal(const char* procedure, ASZString string, unsigned char* target, ASUInt32 size,
+               ASBoolean check) {
   return call(procedure, [&] {
     destination(target);
     const std::string bytes = utf8From(textOf(string, procedure));
@@ -229,32 +222,41 @@ ASErr asPascal(ASZString string, unsigned char* target, ASUInt32 size, ASBoolean
   });
 }
 
+constexpr auto kProcedures = std::to_array<Procedure<ASZStringSuite>>({
+    row<"ASZStringSuite.MakeFromUnicode", &ASZStringSuite::MakeFromUnicode, makeFromUnicode>,
+    row<"ASZStringSuite.MakeFromCString", &ASZStringSuite::MakeFromCString, makeFromCString>,
+    row<"ASZStringSuite.MakeFromPascalString", &ASZStringSuite::MakeFromPascalString,
+        makeFromPascalString>,
+    row<"ASZStringSuite.MakeRomanizationOfInteger", &ASZStringSuite::MakeRomanizationOfInteger,
+        makeFromInteger>,
+    row<"ASZStringSuite.MakeRomanizationOfFixed", &ASZStringSuite::MakeRomanizationOfFixed,
+        makeFromFixed>,
+    row<"ASZStringSuite.MakeRomanizationOfDouble", &ASZStringSuite::MakeRomanizationOfDouble,
+        makeFromDouble>,
+    row<"ASZStringSuite.GetEmpty", &ASZStringSuite::GetEmpty, getEmpty>,
+    row<"ASZStringSuite.Copy", &ASZStringSuite::Copy, copy>,
+    row<"ASZStringSuite.Replace", &ASZStringSuite::Replace, replace>,
+    row<"ASZStringSuite.TrimEllipsis", &ASZStringSuite::TrimEllipsis, trimEllipsis>,
+    row<"ASZStringSuite.TrimSpaces", &ASZStringSuite::TrimSpaces, trimSpaces>,
+    row<"ASZStringSuite.RemoveAccelerators", &ASZStringSuite::RemoveAccelerators,
+        removeAccelerators>,
+    row<"ASZStringSuite.AddRef", &ASZStringSuite::AddRef, addRef>,
+    row<"ASZStringSuite.Release", &ASZStringSuite::Release, release>,
+    row<"ASZStringSuite.IsAllWhiteSpace", &ASZStringSuite::IsAllWhiteSpace, isAllWhiteSpace>,
+    row<"ASZStringSuite.IsEmpty", &ASZStringSuite::IsEmpty, isEmpty>,
+    row<"ASZStringSuite.WillReplace", &ASZStringSuite::WillReplace, willReplace>,
+    row<"ASZStringSuite.LengthAsUnicodeCString", &ASZStringSuite::LengthAsUnicodeCString,
+        lengthAsUnicode>,
+    row<"ASZStringSuite.AsUnicodeCString", &ASZStringSuite::AsUnicodeCString, asUnicode>,
+    row<"ASZStringSuite.LengthAsCString", &ASZStringSuite::LengthAsCString, lengthAsBytes>,
+    row<"ASZStringSuite.AsCString", &ASZStringSuite::AsCString, asBytes>,
+    row<"ASZStringSuite.LengthAsPascalString", &ASZStringSuite::LengthAsPascalString,
+        lengthAsPascal>,
+    row<"ASZStringSuite.AsPascalString", &ASZStringSuite::AsPascalString, asPascal>,
+});
+
 }  // namespace
 
-const ASZStringSuite stringSuite = {
-    .MakeFromUnicode = makeFromUnicode,
-    .MakeFromCString = makeFromCString,
-    .MakeFromPascalString = makeFromPascalString,
-    .MakeRomanizationOfInteger = makeFromInteger,
-    .MakeRomanizationOfFixed = makeFromFixed,
-    .MakeRomanizationOfDouble = makeFromDouble,
-    .GetEmpty = getEmpty,
-    .Copy = copy,
-    .Replace = replace,
-    .TrimEllipsis = trimEllipsis,
-    .TrimSpaces = trimSpaces,
-    .RemoveAccelerators = removeAccelerators,
-    .AddRef = addRef,
-    .Release = release,
-    .IsAllWhiteSpace = isAllWhiteSpace,
-    .IsEmpty = isEmpty,
-    .WillReplace = willReplace,
-    .LengthAsUnicodeCString = lengthAsUnicode,
-    .AsUnicodeCString = asUnicode,
-    .LengthAsCString = lengthAsBytes,
-    .AsCString = asBytes,
-    .LengthAsPascalString = lengthAsPascal,
-    .AsPascalString = asPascal,
-};
+constinit const HostSuite<ASZStringSuite> stringSuite = suiteOf<kProcedures>();
 
 }  // namespace simulator
