@@ -48,7 +48,7 @@ class HostTest : public testing::Test {
     suite = static_cast<const T*>(table);
   }
 
-  /// A descriptor that belongs to the test: it is no leak.
+  // Objects that the test owns: they do not count as leaks.
   PIActionDescriptor descriptorOf(std::string_view json) {
     return theHost().makeDescriptor(descriptorFromJson(Json::parse(json), theHost().typeIds()));
   }
@@ -69,7 +69,7 @@ class HostTest : public testing::Test {
     return referenceToJson(theHost().contentOf(reference), theHost().typeIds()).dump();
   }
 
-  /// The texts of all misuses since the last call, which thereby are expected.
+  /// The texts of all misuses since the last call, which then count as expected.
   std::vector<std::string> misuses() {
     std::vector<std::string> texts;
     for (const Json& line : lines_) {

@@ -10,13 +10,13 @@
 namespace simulator {
 namespace {
 
-class DescriptorJsonTest : public testing::Test {
+class DescriptorJson : public testing::Test {
  protected:
   std::string roundTrip(std::string_view text) {
     return descriptorToJson(*descriptorFromJson(Json::parse(text), ids_), ids_).dump();
   }
 
-  /// "place: reason" of what is wrong with a descriptor.
+  /// The error that reading a descriptor gives, as "place: reason".
   std::string fault(std::string_view text) {
     try {
       descriptorFromJson(Json::parse(text), ids_);
@@ -38,7 +38,7 @@ class DescriptorJsonTest : public testing::Test {
   TypeIds ids_;
 };
 
-TEST_F(DescriptorJsonTest, EveryTypeOfItemComesBackAsItWas) {
+TEST_F(DescriptorJson, RestoresEveryTypeOfItem) {
   for (
       const char* text : {
           R"([])",
@@ -63,7 +63,7 @@ TEST_F(DescriptorJsonTest, EveryTypeOfItemComesBackAsItWas) {
   }
 }
 
-TEST_F(DescriptorJsonTest, EveryFormComesBackAsItWas) {
+TEST_F(DescriptorJson, RestoresEveryForm) {
   const char* text =
       R"([{"key":"null","type":"obj ","value":[{"form":"prop","class":"Prpr","key":"$title"},)"
       R"({"form":"name","class":"Lyr ","value":"x"},{"form":"indx","class":"Lyr ","value":4294967295},)"
@@ -73,11 +73,11 @@ TEST_F(DescriptorJsonTest, EveryFormComesBackAsItWas) {
   EXPECT_EQ(roundTrip(text), text);
 }
 
-TEST_F(DescriptorJsonTest, NullIsTheNullDescriptor) {
+TEST_F(DescriptorJson, ReadsNullAsTheNullDescriptor) {
   EXPECT_EQ(descriptorFromJson(nullptr, ids_), nullptr);
 }
 
-TEST_F(DescriptorJsonTest, StringIDsAreNumberedInTheOrderOfTheDocument) {
+TEST_F(DescriptorJson, NumbersStringIDsInTheOrderOfTheDocument) {
   descriptorFromJson(Json::parse(R"([
       {"key": "$outer", "type": "Objc", "class": "$class", "value": [
         {"key": "$inner", "type": "enum", "enumType": "$type", "value": "$value"}]},
@@ -91,7 +91,7 @@ TEST_F(DescriptorJsonTest, StringIDsAreNumberedInTheOrderOfTheDocument) {
   EXPECT_EQ(ids_.idOf("last"), 6u);
 }
 
-TEST_F(DescriptorJsonTest, AnIDHasThreeForms) {
+TEST_F(DescriptorJson, ReadsThreeFormsOfAnID) {
   EXPECT_EQ(idFromJson("Tool", ids_), 0x546F6F6Cu);
   EXPECT_EQ(idFromJson("$paintbrushTool", ids_), 1u);
   EXPECT_EQ(idFromJson(4294967295u, ids_), 4294967295u);
@@ -99,7 +99,7 @@ TEST_F(DescriptorJsonTest, AnIDHasThreeForms) {
   EXPECT_EQ(idFromJson("$abc", ids_), 0x24616263u);  // four characters: a code
 }
 
-TEST_F(DescriptorJsonTest, AnIDIsWrittenSoThatItReadsBack) {
+TEST_F(DescriptorJson, WritesIDsThatReadBack) {
   EXPECT_EQ(idToJson(0x546F6F6C, ids_), "Tool");
   EXPECT_EQ(idToJson(1, ids_), 1u);
   EXPECT_EQ(idToJson(ids_.idOf("layer"), ids_), "$layer");
@@ -108,7 +108,7 @@ TEST_F(DescriptorJsonTest, AnIDIsWrittenSoThatItReadsBack) {
   EXPECT_EQ(idToJson(0x546F6F01, ids_), 0x546F6F01u);
 }
 
-TEST_F(DescriptorJsonTest, AWrongIDTellsWhatIsWrong) {
+TEST_F(DescriptorJson, ReportsWhatIsWrongWithAnID) {
   EXPECT_EQ(fault(R"([{"key": "Too", "type": "long", "value": 1}])"),
             "/0/key: must be four characters, \"$\" and a string ID, or an integer");
   EXPECT_THAT(fault(R"([{"key": "$", "type": "long", "value": 1}])"),
@@ -122,7 +122,7 @@ TEST_F(DescriptorJsonTest, AWrongIDTellsWhatIsWrong) {
   EXPECT_EQ(fault(R"([{"key": 1.5, "type": "long", "value": 1}])"), "/0/key: must be an ID");
 }
 
-TEST_F(DescriptorJsonTest, AFaultTellsItsPlaceAndReason) {
+TEST_F(DescriptorJson, ReportsThePlaceAndReasonOfAFault) {
   EXPECT_EQ(fault("{}"), ": must be a list of items");
   EXPECT_EQ(fault("[1]"), "/0: must be an object");
   EXPECT_EQ(fault(R"([{"type": "long", "value": 1}])"), "/0: lacks the field \"key\"");
@@ -141,7 +141,7 @@ TEST_F(DescriptorJsonTest, AFaultTellsItsPlaceAndReason) {
             "/1/key: occurs twice");
 }
 
-TEST_F(DescriptorJsonTest, AValueMustBeOfItsType) {
+TEST_F(DescriptorJson, RequiresAValueOfTheItemsType) {
   const auto item = [](std::string_view type, std::string_view value) {
     return R"([{"key": "KeyA", "type": ")" + std::string(type) + R"(", "value": )" +
            std::string(value) + "}]";
@@ -163,7 +163,7 @@ TEST_F(DescriptorJsonTest, AValueMustBeOfItsType) {
   EXPECT_EQ(fault(item("enum", "\"Trgt\"")), "/0: lacks the field \"enumType\"");
 }
 
-TEST_F(DescriptorJsonTest, AFaultDeepInsideTellsTheWholeWay) {
+TEST_F(DescriptorJson, ReportsTheWholePathOfANestedFault) {
   EXPECT_EQ(fault(R"([{"key": "KeyA", "type": "bool", "value": true},
                       {"key": "KeyB", "type": "VlLs", "value": [
                         {"type": "Objc", "class": "Lyr ", "value": [
@@ -181,7 +181,7 @@ TEST_F(DescriptorJsonTest, AFaultDeepInsideTellsTheWholeWay) {
             "/0/value/1/value: is out of range");
 }
 
-TEST_F(DescriptorJsonTest, AWrongReferenceTellsWhatIsWrong) {
+TEST_F(DescriptorJson, ReportsWhatIsWrongWithAReference) {
   EXPECT_EQ(referenceFault("1"), ": must be a list of forms");
   EXPECT_EQ(referenceFault(R"([{"form": "????", "class": "Lyr "}])"),
             "/0/form: is not a form of a reference");
@@ -192,19 +192,19 @@ TEST_F(DescriptorJsonTest, AWrongReferenceTellsWhatIsWrong) {
             "/0/value: is out of range");
 }
 
-TEST_F(DescriptorJsonTest, TextThatIsNotUtf8IsMadeSo) {
+TEST_F(DescriptorJson, ReplacesBytesThatAreNotUtf8) {
   Container container;
   container.put(1, {kTypeText, Text{"a\xFF"}});
   EXPECT_EQ(descriptorToJson(container, ids_)[0]["value"], "a\uFFFD");
 }
 
-TEST_F(DescriptorJsonTest, NumbersThatJsonDoesNotKnowBecomeNull) {
+TEST_F(DescriptorJson, WritesNumbersThatJsonLacksAsNull) {
   Container container;
   container.put(1, {kTypeFloat, std::numeric_limits<double>::quiet_NaN()});
   EXPECT_EQ(descriptorToJson(container, ids_).dump(), R"([{"key":1,"type":"doub","value":null}])");
 }
 
-/// Lists and descriptors in turn, `depth` of them.
+/// `depth` containers nested in one another, lists and descriptors in turn.
 std::string deep(int depth) {
   std::string open;
   std::string close;
@@ -215,14 +215,14 @@ std::string deep(int depth) {
   return open + "[]" + close;
 }
 
-TEST_F(DescriptorJsonTest, NestingMayBeTenThousandDeep) {
+TEST_F(DescriptorJson, HandlesNestingTenThousandDeep) {
   const Json json = Json::parse(deep(10000));
   const ContainerPtr container = descriptorFromJson(json, ids_);
   const Json written = descriptorToJson(*container, ids_);
   EXPECT_TRUE(equal(*descriptorFromJson(written, ids_), *container));
 }
 
-TEST_F(DescriptorJsonTest, AFaultTenThousandDeepIsFoundToo) {
+TEST_F(DescriptorJson, ReportsAFaultTenThousandDeep) {
   std::string text = deep(10000);
   text.replace(text.find("[]"), 2, "[1]");
   const std::string place = fault(text);

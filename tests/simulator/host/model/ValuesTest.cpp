@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include "simulator/host/model/TypeIds.h"
 #include "simulator/host/model/Values.h"
 
 namespace simulator {
@@ -16,14 +15,14 @@ ContainerPtr nestedTo(int depth) {
   return container;
 }
 
-TEST(Values, DeepContainersAreComparedAndFreedWithoutRecursion) {
+TEST(Values, AreComparedAndFreedWithoutRecursion) {
   const ContainerPtr left = nestedTo(100000);
   const ContainerPtr right = nestedTo(100000);
   EXPECT_TRUE(equal(*left, *right));
   EXPECT_FALSE(equal(*left, *nestedTo(99999)));
 }
 
-TEST(Values, EqualityLooksAtEverything) {
+TEST(Values, AreEqualOnlyIfTypesAndValuesAre) {
   Container left;
   left.put(1, {kTypeInteger, std::int32_t{1}});
   Container right = left;
@@ -32,17 +31,6 @@ TEST(Values, EqualityLooksAtEverything) {
   EXPECT_FALSE(equal(left, right));
   right.put(1, {kTypeFloat, 1.0});
   EXPECT_FALSE(equal(left, right));
-}
-
-TEST(TypeIds, NumbersStringsInOrderOfAppearance) {
-  TypeIds ids;
-  EXPECT_EQ(ids.stringOf(1), nullptr);
-  EXPECT_EQ(ids.idOf("a"), 1u);
-  EXPECT_EQ(ids.idOf("b"), 2u);
-  EXPECT_EQ(ids.idOf("a"), 1u);
-  EXPECT_EQ(*ids.stringOf(2), "b");
-  EXPECT_EQ(ids.stringOf(0), nullptr);
-  EXPECT_EQ(ids.stringOf(3), nullptr);
 }
 
 }  // namespace

@@ -13,29 +13,31 @@ namespace {
 
 constexpr DescriptorKeyID kKey = fourCharCode("KeyA");
 
-class AliasTest : public HostTest {
+class AliasSuite : public HostTest {
  protected:
-  AliasTest() { std::ofstream{path_}; }
-  ~AliasTest() override { std::filesystem::remove(path_); }
+  AliasSuite() { std::ofstream{path_}; }
+  ~AliasSuite() override { std::filesystem::remove(path_); }
 
   const std::string path_ = testing::TempDir() + "alias-test-file";
 };
 
-TEST_F(AliasTest, AnAliasKnowsItsPath) {
+using AliasSuiteItems = AliasSuite;
+
+TEST_F(AliasSuite, MakesAnAliasThatHoldsItsPath) {
   AliasHandle alias = nullptr;
   ASSERT_EQ(aliases_->MacNewAliasFromCString(path_.c_str(), &alias), 0);
   EXPECT_EQ(pathOfAlias(alias, "test"), path_);
   handles_->DisposeRegularHandle(reinterpret_cast<Handle>(alias));
 }
 
-TEST_F(AliasTest, WhatDoesNotExistHasNoAlias) {
+TEST_F(AliasSuite, RefusesAFileThatDoesNotExist) {
   auto alias = reinterpret_cast<AliasHandle>(this);
   EXPECT_EQ(aliases_->MacNewAliasFromCString("/no/such/file", &alias), -43);
   EXPECT_EQ(alias, nullptr);
   EXPECT_EQ(aliases_->MacNewAliasFromCString(nullptr, &alias), paramErr);
 }
 
-TEST_F(AliasTest, AliasItemsHandOutAliasesOfTheirOwn) {
+TEST_F(AliasSuiteItems, HandOutANewAlias) {
   AliasHandle alias = nullptr;
   aliases_->MacNewAliasFromCString(path_.c_str(), &alias);
   PIActionDescriptor descriptor = descriptorOf("[]");
@@ -47,7 +49,7 @@ TEST_F(AliasTest, AliasItemsHandOutAliasesOfTheirOwn) {
   handles_->DisposeRegularHandle(read);
 }
 
-TEST_F(AliasTest, APathItemIsReadAsAnAlias) {
+TEST_F(AliasSuiteItems, ReadAPathAsAnAlias) {
   PIActionDescriptor descriptor =
       descriptorOf(R"([{"key": "KeyA", "type": "Pth ", "value": "/tmp/x"}])");
   Handle read = nullptr;
@@ -56,14 +58,14 @@ TEST_F(AliasTest, APathItemIsReadAsAnAlias) {
   handles_->DisposeRegularHandle(read);
 }
 
-TEST_F(AliasTest, ABlockThatIsNoAliasHasNoPath) {
+TEST_F(AliasSuiteItems, RefuseABlockThatIsNotAnAlias) {
   const Handle handle = handles_->New(2);
   EXPECT_EQ(pathOfAlias(reinterpret_cast<AliasHandle>(handle), "test"), std::nullopt);
   EXPECT_EQ(descriptors_->PutAlias(descriptorOf("[]"), kKey, handle), paramErr);
   handles_->Dispose(handle);
 }
 
-TEST_F(AliasTest, BookmarkItemsHoldThePathOfABookmark) {
+TEST_F(AliasSuiteItems, HoldThePathOfABookmark) {
   PIActionDescriptor descriptor = descriptorOf("[]");
   const CFDataRef put = makeBookmark("/tmp/x");
   EXPECT_EQ(descriptors_->PutBookmark(descriptor, kKey, put), 0);
@@ -77,14 +79,14 @@ TEST_F(AliasTest, BookmarkItemsHoldThePathOfABookmark) {
   EXPECT_EQ(descriptors_->GetAlias(descriptor, kKey, &alias), kWrongDataType);
 }
 
-TEST_F(AliasTest, AnAliasItemIsNoBookmark) {
+TEST_F(AliasSuiteItems, RefuseToReadAnAliasAsABookmark) {
   PIActionDescriptor descriptor =
       descriptorOf(R"([{"key": "KeyA", "type": "alis", "value": "/tmp/x"}])");
   CFDataRef read = nullptr;
   EXPECT_EQ(descriptors_->GetBookmark(descriptor, kKey, &read), kWrongDataType);
 }
 
-TEST_F(AliasTest, DataThatAreNoBookmarkCannotBePut) {
+TEST_F(AliasSuiteItems, RefuseDataThatAreNotABookmark) {
   PIActionDescriptor descriptor = descriptorOf("[]");
   const UInt8 bytes[] = {1, 2, 3};
   const CFDataRef data = CFDataCreate(kCFAllocatorDefault, bytes, sizeof bytes);
@@ -94,4 +96,4 @@ TEST_F(AliasTest, DataThatAreNoBookmarkCannotBePut) {
 }
 
 }  // namespace
-}  // namespace
+}  // namespace simulator

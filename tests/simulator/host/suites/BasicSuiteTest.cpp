@@ -5,11 +5,11 @@
 namespace simulator {
 namespace {
 
-using BasicSuiteTest = HostTest;
+using BasicSuite = HostTest;
 
 SPBasicSuite& basic() { return *theHost().basicSuite(); }
 
-TEST_F(BasicSuiteTest, AcquiringIsLoggedWithItsResult) {
+TEST_F(BasicSuite, LogsAcquiringWithItsResult) {
   const void* table = nullptr;
   EXPECT_EQ(basic().AcquireSuite(kPSPropertySuite, 1, &table), 0);
   EXPECT_EQ(table, properties_);
@@ -21,7 +21,7 @@ TEST_F(BasicSuiteTest, AcquiringIsLoggedWithItsResult) {
   EXPECT_EQ(lines_[1]["do"], "release");
 }
 
-TEST_F(BasicSuiteTest, UnknownNameOrVersionIsNotFoundAndWritesNothing) {
+TEST_F(BasicSuite, ReportsAnUnknownNameOrVersionAndWritesNothing) {
   const void* table = this;
   EXPECT_EQ(basic().AcquireSuite("No Such Suite", 1, &table), kSPSuiteNotFoundError);
   EXPECT_EQ(basic().AcquireSuite(kPSPropertySuite, 2, &table), kSPSuiteNotFoundError);
@@ -30,7 +30,7 @@ TEST_F(BasicSuiteTest, UnknownNameOrVersionIsNotFoundAndWritesNothing) {
   EXPECT_TRUE(lines_[2]["name"].is_null());
 }
 
-TEST_F(BasicSuiteTest, ReleasingASuiteThatIsNotHeldIsAMisuse) {
+TEST_F(BasicSuite, ReportsTheReleaseOfASuiteThatIsNotHeld) {
   EXPECT_EQ(basic().ReleaseSuite(kPSAliasSuite, 1), 0);
   EXPECT_EQ(basic().ReleaseSuite(kPSAliasSuite, 1), kSPSuiteNotFoundError);
   EXPECT_THAT(misuses(),
@@ -38,7 +38,7 @@ TEST_F(BasicSuiteTest, ReleasingASuiteThatIsNotHeldIsAMisuse) {
                                    "version 1 is not held"));
 }
 
-TEST_F(BasicSuiteTest, UsingASuiteThatIsNotHeldIsAMisuse) {
+TEST_F(BasicSuite, ReportsTheUseOfASuiteThatIsNotHeld) {
   basic().ReleaseSuite(kPSActionListSuite, kPSActionListSuiteVersion);
   PIActionList list = nullptr;
   lists_->Make(&list);
@@ -48,7 +48,7 @@ TEST_F(BasicSuiteTest, UsingASuiteThatIsNotHeldIsAMisuse) {
   EXPECT_EQ(lists_->Free(list), 0);
 }
 
-TEST_F(BasicSuiteTest, CountsHowOftenSuitesAreHeld) {
+TEST_F(BasicSuite, CountsHowOftenSuitesAreHeld) {
   const int before = theHost().suitesHeld();
   const void* table = nullptr;
   basic().AcquireSuite(kPSAliasSuite, 1, &table);
@@ -56,14 +56,14 @@ TEST_F(BasicSuiteTest, CountsHowOftenSuitesAreHeld) {
   EXPECT_EQ(theHost().suitesHeld(), before + 2);
 }
 
-TEST_F(BasicSuiteTest, ComparesWholeStringsByTheirCharacters) {
+TEST_F(BasicSuite, ComparesWholeStringsByTheirCharacters) {
   EXPECT_TRUE(basic().IsEqual("Do It", std::string("Do It").c_str()));
   EXPECT_FALSE(basic().IsEqual("Do It", "Do it"));
   EXPECT_FALSE(basic().IsEqual("Do It", "Do It "));
   EXPECT_FALSE(basic().IsEqual("Do It", nullptr));
 }
 
-TEST_F(BasicSuiteTest, MemoryBlocksKeepTheirBytesWhenTheyGrow) {
+TEST_F(BasicSuite, KeepsTheBytesOfAMemoryBlockThatGrows) {
   void* block = nullptr;
   ASSERT_EQ(basic().AllocateBlock(2, &block), 0);
   static_cast<char*>(block)[1] = 'x';
@@ -73,14 +73,14 @@ TEST_F(BasicSuiteTest, MemoryBlocksKeepTheirBytesWhenTheyGrow) {
   EXPECT_EQ(basic().FreeBlock(block), 0);
 }
 
-TEST_F(BasicSuiteTest, MemoryBlocksThatAreNotAliveAreAMisuse) {
+TEST_F(BasicSuite, ReportsAMemoryBlockThatIsNotAlive) {
   std::array<char, 4> own{};
   EXPECT_EQ(basic().FreeBlock(own.data()), paramErr);
   EXPECT_THAT(misuses(),
               testing::ElementsAre("Basic.FreeBlock: the memory block given is not alive"));
 }
 
-TEST_F(BasicSuiteTest, AnEmptyEntrySaysSo) {
+TEST_F(BasicSuite, ReportsAnEmptyEntryAsUnimplemented) {
   EXPECT_EQ(basic().Undefined(), kSPUnimplementedError);
 }
 

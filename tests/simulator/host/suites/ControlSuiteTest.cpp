@@ -6,7 +6,7 @@
 namespace simulator {
 namespace {
 
-class ControlSuiteTest : public HostTest {
+class ControlSuite : public HostTest {
  protected:
   /// The answer to a get as JSON, or the error as a number.
   Json get(std::string_view reference) {
@@ -42,19 +42,19 @@ class ControlSuiteTest : public HostTest {
 constexpr std::string_view kApp =
     R"({"form":"Enmr","class":"capp","enumType":"Ordn","value":"Trgt"})";
 
-TEST_F(ControlSuiteTest, AnswersTheVersion) {
+TEST_F(ControlSuite, AnswersTheVersion) {
   EXPECT_EQ(property("HstV", kApp).dump(),
             R"([{"key":"VrsM","type":"long","value":12},{"key":"VrsN","type":"long","value":1}])");
   theHost().setVersion({{0, 7}});
   EXPECT_EQ(property("HstV", kApp)[0]["value"], 0);
 }
 
-TEST_F(ControlSuiteTest, AHostWithoutVersionLacksTheParameter) {
+TEST_F(ControlSuite, ReportsAMissingParameterIfTheHostHasNoVersion) {
   theHost().setVersion(std::nullopt);
   EXPECT_EQ(property("HstV", kApp), -1715);
 }
 
-TEST_F(ControlSuiteTest, TheToolComesWithItsBrush) {
+TEST_F(ControlSuite, AnswersTheToolWithItsBrush) {
   theHost().setTool("eraserTool");
   theHost().setBrush(12.9);
   const Json answer =
@@ -66,7 +66,7 @@ TEST_F(ControlSuiteTest, TheToolComesWithItsBrush) {
             R"({"key":"Dmtr","type":"UntF","unit":"#Pxl","value":12.9})");
 }
 
-TEST_F(ControlSuiteTest, AToolWithoutBrushHasOptionsWithoutOne) {
+TEST_F(ControlSuite, LeavesTheBrushOutOfTheOptionsOfAToolWithoutOne) {
   theHost().setBrush(std::nullopt);
   const Json answer =
       get(R"([{"form":"prop","class":"Prpr","key":"Tool"},)" + std::string(kApp) + "]");
@@ -74,13 +74,13 @@ TEST_F(ControlSuiteTest, AToolWithoutBrushHasOptionsWithoutOne) {
   EXPECT_THAT(answer[1]["value"].dump(), testing::Not(testing::HasSubstr("Brsh")));
 }
 
-TEST_F(ControlSuiteTest, AnAnswerMayNameNoTool) {
+TEST_F(ControlSuite, AnswersAGetOfTheToolEvenIfThereIsNone) {
   theHost().setTool("");
   EXPECT_EQ(get(R"([{"form":"prop","class":"Prpr","key":"Tool"},)" + std::string(kApp) + "]"),
             Json::array());
 }
 
-TEST_F(ControlSuiteTest, AGivenAnswerStandsInForTheModels) {
+TEST_F(ControlSuite, ReturnsAGivenAnswerInPlaceOfTheModels) {
   const Json given = Json::parse(R"([{"key": "VrsM", "type": "long", "value": 3}])");
   theHost().setAnswer(kKeyHostVersion, descriptorFromJson(given, theHost().typeIds()));
   EXPECT_EQ(get(R"([{"form":"prop","class":"Prpr","key":"HstV"},)" + std::string(kApp) + "]"),
@@ -89,7 +89,7 @@ TEST_F(ControlSuiteTest, AGivenAnswerStandsInForTheModels) {
   EXPECT_EQ(property("HstV", kApp)[0]["value"], 12);
 }
 
-TEST_F(ControlSuiteTest, FindsObjectsByEveryForm) {
+TEST_F(ControlSuite, FindsObjectsByEveryForm) {
   EXPECT_EQ(property("Ttl ", R"({"form":"indx","class":"Dcmn","value":1})"), "Untitled-1");
   EXPECT_EQ(property("Ttl ", R"({"form":"Clss","class":"Dcmn"})"), "Untitled-1");
   EXPECT_EQ(property("Nm  ", R"({"form":"Idnt","class":"Lyr ","value":2})"), "Layer 1");
@@ -101,7 +101,7 @@ TEST_F(ControlSuiteTest, FindsObjectsByEveryForm) {
             "Open");
 }
 
-TEST_F(ControlSuiteTest, FindsAnObjectInsideAnother) {
+TEST_F(ControlSuite, FindsAnObjectInsideAnother) {
   theHost().model().documents.push_back({.id = 2, .name = "Second", .layers = {{7, "Seventh"}}});
   EXPECT_EQ(property("Nm  ", R"({"form":"indx","class":"Lyr ","value":1},)"
                              R"({"form":"indx","class":"Dcmn","value":2})"),
@@ -111,7 +111,7 @@ TEST_F(ControlSuiteTest, FindsAnObjectInsideAnother) {
             "Default Actions");
 }
 
-TEST_F(ControlSuiteTest, APropertyOfAnotherClassIsOneOfAnObjectInside) {
+TEST_F(ControlSuite, ReadsAPropertyOfAnotherClassFromAnObjectInside) {
   const std::string document =
       R"({"form":"Enmr","class":"Dcmn","enumType":"Ordn","value":"Trgt"}])";
   EXPECT_EQ(get(R"([{"form":"prop","class":"BckL","key":"Bckg"},)" + document).dump(),
@@ -120,7 +120,7 @@ TEST_F(ControlSuiteTest, APropertyOfAnotherClassIsOneOfAnObjectInside) {
   EXPECT_EQ(get(R"([{"form":"prop","class":"BckL","key":"Bckg"},)" + document), kNoSuchObject);
 }
 
-TEST_F(ControlSuiteTest, NamesWhatIsNotThere) {
+TEST_F(ControlSuite, ReportsWhatDoesNotExist) {
   EXPECT_EQ(property("Nm  ", R"({"form":"indx","class":"Lyr ","value":0})"), kNoSuchObject);
   EXPECT_EQ(property("Nm  ", R"({"form":"indx","class":"Lyr ","value":3})"), kNoSuchObject);
   EXPECT_EQ(property("Nm  ", R"({"form":"rele","class":"Lyr ","value":-1})"), kNoSuchObject);
@@ -131,7 +131,7 @@ TEST_F(ControlSuiteTest, NamesWhatIsNotThere) {
   EXPECT_EQ(property("Ttl ", R"({"form":"Clss","class":"Dcmn"})"), kNoSuchObject);
 }
 
-TEST_F(ControlSuiteTest, EveryTypeOfItemOccursInTheModel) {
+TEST_F(ControlSuite, AnswersWithItemsOfEveryType) {
   std::string all;
   for (const char* kind : {"capp", "Dcmn", "Lyr ", "HstS", "ASet", "Actn", "Brsh"}) {
     all += get(R"([{"form":"Clss","class":")" + std::string(kind) + R"("}])").dump();
@@ -142,14 +142,14 @@ TEST_F(ControlSuiteTest, EveryTypeOfItemOccursInTheModel) {
   }
 }
 
-TEST_F(ControlSuiteTest, AGetIsLoggedWithItsReferenceAndResult) {
+TEST_F(ControlSuite, LogsAGetWithItsReferenceAndResult) {
   property("HstV", kApp);
   EXPECT_EQ(lines_.back().dump(),
             R"({"t":0,"what":"get","reference":[{"form":"prop","class":"Prpr","key":"HstV"},)"
             R"({"form":"Enmr","class":"capp","enumType":"Ordn","value":"Trgt"}],"result":0})");
 }
 
-TEST_F(ControlSuiteTest, AFailingGetLeavesItsResultAlone) {
+TEST_F(ControlSuite, LeavesTheResultAloneWhenAGetFails) {
   theFaults().add({.procedure = "ActionControl.Get", .error = -1715});
   PIActionDescriptor answer = nullptr;
   EXPECT_EQ(control_->Get(&answer, referenceOf("[" + std::string(kApp) + "]")), -1715);
@@ -165,7 +165,7 @@ std::string setBrush(std::string_view key, double value) {
          "}]}]";
 }
 
-TEST_F(ControlSuiteTest, SettingTheBrushChangesTheModel) {
+TEST_F(ControlSuite, ChangesTheModelWhenTheBrushIsSet) {
   EXPECT_EQ(play(kEventSet, setBrush("masterDiameter", 42.5)), 0);
   EXPECT_EQ(theHost().brush(), 42.5);
   EXPECT_EQ(play(kEventSet, setBrush("hardness", 10.0)), 0);
@@ -175,17 +175,17 @@ TEST_F(ControlSuiteTest, SettingTheBrushChangesTheModel) {
   EXPECT_EQ(played_, "[]");
 }
 
-TEST_F(ControlSuiteTest, ABrushOutOfRangeChangesNothing) {
+TEST_F(ControlSuite, ChangesNothingForABrushOutOfRange) {
   EXPECT_EQ(play(kEventSet, setBrush("masterDiameter", 0.5)), paramErr);
   EXPECT_EQ(theHost().brush(), 13.0);
 }
 
-TEST_F(ControlSuiteTest, WithoutABrushTheCommandIsNotAvailable) {
+TEST_F(ControlSuite, RefusesToSetTheBrushOfAToolWithoutOne) {
   theHost().setBrush(std::nullopt);
   EXPECT_EQ(play(kEventSet, setBrush("masterDiameter", 20.0)), kCommandNotAvailable);
 }
 
-TEST_F(ControlSuiteTest, SelectingAToolByItsTypeChangesTheModel) {
+TEST_F(ControlSuite, ChangesTheModelWhenAToolIsSelectedByItsType) {
   EXPECT_EQ(play(kEventSelect, R"([{"key":"null","type":"obj ",)"
                                R"("value":[{"form":"Clss","class":"$pencilTool"}]}])"),
             0);
@@ -200,7 +200,7 @@ std::string action(std::string_view name) {
          std::string(name) + R"("},{"form":"name","class":"ASet","value":"Default Actions"}]}])";
 }
 
-TEST_F(ControlSuiteTest, PlayingAnActionLeavesItsTraceAndItsMessage) {
+TEST_F(ControlSuite, RecordsAPlayedActionAndReturnsItsMessage) {
   EXPECT_EQ(play(kEventPlay, action("Vignette")), 0);
   EXPECT_EQ(theHost().model().documents[0].history.back(), "Vignette");
   EXPECT_EQ(played_, "[]");
@@ -210,7 +210,7 @@ TEST_F(ControlSuiteTest, PlayingAnActionLeavesItsTraceAndItsMessage) {
   EXPECT_EQ(play(kEventPlay, action("No Such Action")), kNoSuchObject);
 }
 
-TEST_F(ControlSuiteTest, AnEventWithWrongParametersTellsWhy) {
+TEST_F(ControlSuite, ReportsWhatIsWrongWithTheParametersOfAnEvent) {
   EXPECT_EQ(play(kEventSet, "[]"), errMissingParameter);
   EXPECT_EQ(play(kEventSet, R"([{"key":"null","type":"long","value":1}])"), kWrongDataType);
   EXPECT_EQ(play(fourCharCode("????"), "[]"), kCommandNotAvailable);
@@ -219,7 +219,7 @@ TEST_F(ControlSuiteTest, AnEventWithWrongParametersTellsWhy) {
   EXPECT_TRUE(lines_.back()["descriptor"].is_null());
 }
 
-TEST_F(ControlSuiteTest, APlayIsLoggedWithItsParameters) {
+TEST_F(ControlSuite, LogsAPlayWithItsParameters) {
   play(kEventSelect,
        R"([{"key":"null","type":"obj ","value":[{"form":"Clss","class":"$pencilTool"}]}])");
   EXPECT_EQ(lines_.back().dump(),
@@ -227,7 +227,7 @@ TEST_F(ControlSuiteTest, APlayIsLoggedWithItsParameters) {
             R"("value":[{"form":"Clss","class":"$pencilTool"}]}],"dialog":2,"result":0})");
 }
 
-TEST_F(ControlSuiteTest, StringIDsAreNumberedFromOneInOrderOfAppearance) {
+TEST_F(ControlSuite, NumbersStringIDsFromOneInOrderOfAppearance) {
   DescriptorTypeID first = 0;
   DescriptorTypeID second = 0;
   EXPECT_EQ(control_->StringIDToTypeID("masterDiameter", &first), 0);
@@ -243,7 +243,7 @@ TEST_F(ControlSuiteTest, StringIDsAreNumberedFromOneInOrderOfAppearance) {
   EXPECT_STREQ(text.data(), "master");
 }
 
-TEST_F(ControlSuiteTest, AnIDWithoutStringIsAnError) {
+TEST_F(ControlSuite, ReportsAnErrorForAnIDWithoutAString) {
   std::array<char, 8> text = {'x'};
   EXPECT_EQ(control_->TypeIDToStringID(kKeyTool, text.data(), 8), errMissingParameter);
   EXPECT_EQ(control_->TypeIDToStringID(0, text.data(), 8), errMissingParameter);
@@ -253,7 +253,7 @@ TEST_F(ControlSuiteTest, AnIDWithoutStringIsAnError) {
   EXPECT_EQ(control_->StringIDToTypeID(nullptr, &id), paramErr);
 }
 
-TEST_F(ControlSuiteTest, ASilentLogCostsNothing) {
+TEST_F(ControlSuite, WritesNothingToASilentLog) {
   theLog().setSink({});
   EXPECT_EQ(play(kEventPlay, action("Vignette")), 0);
   EXPECT_TRUE(lines_.empty());

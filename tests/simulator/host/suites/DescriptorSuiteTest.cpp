@@ -9,10 +9,10 @@ namespace {
 constexpr DescriptorKeyID kKey = fourCharCode("KeyA");
 constexpr DescriptorKeyID kOther = fourCharCode("KeyB");
 
-class DescriptorSuiteTest : public HostTest {
+class DescriptorSuite : public HostTest {
  protected:
-  DescriptorSuiteTest() { EXPECT_EQ(descriptors_->Make(&descriptor_), 0); }
-  ~DescriptorSuiteTest() override { descriptors_->Free(descriptor_); }
+  DescriptorSuite() { EXPECT_EQ(descriptors_->Make(&descriptor_), 0); }
+  ~DescriptorSuite() override { descriptors_->Free(descriptor_); }
 
   DescriptorTypeID type() {
     DescriptorTypeID type = 0;
@@ -23,7 +23,7 @@ class DescriptorSuiteTest : public HostTest {
   PIActionDescriptor descriptor_ = nullptr;
 };
 
-TEST_F(DescriptorSuiteTest, KeepsNumbersOfAllWidths) {
+TEST_F(DescriptorSuite, KeepsNumbersOfAllWidths) {
   descriptors_->PutInteger(descriptor_, kKey, -2147483647 - 1);
   int32 integer = 0;
   EXPECT_EQ(descriptors_->GetInteger(descriptor_, kKey, &integer), 0);
@@ -43,7 +43,7 @@ TEST_F(DescriptorSuiteTest, KeepsNumbersOfAllWidths) {
   EXPECT_EQ(type(), kTypeFloat);
 }
 
-TEST_F(DescriptorSuiteTest, KeepsUnitsEnumerationsClassesAndBooleans) {
+TEST_F(DescriptorSuite, KeepsUnitsEnumerationsClassesAndBooleans) {
   descriptors_->PutUnitFloat(descriptor_, kKey, kUnitPixels, 12.5);
   DescriptorUnitID unit = 0;
   real64 value = 0;
@@ -70,7 +70,7 @@ TEST_F(DescriptorSuiteTest, KeepsUnitsEnumerationsClassesAndBooleans) {
   EXPECT_EQ(boolean, 1);
 }
 
-TEST_F(DescriptorSuiteTest, TextIsCutToTheLimitWithItsTerminator) {
+TEST_F(DescriptorSuite, CutsTextToTheLimitWithItsTerminator) {
   descriptors_->PutString(descriptor_, kKey, "abcdef");
   uint32 length = 0;
   EXPECT_EQ(descriptors_->GetStringLength(descriptor_, kKey, &length), 0);
@@ -82,7 +82,7 @@ TEST_F(DescriptorSuiteTest, TextIsCutToTheLimitWithItsTerminator) {
   EXPECT_EQ(descriptors_->GetString(descriptor_, kKey, buffer.data(), 0), paramErr);
 }
 
-TEST_F(DescriptorSuiteTest, WhatIsPutIsCopied) {
+TEST_F(DescriptorSuite, CopiesWhatIsPut) {
   PIActionDescriptor inner = descriptorOf(R"([{"key": "KeyA", "type": "long", "value": 1}])");
   descriptors_->PutObject(descriptor_, kKey, kClassLayer, inner);
   descriptors_->PutInteger(inner, kKey, 2);
@@ -90,7 +90,7 @@ TEST_F(DescriptorSuiteTest, WhatIsPutIsCopied) {
                                  R"("value":[{"key":"KeyA","type":"long","value":1}]}])");
 }
 
-TEST_F(DescriptorSuiteTest, WhatIsReadIsACopyThatTheCallerFrees) {
+TEST_F(DescriptorSuite, HandsOutCopiesThatTheCallerFrees) {
   descriptors_->PutObject(descriptor_, kKey, kClassLayer,
                           descriptorOf(R"([{"key": "KeyA", "type": "long", "value": 1}])"));
   DescriptorClassID classID = 0;
@@ -102,7 +102,7 @@ TEST_F(DescriptorSuiteTest, WhatIsReadIsACopyThatTheCallerFrees) {
   EXPECT_EQ(descriptors_->Free(inner), 0);
 }
 
-TEST_F(DescriptorSuiteTest, ADescriptorCanBePutIntoItself) {
+TEST_F(DescriptorSuite, PutsADescriptorIntoItself) {
   descriptors_->PutInteger(descriptor_, kOther, 1);
   EXPECT_EQ(descriptors_->PutGlobalObject(descriptor_, kKey, kClassLayer, descriptor_), 0);
   EXPECT_EQ(type(), kTypeGlobalObject);
@@ -111,7 +111,7 @@ TEST_F(DescriptorSuiteTest, ADescriptorCanBePutIntoItself) {
   EXPECT_EQ(count, 2u);
 }
 
-TEST_F(DescriptorSuiteTest, ListsAndReferencesLieInside) {
+TEST_F(DescriptorSuite, HoldsListsAndReferences) {
   EXPECT_EQ(
       descriptors_->PutList(descriptor_, kKey, listOf(R"([{"type": "bool", "value": true}])")), 0);
   EXPECT_EQ(descriptors_->PutReference(descriptor_, kOther,
@@ -127,7 +127,7 @@ TEST_F(DescriptorSuiteTest, ListsAndReferencesLieInside) {
   references_->Free(reference);
 }
 
-TEST_F(DescriptorSuiteTest, DataKeepTheirZeroBytes) {
+TEST_F(DescriptorSuite, KeepsZeroBytesInData) {
   EXPECT_EQ(descriptors_->PutData(descriptor_, kKey, 3, "a\0b"), 0);
   int32 length = 0;
   EXPECT_EQ(descriptors_->GetDataLength(descriptor_, kKey, &length), 0);
@@ -138,7 +138,7 @@ TEST_F(DescriptorSuiteTest, DataKeepTheirZeroBytes) {
   EXPECT_EQ(descriptors_->PutData(descriptor_, kKey, -1, "a"), paramErr);
 }
 
-TEST_F(DescriptorSuiteTest, SeveralIntegersAreAList) {
+TEST_F(DescriptorSuite, PutsSeveralIntegersAsAList) {
   const std::array<int32, 3> values = {1, -2, 3};
   EXPECT_EQ(descriptors_->PutIntegers(descriptor_, kKey, 3, values.data()), 0);
   EXPECT_EQ(type(), kTypeValueList);
@@ -148,7 +148,7 @@ TEST_F(DescriptorSuiteTest, SeveralIntegersAreAList) {
   EXPECT_EQ(descriptors_->GetIntegers(descriptor_, kKey, 4, read.data()), errMissingParameter);
 }
 
-TEST_F(DescriptorSuiteTest, AMissingKeyIsAMissingParameterAndWritesNothing) {
+TEST_F(DescriptorSuite, ReportsAMissingParameterForAMissingKeyAndWritesNothing) {
   int32 value = 5;
   EXPECT_EQ(descriptors_->GetInteger(descriptor_, kKey, &value), errMissingParameter);
   EXPECT_EQ(value, 5);
@@ -161,7 +161,7 @@ TEST_F(DescriptorSuiteTest, AMissingKeyIsAMissingParameterAndWritesNothing) {
   EXPECT_EQ(descriptors_->GetKey(descriptor_, 0, &unused), errMissingParameter);
 }
 
-TEST_F(DescriptorSuiteTest, EveryGetterChecksTheType) {
+TEST_F(DescriptorSuite, ChecksTheTypeInEveryGetter) {
   descriptors_->PutInteger(descriptor_, kKey, 1);
   descriptors_->PutFloat(descriptor_, kOther, 1.0);
   uint32 id = 0;
@@ -200,7 +200,7 @@ TEST_F(DescriptorSuiteTest, EveryGetterChecksTheType) {
   EXPECT_THAT(errors, testing::Each(kWrongDataType));
 }
 
-TEST_F(DescriptorSuiteTest, ANullDestinationIsAParameterError) {
+TEST_F(DescriptorSuite, ReportsAParameterErrorForANullDestination) {
   descriptors_->PutInteger(descriptor_, kKey, 1);
   EXPECT_EQ(descriptors_->GetInteger(descriptor_, kKey, nullptr), paramErr);
   EXPECT_EQ(descriptors_->Make(nullptr), paramErr);
@@ -211,7 +211,7 @@ TEST_F(DescriptorSuiteTest, ANullDestinationIsAParameterError) {
   EXPECT_EQ(descriptors_->PutString(descriptor_, kKey, nullptr), paramErr);
 }
 
-TEST_F(DescriptorSuiteTest, KeysKeepTheOrderInWhichTheyWereFirstPut) {
+TEST_F(DescriptorSuite, KeepsKeysInTheOrderInWhichTheyWereFirstPut) {
   descriptors_->PutInteger(descriptor_, kOther, 1);
   descriptors_->PutInteger(descriptor_, kKey, 2);
   descriptors_->PutFloat(descriptor_, kOther, 3.0);
@@ -223,7 +223,7 @@ TEST_F(DescriptorSuiteTest, KeysKeepTheOrderInWhichTheyWereFirstPut) {
   EXPECT_EQ(key, kKey);
 }
 
-TEST_F(DescriptorSuiteTest, HasKeysWantsAllOfThem) {
+TEST_F(DescriptorSuite, RequiresEveryKeyInHasKeys) {
   descriptors_->PutInteger(descriptor_, kKey, 1);
   const std::array<DescriptorKeyID, 3> both = {kKey, kOther, 0};
   const std::array<DescriptorKeyID, 2> one = {kKey, 0};
@@ -234,7 +234,7 @@ TEST_F(DescriptorSuiteTest, HasKeysWantsAllOfThem) {
   EXPECT_EQ(has, 0);
 }
 
-TEST_F(DescriptorSuiteTest, EqualDescriptorsHaveEqualItems) {
+TEST_F(DescriptorSuite, ComparesDescriptorsByTheirItems) {
   PIActionDescriptor same = descriptorOf(R"([{"key": "KeyA", "type": "long", "value": 1}])");
   descriptors_->PutInteger(descriptor_, kKey, 1);
   Boolean equal = 0;
@@ -245,7 +245,7 @@ TEST_F(DescriptorSuiteTest, EqualDescriptorsHaveEqualItems) {
   EXPECT_EQ(equal, 0);
 }
 
-TEST_F(DescriptorSuiteTest, AHandleHoldsAWholeDescriptor) {
+TEST_F(DescriptorSuite, PutsAWholeDescriptorIntoAHandle) {
   descriptors_->PutString(descriptor_, kKey, "text");
   Handle handle = nullptr;
   ASSERT_EQ(descriptors_->AsHandle(descriptor_, &handle), 0);

@@ -3,9 +3,9 @@
 namespace simulator {
 namespace {
 
-using HandleSuiteTest = HostTest;
+using HandleSuite = HostTest;
 
-TEST_F(HandleSuiteTest, ABlockIsReachedThroughItsMasterPointer) {
+TEST_F(HandleSuite, MakesBlocksReachedThroughTheirMasterPointer) {
   const Handle handle = handles_->New(4);
   ASSERT_NE(handle, nullptr);
   EXPECT_EQ(handles_->GetSize(handle), 4);
@@ -16,7 +16,7 @@ TEST_F(HandleSuiteTest, ABlockIsReachedThroughItsMasterPointer) {
   handles_->Dispose(handle);
 }
 
-TEST_F(HandleSuiteTest, ALockedBlockDoesNotMove) {
+TEST_F(HandleSuite, DoesNotMoveALockedBlock) {
   const Handle handle = handles_->New(4);
   Ptr address = nullptr;
   Boolean before = 1;
@@ -30,14 +30,14 @@ TEST_F(HandleSuiteTest, ALockedBlockDoesNotMove) {
   handles_->DisposeRegularHandle(handle);
 }
 
-TEST_F(HandleSuiteTest, SizesAreNotNegative) {
+TEST_F(HandleSuite, RefusesNegativeSizes) {
   EXPECT_EQ(handles_->New(-1), nullptr);
   const Handle handle = handles_->New(0);
   EXPECT_EQ(handles_->SetSize(handle, -1), paramErr);
   handles_->Dispose(handle);
 }
 
-TEST_F(HandleSuiteTest, ABlockDisposedOfTwiceIsAMisuse) {
+TEST_F(HandleSuite, ReportsABlockDisposedOfTwice) {
   const Handle handle = handles_->New(4);
   handles_->Dispose(handle);
   EXPECT_EQ(*handle, nullptr);
@@ -48,7 +48,7 @@ TEST_F(HandleSuiteTest, ABlockDisposedOfTwiceIsAMisuse) {
                                    "HandleSuite2.GetSize: handle 1 was disposed of before"));
 }
 
-TEST_F(HandleSuiteTest, AForeignHandleIsAMisuse) {
+TEST_F(HandleSuite, ReportsAForeignHandle) {
   Ptr own = nullptr;
   handles_->DisposeRegularHandle(&own);
   handles_->Dispose(nullptr);
@@ -58,14 +58,14 @@ TEST_F(HandleSuiteTest, AForeignHandleIsAMisuse) {
                            "HandleSuite2.Dispose: the handle given is not the host's"));
 }
 
-TEST_F(HandleSuiteTest, ABlockThatIsNotDisposedOfIsALeak) {
+TEST_F(HandleSuite, ReportsABlockThatIsNotDisposedOf) {
   handles_->New(4);
   EXPECT_EQ(theHost().objectsOwned(), 1u);
   theHost().reportLeaks();
   EXPECT_THAT(misuses(), testing::ElementsAre("leaked: handle 1, made by HandleSuite2.New"));
 }
 
-TEST_F(HandleSuiteTest, OrderedToFailThereIsNoBlock) {
+TEST_F(HandleSuite, MakesNoBlockWhenToldToFail) {
   theFaults().add({.procedure = "HandleSuite2.New", .error = -108});
   EXPECT_EQ(handles_->New(4), nullptr);
 }

@@ -5,15 +5,15 @@
 namespace simulator {
 namespace {
 
-class ListSuiteTest : public HostTest {
+class ListSuite : public HostTest {
  protected:
-  ListSuiteTest() { EXPECT_EQ(lists_->Make(&list_), 0); }
-  ~ListSuiteTest() override { lists_->Free(list_); }
+  ListSuite() { EXPECT_EQ(lists_->Make(&list_), 0); }
+  ~ListSuite() override { lists_->Free(list_); }
 
   PIActionList list_ = nullptr;
 };
 
-TEST_F(ListSuiteTest, ItemsOfAllTypesAreAppendedInOrder) {
+TEST_F(ListSuite, AppendsItemsOfAllTypesInOrder) {
   lists_->PutInteger(list_, 1);
   lists_->PutInteger64(list_, 2);
   lists_->PutFloat(list_, 3.5);
@@ -39,7 +39,7 @@ TEST_F(ListSuiteTest, ItemsOfAllTypesAreAppendedInOrder) {
       R"({"type":"tdta","value":"eA=="}])");
 }
 
-TEST_F(ListSuiteTest, ItemsAreReadByIndexFromZero) {
+TEST_F(ListSuite, ReadsItemsByIndexFromZero) {
   lists_->PutInteger(list_, 7);
   lists_->PutString(list_, "eight");
   int32 integer = 0;
@@ -56,20 +56,20 @@ TEST_F(ListSuiteTest, ItemsAreReadByIndexFromZero) {
   EXPECT_EQ(count, 2u);
 }
 
-TEST_F(ListSuiteTest, AnIndexBeyondTheEndIsAMissingParameter) {
+TEST_F(ListSuite, ReportsAMissingParameterForAnIndexBeyondTheEnd) {
   int32 value = 5;
   EXPECT_EQ(lists_->GetInteger(list_, 0, &value), errMissingParameter);
   EXPECT_EQ(value, 5);
 }
 
-TEST_F(ListSuiteTest, AWrongTypeIsAnError) {
+TEST_F(ListSuite, ReportsAnErrorForAWrongType) {
   lists_->PutInteger(list_, 7);
   real64 value = 5.0;
   EXPECT_EQ(lists_->GetFloat(list_, 0, &value), kWrongDataType);
   EXPECT_EQ(value, 5.0);
 }
 
-TEST_F(ListSuiteTest, SeveralIntegersAreSeveralItems) {
+TEST_F(ListSuite, PutsSeveralIntegersAsSeveralItems) {
   const std::array<int32, 2> values = {1, 2};
   EXPECT_EQ(lists_->PutIntegers(list_, 2, values.data()), 0);
   std::array<int32, 2> read{};
@@ -77,7 +77,7 @@ TEST_F(ListSuiteTest, SeveralIntegersAreSeveralItems) {
   EXPECT_EQ(read, values);
 }
 
-TEST_F(ListSuiteTest, AListPutIntoAListIsCopied) {
+TEST_F(ListSuite, CopiesAListPutIntoAnother) {
   PIActionList inner = listOf("[]");
   lists_->PutList(list_, inner);
   lists_->PutInteger(inner, 1);

@@ -3,9 +3,9 @@
 namespace simulator {
 namespace {
 
-using PropertySuiteTest = HostTest;
+using PropertySuite = HostTest;
 
-TEST_F(PropertySuiteTest, TellsWhetherTheHostIsModal) {
+TEST_F(PropertySuite, ReportsWhetherTheHostIsModal) {
   std::intptr_t value = 1;
   EXPECT_EQ(properties_->getPropertyProc(kPhotoshopSignature, propAppIsModal, 0, &value, nullptr),
             0);
@@ -17,7 +17,7 @@ TEST_F(PropertySuiteTest, TellsWhetherTheHostIsModal) {
             R"({"t":0,"what":"property","signature":"8BIM","key":"aism","index":0,"result":0})");
 }
 
-TEST_F(PropertySuiteTest, AnUnknownPropertyWritesNothing) {
+TEST_F(PropertySuite, WritesNothingForAnUnknownProperty) {
   std::intptr_t value = 1;
   EXPECT_EQ(
       properties_->getPropertyProc(kPhotoshopSignature, fourCharCode("none"), 0, &value, nullptr),
@@ -27,12 +27,12 @@ TEST_F(PropertySuiteTest, AnUnknownPropertyWritesNothing) {
   EXPECT_EQ(value, 1);
 }
 
-TEST_F(PropertySuiteTest, NoPropertyCanBeSet) {
+TEST_F(PropertySuite, RefusesToSetAProperty) {
   EXPECT_EQ(properties_->setPropertyProc(kPhotoshopSignature, propAppIsModal, 0, 1, nullptr),
             errPlugInPropertyUndefined);
 }
 
-TEST_F(PropertySuiteTest, FailsOnOrderAndWritesNothing) {
+TEST_F(PropertySuite, WritesNothingWhenToldToFail) {
   theFaults().add({.procedure = "Property.GetSimple", .error = -1});
   std::intptr_t value = 1;
   EXPECT_EQ(properties_->getPropertyProc(kPhotoshopSignature, propAppIsModal, 0, &value, nullptr),
@@ -41,7 +41,7 @@ TEST_F(PropertySuiteTest, FailsOnOrderAndWritesNothing) {
   EXPECT_EQ(lines_.back()["result"], -1);
 }
 
-TEST_F(PropertySuiteTest, ItsRecordIsOfTheVersionThatIsAskedFor) {
+TEST_F(PropertySuite, HasARecordOfTheVersionAskedFor) {
   EXPECT_EQ(properties_->propertyProcsVersion, 1);
   EXPECT_EQ(properties_->numPropertyProcs, 2);
 }

@@ -6,15 +6,15 @@
 namespace simulator {
 namespace {
 
-class ReferenceSuiteTest : public HostTest {
+class ReferenceSuite : public HostTest {
  protected:
-  ReferenceSuiteTest() { EXPECT_EQ(references_->Make(&reference_), 0); }
-  ~ReferenceSuiteTest() override { references_->Free(reference_); }
+  ReferenceSuite() { EXPECT_EQ(references_->Make(&reference_), 0); }
+  ~ReferenceSuite() override { references_->Free(reference_); }
 
   PIActionReference reference_ = nullptr;
 };
 
-TEST_F(ReferenceSuiteTest, KeepsItsFormsInPutOrder) {
+TEST_F(ReferenceSuite, KeepsItsFormsInPutOrder) {
   references_->PutProperty(reference_, kClassProperty, kKeyTool);
   references_->PutEnumerated(reference_, kClassApplication, kTypeOrdinal, kEnumTarget);
   references_->PutName(reference_, kClassAction, "Vignette");
@@ -31,7 +31,7 @@ TEST_F(ReferenceSuiteTest, KeepsItsFormsInPutOrder) {
             R"({"form":"rele","class":"Lyr ","value":-1},{"form":"Clss","class":"Brsh"}])");
 }
 
-TEST_F(ReferenceSuiteTest, TheGettersReadTheFormThatWasPutFirst) {
+TEST_F(ReferenceSuite, ReadsTheFormThatWasPutFirst) {
   references_->PutName(reference_, kClassAction, "Vignette");
   references_->PutIndex(reference_, kClassActionSet, 1);
   DescriptorFormID form = 0;
@@ -48,7 +48,7 @@ TEST_F(ReferenceSuiteTest, TheGettersReadTheFormThatWasPutFirst) {
   EXPECT_STREQ(name.data(), "Vign");
 }
 
-TEST_F(ReferenceSuiteTest, TheContainerIsTheRestOfTheChain) {
+TEST_F(ReferenceSuite, HandsOutTheRestOfTheChainAsTheContainer) {
   references_->PutIndex(reference_, kClassAction, 2);
   references_->PutIndex(reference_, kClassActionSet, 1);
   PIActionReference container = nullptr;
@@ -60,7 +60,7 @@ TEST_F(ReferenceSuiteTest, TheContainerIsTheRestOfTheChain) {
   EXPECT_EQ(references_->Free(container), 0);
 }
 
-TEST_F(ReferenceSuiteTest, EveryGetterChecksTheForm) {
+TEST_F(ReferenceSuite, ChecksTheFormInEveryGetter) {
   references_->PutClass(reference_, kClassBrush);
   uint32 value = 0;
   int32 offset = 0;
@@ -77,13 +77,13 @@ TEST_F(ReferenceSuiteTest, EveryGetterChecksTheForm) {
   EXPECT_THAT(errors, testing::Each(kWrongDataType));
 }
 
-TEST_F(ReferenceSuiteTest, AnEmptyReferenceHasNoForm) {
+TEST_F(ReferenceSuite, ReportsAMissingParameterForAnEmptyReference) {
   DescriptorFormID form = 7;
   EXPECT_EQ(references_->GetForm(reference_, &form), errMissingParameter);
   EXPECT_EQ(form, 7u);
 }
 
-TEST_F(ReferenceSuiteTest, ReadsBackIndexesIdentifiersOffsetsAndProperties) {
+TEST_F(ReferenceSuite, ReadsBackIndexesIdentifiersOffsetsAndProperties) {
   uint32 value = 0;
   int32 offset = 0;
   EXPECT_EQ(
@@ -104,7 +104,7 @@ TEST_F(ReferenceSuiteTest, ReadsBackIndexesIdentifiersOffsetsAndProperties) {
   EXPECT_EQ(value, kKeyTool);
 }
 
-TEST_F(ReferenceSuiteTest, NamesGoThroughStringsToo) {
+TEST_F(ReferenceSuite, TakesAndHandsOutNamesAsStrings) {
   ASZString name = nullptr;
   strings_->MakeFromCString("Höhe", 5, &name);
   EXPECT_EQ(references_->PutNameZString(reference_, kClassLayer, name), 0);
@@ -115,7 +115,7 @@ TEST_F(ReferenceSuiteTest, NamesGoThroughStringsToo) {
   strings_->Release(read);
 }
 
-TEST_F(ReferenceSuiteTest, ANameMustBeGiven) {
+TEST_F(ReferenceSuite, RefusesANullName) {
   EXPECT_EQ(references_->PutName(reference_, kClassLayer, nullptr), paramErr);
   EXPECT_EQ(textOf(reference_), "[]");
 }

@@ -5,7 +5,7 @@
 namespace simulator {
 namespace {
 
-class StringSuiteTest : public HostTest {
+class StringSuite : public HostTest {
  protected:
   ASZString make(std::string_view text) {
     ASZString string = nullptr;
@@ -13,7 +13,7 @@ class StringSuiteTest : public HostTest {
     return string;
   }
 
-  /// The text; gives the string back.
+  /// The text; releases the string.
   std::string take(ASZString string) {
     std::string text(strings_->LengthAsCString(string) + 1, '#');
     EXPECT_EQ(strings_->AsCString(string, text.data(), static_cast<ASUInt32>(text.size()), 1), 0);
@@ -23,7 +23,7 @@ class StringSuiteTest : public HostTest {
   }
 };
 
-TEST_F(StringSuiteTest, LengthsDoNotCountTheTerminator) {
+TEST_F(StringSuite, LeavesTheTerminatorOutOfLengths) {
   const ASZString string = make("h\u00F6\U0001F600");
   EXPECT_EQ(strings_->LengthAsUnicodeCString(string), 4u);
   EXPECT_EQ(strings_->LengthAsCString(string), 7u);
@@ -31,7 +31,7 @@ TEST_F(StringSuiteTest, LengthsDoNotCountTheTerminator) {
   strings_->Release(string);
 }
 
-TEST_F(StringSuiteTest, TextGoesInAndOutAsUtf16) {
+TEST_F(StringSuite, TakesAndReturnsUtf16) {
   std::array<ASUnicode, 3> units = {'a', 0x20AC, 'b'};
   ASZString string = nullptr;
   EXPECT_EQ(strings_->MakeFromUnicode(units.data(), 6, &string), 0);
@@ -41,7 +41,7 @@ TEST_F(StringSuiteTest, TextGoesInAndOutAsUtf16) {
   EXPECT_EQ(take(string), "a\u20ACb");
 }
 
-TEST_F(StringSuiteTest, ADestinationTooSmallIsCutOrRefused) {
+TEST_F(StringSuite, CutsOrRefusesTextTooLongForItsDestination) {
   const ASZString string = make("abc");
   std::array<char, 3> buffer{};
   EXPECT_EQ(strings_->AsCString(string, buffer.data(), 3, 1), paramErr);
@@ -51,7 +51,7 @@ TEST_F(StringSuiteTest, ADestinationTooSmallIsCutOrRefused) {
   strings_->Release(string);
 }
 
-TEST_F(StringSuiteTest, PascalStringsCountTheirCharacters) {
+TEST_F(StringSuite, ReadsAndWritesPascalStrings) {
   const std::array<unsigned char, 4> pascal = {3, 'a', 'b', 'c'};
   ASZString string = nullptr;
   EXPECT_EQ(strings_->MakeFromPascalString(pascal.data(), 4, &string), 0);
@@ -62,7 +62,7 @@ TEST_F(StringSuiteTest, PascalStringsCountTheirCharacters) {
   EXPECT_EQ(take(string), "abc");
 }
 
-TEST_F(StringSuiteTest, NumbersAreWritten) {
+TEST_F(StringSuite, WritesNumbers) {
   ASZString string = nullptr;
   strings_->MakeRomanizationOfInteger(-12, &string);
   EXPECT_EQ(take(string), "-12");
@@ -76,7 +76,7 @@ TEST_F(StringSuiteTest, NumbersAreWritten) {
   EXPECT_EQ(take(string), "0.25");
 }
 
-TEST_F(StringSuiteTest, ReferencesAreCounted) {
+TEST_F(StringSuite, CountsReferences) {
   const ASZString string = make("abc");
   EXPECT_EQ(strings_->AddRef(string), 0);
   EXPECT_EQ(strings_->Release(string), 0);
@@ -85,14 +85,14 @@ TEST_F(StringSuiteTest, ReferencesAreCounted) {
   EXPECT_THAT(misuses(), testing::ElementsAre("ASZStringSuite.Release: string 1 was freed before"));
 }
 
-TEST_F(StringSuiteTest, TheEmptyStringNeedNotBeGivenBack) {
+TEST_F(StringSuite, DoesNotRequireTheEmptyStringToBeReleased) {
   const ASZString empty = strings_->GetEmpty();
   EXPECT_TRUE(strings_->IsEmpty(empty));
   EXPECT_EQ(strings_->GetEmpty(), empty);
   EXPECT_EQ(strings_->Release(empty), 0);
 }
 
-TEST_F(StringSuiteTest, ACopyIsAStringOfItsOwn) {
+TEST_F(StringSuite, MakesIndependentCopies) {
   const ASZString string = make(" abc... ");
   ASZString copy = nullptr;
   EXPECT_EQ(strings_->Copy(string, &copy), 0);
@@ -102,7 +102,7 @@ TEST_F(StringSuiteTest, ACopyIsAStringOfItsOwn) {
   EXPECT_EQ(take(string), " abc... ");
 }
 
-TEST_F(StringSuiteTest, PlaceholdersAreReplaced) {
+TEST_F(StringSuite, ReplacesPlaceholders) {
   const ASZString string = make("&Save ^0 as ^1, ^0");
   const ASZString value = make("it");
   EXPECT_TRUE(strings_->WillReplace(string, 0));
@@ -113,7 +113,7 @@ TEST_F(StringSuiteTest, PlaceholdersAreReplaced) {
   EXPECT_EQ(take(string), "Save it as ^1, it");
 }
 
-TEST_F(StringSuiteTest, WhiteSpaceAloneIsKnown) {
+TEST_F(StringSuite, RecognisesWhiteSpace) {
   const ASZString blank = make(" \t\n");
   const ASZString text = make(" a ");
   EXPECT_TRUE(strings_->IsAllWhiteSpace(blank));
@@ -123,7 +123,7 @@ TEST_F(StringSuiteTest, WhiteSpaceAloneIsKnown) {
   strings_->Release(blank);
 }
 
-TEST_F(StringSuiteTest, DescriptorsTakeAndHandOutStrings) {
+TEST_F(StringSuite, SharesStringsWithDescriptors) {
   const ASZString string = make("\u00E9t\u00E9");
   PIActionDescriptor descriptor = descriptorOf("[]");
   EXPECT_EQ(descriptors_->PutZString(descriptor, kKeyName, string), 0);

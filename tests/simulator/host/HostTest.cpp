@@ -6,9 +6,10 @@
 namespace simulator {
 namespace {
 
-using MisuseTest = HostTest;
+using HostHandles = HostTest;
+using HostMisuseReport = HostTest;
 
-TEST_F(MisuseTest, AnObjectThatIsNotFreedIsALeak) {
+TEST_F(HostMisuseReport, NamesAnObjectThatIsNotFreed) {
   PIActionDescriptor descriptor = nullptr;
   PIActionList list = nullptr;
   PIActionReference reference = nullptr;
@@ -31,14 +32,14 @@ TEST_F(MisuseTest, AnObjectThatIsNotFreedIsALeak) {
   EXPECT_THAT(misuses(), testing::IsEmpty());
 }
 
-TEST_F(MisuseTest, ALeakNamesTheProcedureThatHandedTheObjectOut) {
+TEST_F(HostMisuseReport, NamesTheProcedureThatHandedOutALeakedObject) {
   PIActionDescriptor answer = nullptr;
   control_->Get(&answer, referenceOf(R"([{"form": "Clss", "class": "capp"}])"));
   theHost().reportLeaks();
   EXPECT_THAT(misuses(), testing::ElementsAre("leaked: descriptor 1, made by ActionControl.Get"));
 }
 
-TEST_F(MisuseTest, AnObjectFreedTwiceIsNamed) {
+TEST_F(HostMisuseReport, NamesAnObjectFreedTwice) {
   PIActionList list = nullptr;
   lists_->Make(&list);
   EXPECT_EQ(lists_->Free(list), 0);
@@ -46,7 +47,7 @@ TEST_F(MisuseTest, AnObjectFreedTwiceIsNamed) {
   EXPECT_THAT(misuses(), testing::ElementsAre("ActionList.Free: list 1 was freed before"));
 }
 
-TEST_F(MisuseTest, AnObjectUsedAfterItWasFreedIsNamed) {
+TEST_F(HostMisuseReport, NamesAnObjectUsedAfterItWasFreed) {
   PIActionDescriptor descriptor = nullptr;
   descriptors_->Make(&descriptor);
   descriptors_->Free(descriptor);
@@ -57,14 +58,14 @@ TEST_F(MisuseTest, AnObjectUsedAfterItWasFreedIsNamed) {
               testing::ElementsAre("ActionDescriptor.GetInteger: descriptor 1 was freed before"));
 }
 
-TEST_F(MisuseTest, AnObjectOfAnotherKindIsNamed) {
+TEST_F(HostMisuseReport, NamesAnObjectOfAnotherKind) {
   PIActionReference reference = referenceOf("[]");
   EXPECT_EQ(descriptors_->Free(reinterpret_cast<PIActionDescriptor>(reference)), paramErr);
   EXPECT_THAT(misuses(),
               testing::ElementsAre("ActionDescriptor.Free: reference given for a descriptor"));
 }
 
-TEST_F(MisuseTest, AHandleThatTheHostNeverGaveOutIsNamed) {
+TEST_F(HostMisuseReport, NamesAHandleThatTheHostNeverHandedOut) {
   EXPECT_EQ(lists_->Free(reinterpret_cast<PIActionList>(0x1234)), paramErr);
   EXPECT_EQ(lists_->Free(nullptr), paramErr);
   EXPECT_EQ(lists_->Free(reinterpret_cast<PIActionList>(0x600000009992)), paramErr);
@@ -75,12 +76,12 @@ TEST_F(MisuseTest, AHandleThatTheHostNeverGaveOutIsNamed) {
                                               "ActionList.Free: object given for a list"));
 }
 
-TEST_F(MisuseTest, NullIsAnErrorAndNoMisuseWhereSomethingIsAsked) {
+TEST_F(HostMisuseReport, LeavesOutNullPassedToAQuery) {
   Boolean has = 0;
   EXPECT_EQ(descriptors_->HasKey(nullptr, kKeyTool, &has), paramErr);
 }
 
-TEST_F(MisuseTest, NoHandleIsEverGivenOutTwice) {
+TEST_F(HostHandles, AreNeverHandedOutTwice) {
   std::set<PIActionDescriptor> seen;
   for (int i = 0; i < 1000; ++i) {
     PIActionDescriptor descriptor = nullptr;
@@ -90,7 +91,7 @@ TEST_F(MisuseTest, NoHandleIsEverGivenOutTwice) {
   }
 }
 
-TEST_F(MisuseTest, ACallOnAnotherThreadIsNamed) {
+TEST_F(HostMisuseReport, NamesACallOnAnotherThread) {
   PIActionDescriptor descriptor = nullptr;
   std::thread([&] { descriptors_->Make(&descriptor); }).join();
   EXPECT_EQ(descriptors_->Free(descriptor), 0);
@@ -98,7 +99,7 @@ TEST_F(MisuseTest, ACallOnAnotherThreadIsNamed) {
                              "ActionDescriptor.Make: called on another thread than the main one"));
 }
 
-TEST_F(MisuseTest, ObjectsFromOutsideAreNoLeak) {
+TEST_F(HostMisuseReport, LeavesOutObjectsFromOutside) {
   descriptorOf("[]");
   listOf("[]");
   referenceOf("[]");
@@ -107,7 +108,7 @@ TEST_F(MisuseTest, ObjectsFromOutsideAreNoLeak) {
   EXPECT_THAT(misuses(), testing::IsEmpty());
 }
 
-TEST_F(MisuseTest, MemoryBlocksAreLeakedInTheirOrder) {
+TEST_F(HostMisuseReport, ListsLeakedMemoryBlocksInTheirOrder) {
   void* block = nullptr;
   for (int i = 0; i < 2; ++i) theHost().basicSuite()->AllocateBlock(1, &block);
   theHost().basicSuite()->FreeBlock(block);
