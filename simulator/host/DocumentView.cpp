@@ -21,8 +21,8 @@ constexpr double kLargestZoom = 32.0;
 constexpr double kSmallestBrush = 1.0;
 constexpr double kLargestBrush = 2500.0;
 
-/// The virtual keys on which a layout has the brush shortcuts; variants have them where the US
-/// layout has.
+/// The virtual keys of a layout's brush shortcuts. Layouts that are not listed use those of the US
+/// layout.
 struct BracketKeys {
   const char* layout;
   std::uint32_t smaller, larger;
@@ -38,7 +38,7 @@ const BracketKeys& bracketKeys() {
   return known != kBracketKeys.end() ? *known : kUSBracketKeys;
 }
 
-/// The size of the steps in which the shortcuts go through the diameters up to `limit`.
+/// The step of the brush shortcuts at diameters up to `limit`.
 struct BrushStep {
   double limit, step;
 };
@@ -46,7 +46,7 @@ constexpr std::array kBrushSteps = {BrushStep{10, 1}, BrushStep{100, 10}, BrushS
                                     BrushStep{300, 50}, BrushStep{kLargestBrush, 100}};
 
 double stepAt(double diameter, bool larger) {
-  // On a limit, the way up takes the step above it and the way down the one below.
+  // At a limit, growing uses the next range's step and shrinking the step of the range below.
   const auto* step = std::find_if(kBrushSteps.begin(), kBrushSteps.end(), [&](const BrushStep& s) {
     return larger ? diameter < s.limit : diameter <= s.limit;
   });
@@ -70,7 +70,7 @@ std::uint32_t keyCodeOf(EventRef event) {
 
 double steppedDiameter(double diameter, bool larger) {
   const double step = stepAt(diameter, larger);
-  // Sizes between the steps go to the next one.
+  // A diameter that is not a multiple of the step goes to the next multiple.
   const double next =
       larger ? (std::floor(diameter / step) + 1) * step : (std::ceil(diameter / step) - 1) * step;
   return std::clamp(next, kSmallestBrush, kLargestBrush);

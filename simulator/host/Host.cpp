@@ -34,7 +34,7 @@ void reportMemoryBlocks(HostState& state) {
 
 SPBasicSuite* Host::basicSuite() { return &simulator::basicSuite.record; }
 
-// The address of something that is the host's: a plug-in only hands it back.
+// Any unique address will do: plug-ins treat the reference as opaque and only pass it back.
 SPPluginRef Host::plugIn() { return reinterpret_cast<SPPluginRef>(&hostState()); }
 
 Model& Host::model() { return hostState().model; }

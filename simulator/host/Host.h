@@ -1,14 +1,14 @@
-// The simulated host, as the one who plays it sees it.
+// The simulated host, as tests and the scenario player control it.
 //
 //     simulator::Host& host = simulator::theHost();
 //     host.setTool("eraserTool");
 //     SPMessageData message = {0, host.plugIn(), nullptr, host.basicSuite()};
 //     AutoPluginMain(kSPInterfaceCaller, kSPInterfaceStartupSelector, &message);
 //
-// The thread that first asks for the host is its main thread. Every call of a suite on another
-// thread, every object leaked, freed twice, used after it was freed or taken for one of another
-// kind, and every suite released too often or used while it is not held is a line "misuse" in the
-// log. Handles are never handed out twice.
+// The thread that first asks for the host is its main thread. The log gets a line "misuse" for each
+// suite call on another thread, for each object that is leaked, freed twice, used after it was
+// freed or passed as an object of another kind, and for each suite that is released too often or
+// used while it is not held. Handles are never handed out twice.
 #pragma once
 
 #include <cstddef>
@@ -26,60 +26,60 @@
 
 namespace simulator {
 
-/// All members: [main-thread].
+/// Every member: [main-thread].
 class Host {
  public:
-  /// What a message to the plug-in carries.
+  /// The basic suite and the plug-in reference that each message to the plug-in carries.
   SPBasicSuite* basicSuite();
   SPPluginRef plugIn();
 
-  /// The model behind all answers, free to be changed.
+  /// The model that the host answers from. Callers may change it between calls of the plug-in.
   Model& model();
   TypeIds& typeIds();
 
-  /// Major and minor; none: the version query is answered with error -1715.
+  /// Major and minor; with nullopt a version query gets error -1715.
   void setVersion(std::optional<std::pair<int, int>> version);
 
-  /// The string ID of the current tool; the brush stays. Empty: a get of the tool succeeds with an
-  /// answer that names none.
+  /// Sets the current tool by its string ID and keeps the brush. If it is empty, a get of the tool
+  /// succeeds but its answer names no tool.
   void setTool(std::string stringId);
   const std::string& tool() const;
 
-  /// The brush's diameter in pixels; none: the current tool has no brush options.
+  /// The brush's diameter in pixels; with nullopt the current tool has no brush options.
   void setBrush(std::optional<double> diameter);
   std::optional<double> brush() const;
 
-  /// What the property suite says to 'aism'; non-zero: the host is modal.
+  /// The value of the property 'aism'; non-zero means that the host is modal.
   void setModal(std::intptr_t value);
 
-  /// Lets every get of this property be answered with `answer` in place of the model's own, until
-  /// null takes its place.
+  /// Answers every get of this property with `answer` instead of from the model; null restores the
+  /// model's answer.
   void setAnswer(DescriptorKeyID property, ContainerPtr answer);
 
-  /// Objects that are handed to the plug-in from outside, as a parameter. They are no leak.
+  /// Make objects that are passed to the plug-in as parameters. They do not count as leaks.
   PIActionDescriptor makeDescriptor(ContainerPtr content);
   PIActionList makeList(ContainerPtr content);
   PIActionReference makeReference(Reference content);
 
-  /// What a handle holds, null (no forms) where it is not alive.
+  /// The content of a handle; null, or a reference without forms, if the handle is not alive.
   ContainerPtr contentOf(PIActionDescriptor descriptor) const;
   ContainerPtr contentOf(PIActionList list) const;
   Reference contentOf(PIActionReference reference) const;
 
-  /// How many objects the plug-in has yet to free; how many suites it has yet to release, each
-  /// counted as often as it was acquired.
+  /// The number of objects that the plug-in has yet to free, and the number of acquisitions of
+  /// suites that it has yet to release.
   std::size_t objectsOwned() const;
   int suitesHeld() const;
 
-  /// One misuse for every object that the plug-in has not freed. Then all objects are forgotten, so
-  /// that a second call reports nothing.
+  /// Logs a misuse for every object that the plug-in has not freed, then forgets all objects: a
+  /// second call reports nothing.
   void reportLeaks();
 };
 
-/// The one host of the process; it outlives every static object.
+/// The process-wide host; it outlives every static object.
 Host& theHost();
 
-/// The names of all procedures of the host's suites, such as "ActionControl.Get".
+/// The names of all procedures of the host's suites, such as "ActionControl.Get". [any-thread]
 std::vector<std::string_view> hostProcedures();
 
 }  // namespace simulator

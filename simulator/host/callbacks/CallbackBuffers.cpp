@@ -1,4 +1,4 @@
-// Buffers: blocks of memory that are not relocated while they are locked.
+// Buffers: memory blocks with a lock count. All buffers share a limited space.
 #include <fmt/format.h>
 
 #include "simulator/host/callbacks/CallbackState.h"

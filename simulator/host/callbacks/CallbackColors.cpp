@@ -1,4 +1,4 @@
-// Colour services: spaces converted by way of RGB, and a picker whose user is played.
+// Colour services: conversions by way of RGB, and a picker with a simulated user.
 #include <algorithm>
 #include <cmath>
 
@@ -35,7 +35,7 @@ double hueDegrees(const Rgb& c) {
   return std::fmod(sixth * 60.0, kCircle);
 }
 
-// HSB and HSL to RGB: the usual formulas, one channel at a time.
+// HSB and HSL to RGB: the standard formulas, one channel at a time.
 Rgb rgbFromHsb(const Channels& c) {
   const double saturation = c[1] / kFull, brightness = c[2] / kFull;
   const auto channel = [&](double n) {
@@ -145,7 +145,7 @@ OSErr colorServices(ColorServicesInfo* info) {
       case plugIncolorServicesConvertColor:
         return convert(*info);
       case plugIncolorServicesSamplePoint:
-        throw CallError{errInvalidSamplePoint};  // no screen to take a sample of
+        throw CallError{errInvalidSamplePoint};  // there is no screen to sample
       default:
         throw CallError{paramErr};
     }

@@ -1,5 +1,5 @@
-// Scripting parameters: readers and writers of the descriptor that a handle holds, in the form in
-// which the descriptor suite keeps one in a handle.
+// Scripting parameters: readers and writers of a descriptor in a handle. The handle holds the same
+// bytes as one from the descriptor suite's AsHandle.
 #include <algorithm>
 
 #include "simulator/host/callbacks/CallbackState.h"
@@ -12,14 +12,14 @@ namespace simulator {
 
 namespace {
 
-// --- the handle's form
+// --- handles
 
 ContainerPtr parsed(Handle handle, const char* procedure) {
   try {
     const Json json = Json::parse(theMemoryHandles().bytes(handle, procedure));
     if (auto content = descriptorFromJson(json, hostState().ids)) return content;
   } catch (const std::exception&) {
-    // Whatever is wrong with it, the handle holds no descriptor.
+    // Every kind of malformed content gets the same error.
   }
   throw CallError{paramErr};
 }
@@ -60,7 +60,7 @@ Boolean getKey(PIReadDescriptor reader, DescriptorKeyID* key, DescriptorTypeID* 
   });
 }
 
-// The value that getKey came to last, which must be a T.
+// The value of the item that getKey returned last; it must be a T.
 template <class T>
 const T& current(const ReaderBody& body) {
   if (body.next == 0) throw CallError{errMissingParameter};
@@ -69,7 +69,7 @@ const T& current(const ReaderBody& body) {
   return *value;
 }
 
-// Hands the value to `read`; closing tells of the first read that failed.
+// Passes the value to `read`. Remembers the first error, which closing the reader returns.
 template <class T, class Read>
 OSErr get(const char* procedure, PIReadDescriptor reader, Read&& read) {
   return callbackCall(procedure, [&] {
@@ -135,7 +135,7 @@ void setText(std::string_view text, Str255& to) {
   std::copy_n(text.begin(), length, to + 1);
 }
 
-// A simple reference is the first form of a chain.
+// A simple reference has room for one form: the first of the chain.
 OSErr getSimpleReference(PIReadDescriptor reader, PIDescriptorSimpleReference* value) {
   return get<Reference>("ReadDescriptor.getSimpleReferenceProc", reader,
                         [&](const Reference& item) {
@@ -236,7 +236,7 @@ OSErr closeWriter(PIWriteDescriptor writer, PIDescriptorHandle* descriptor) {
   });
 }
 
-// Puts the value that `make` makes.
+// Puts the value that `make` returns.
 template <class Make>
 OSErr put(const char* procedure, PIWriteDescriptor writer, DescriptorKeyID key,
           DescriptorTypeID type, Make&& make) {

@@ -1,4 +1,4 @@
-// Handles, and the document's resources, which are kept in them.
+// Handles, and the document's resources, which are stored in handles.
 #include "simulator/host/callbacks/CallbackState.h"
 #include "simulator/macos/MemoryHandles.h"
 
@@ -63,7 +63,7 @@ constexpr HandleProcs kHandleRecord = {
 
 using Resources = std::vector<ResourceBody>;
 
-// The resource of this type and index, from 1; the end where there is none.
+// The resource of this type and index, counted from 1; end() if it does not exist.
 Resources::iterator find(ResType type, int16 index) {
   Resources& resources = callbackState().resources;
   return std::find_if(resources.begin(), resources.end(), [&](const ResourceBody& resource) {

@@ -17,7 +17,7 @@ VRect intersection(const VRect& a, const VRect& b) {
 
 bool isEmpty(const VRect& rect) { return rect.bottom <= rect.top || rect.right <= rect.left; }
 
-// Where a coordinate of the destination lies in the source: the nearest pixel before it.
+// Maps a destination coordinate to the source, rounded down to a pixel.
 int32 scaled(int32 at, int32 from, int32 fromEnd, int32 to, int32 toEnd) {
   return static_cast<int32>(to + int64{at - from} * (toEnd - to) / (fromEnd - from));
 }

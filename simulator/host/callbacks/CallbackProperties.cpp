@@ -1,4 +1,4 @@
-// Properties of the host and its documents, as whoever plays the host has set them.
+// Properties of the host and its documents, as set through Callbacks or by plug-ins.
 #include "simulator/host/callbacks/CallbackState.h"
 #include "simulator/macos/MemoryHandles.h"
 

@@ -1,16 +1,16 @@
-// The callback records that the host hands to plug-ins, with procedures that work, and what the one
-// who plays the host sees of them.
+// The callback records that the host passes to plug-ins, with working procedures, and the controls
+// that tests use to set them up and inspect them.
 //
 //     const HandleProcs newer = simulator::handleProcs(2, 8);      // a host newer than expected
 //     const BufferProcs cut = simulator::bufferProcs(2, 5);        // only the first five
-//     procedures simulator::theCallbacks().setBufferSpace(1000);
+//     simulator::theCallbacks().setBufferSpace(1000);
 //
-// Handles are those of the handle suite (Host::reportLeaks names the ones that were not disposed
-// of). Buffers, readers and writers that are leaked, given back twice or used afterwards, and
-// buffers whose locks do not match, are misuses in the log. Every procedure with a result can be
-// ordered to fail, under its record's type without "Procs" and its member: "Buffer.allocateProc",
-// "ReadDescriptor.getIntegerProc"; those without a record are "AdvanceState", "DisplayPixels" and
-// "ColorServices".
+// Handles are shared with the handle suite: Host::reportLeaks lists those not disposed of. Buffers,
+// readers and writers that are leaked, freed twice or used after they were freed, and buffers with
+// unmatched locks, are misuses in the log. Every procedure with a result can be made to fail. Its
+// name is the record's type without "Procs", then the member: "Buffer.allocateProc",
+// "ReadDescriptor.getIntegerProc". The procedures without a record are "AdvanceState",
+// "DisplayPixels" and "ColorServices".
 #pragma once
 
 #include <array>
@@ -24,8 +24,8 @@
 
 namespace simulator {
 
-/// Records of any version, and with as many procedures as `count` says: those from there on are
-/// null. [any-thread]
+/// Records with this version and count, and with only their first `count` procedures: the others
+/// are null. Neither argument is checked. [any-thread]
 BufferProcs bufferProcs(int16 version = kCurrentBufferProcsVersion,
                         int16 count = kCurrentBufferProcsCount);
 ResourceProcs resourceProcs(int16 version = kCurrentResourceProcsVersion,
@@ -41,13 +41,15 @@ ReadDescriptorProcs readDescriptorProcs(int16 version = kCurrentReadDescriptorPr
 WriteDescriptorProcs writeDescriptorProcs(int16 version = kCurrentWriteDescriptorProcsVersion,
                                           int16 count = kCurrentWriteDescriptorProcsCount);
 
-/// The procedures that come without a record. Colour services know every space but Lab and XYZ, on
-/// scales of 0 to 255 (hues: 0 to 359; cyan, magenta, yellow and black: 255 is full ink).
+/// The procedures that do not belong to a record. Colour services convert between all spaces except
+/// Lab and XYZ. Components range from 0 to 255 (hues from 0 to 359); for cyan, magenta, yellow and
+/// black 255 is full ink.
 AdvanceStateProc advanceStateProc();
 DisplayPixelsProc displayPixelsProc();
 ColorServicesProc colorServicesProc();
 
-/// The descriptor record with its two sub-records. It stays where it is: the record points into it.
+/// The descriptor record with its two sub-records. Not copyable, since `parameters` points to the
+/// others.
 struct DescriptorRecord {
   DescriptorRecord();
   DescriptorRecord(const DescriptorRecord&) = delete;
@@ -58,51 +60,51 @@ struct DescriptorRecord {
   PIDescriptorParameters parameters = {};
 };
 
-/// One call of the procedure that displays pixels.
+/// The arguments of one call of the procedure that displays pixels.
 struct DisplayedPixels {
   VRect source;
   int32 row;
   int32 column;
 };
 
-/// All members: [main-thread].
+/// Every member: [main-thread].
 class Callbacks {
  public:
-  /// How many bytes all buffers together may have.
+  /// Sets how many more bytes buffers may take.
   void setBufferSpace(int64 bytes);
 
   void addResource(ResType type, const std::string& bytes);
-  /// What the document's resource holds, none where there is no such one. Indices count from 1.
+  /// The bytes of the document's resource; nullopt if it does not exist. Indices count from 1.
   std::optional<std::string> resource(ResType type, int16 index) const;
 
   void setProperty(PIType signature, PIType key, int32 index, std::intptr_t simple);
   void setProperty(PIType signature, PIType key, int32 index, const std::string& complex);
 
-  /// A port that can be read and written, over pixels of one byte, `width` to a row.
+  /// Makes a readable and writable port over rows of `width` one-byte pixels. Missing pixels are 0.
   PIChannelPort makePort(int32 width, int32 height, std::vector<std::uint8_t> pixels);
   const std::vector<std::uint8_t>& pixels(PIChannelPort port) const;
 
-  /// A handle with a descriptor in it, given to the plug-in as its parameters.
+  /// Makes a handle that holds a descriptor, as the parameters that the plug-in receives.
   PIDescriptorHandle makeDescriptorHandle(const Container& content);
-  /// The descriptor in a handle that a writer left, null where it holds none.
+  /// The descriptor in a handle that a writer produced; null if the handle does not hold one.
   ContainerPtr contentOf(PIDescriptorHandle handle) const;
 
-  /// What the user picks next, in RGB; none: the user cancels.
+  /// Sets the color that the user picks, in RGB; with nullopt the user cancels.
   void setPickedColor(std::optional<std::array<int16, 3>> rgb);
   /// The prompt that the picker showed last, as plain text.
   const std::string& pickerPrompt() const;
 
   const std::vector<DisplayedPixels>& displayed() const;
-  /// How often the plug-in has asked for the next part of the image.
+  /// The number of calls that asked for the next part of the image.
   int advances() const;
 
-  /// How many buffers, readers and writers the plug-in has yet to give back.
+  /// The number of buffers, readers and writers that the plug-in has yet to free.
   std::size_t objectsOwned() const;
-  /// One misuse for each of them. Then they are forgotten.
+  /// Logs a misuse for each of them, then forgets them.
   void reportLeaks();
 };
 
-/// The callbacks of the one host of the process; they outlive every static object.
+/// The callbacks of the process-wide host; they outlive every static object.
 Callbacks& theCallbacks();
 
 }  // namespace simulator

@@ -1,4 +1,4 @@
-// Everything behind the host's callback records; shared by their procedures.
+// The state that the procedures of the host's callback records share.
 #pragma once
 
 #include <cstddef>
@@ -32,7 +32,7 @@ struct PortBody {
 
 struct ReaderBody {
   NestedContainer content;
-  std::size_t next = 0;  ///< the item that getKeyProc comes to next
+  std::size_t next = 0;  ///< index of the item that getKeyProc returns next
   OSErr firstError = noErr;
 };
 
@@ -66,7 +66,7 @@ struct ObjectKind<PIWriteDescriptor> {
 
 struct ResourceBody {
   ResType type;
-  Handle handle;  ///< the host's own
+  Handle handle;  ///< owned by the host
 };
 
 struct PropertyBody {
@@ -90,9 +90,11 @@ struct CallbackState {
   int advances = 0;
 };
 
+/// The process-wide state; it outlives every static object.
 CallbackState& callbackState();
 
-/// `record` with the version and count given, and without the procedures from there on.
+/// `record` with `version` and `count` in its head and with only its first `count` procedures; the
+/// others are null. REQUIRES: a record is two int16 padded to a pointer's size, then pointers.
 template <class Record>
 Record cutRecord(Record record, int16 version, int16 count) {
   constexpr std::size_t kProcedures = sizeof record / sizeof(void*) - 1;
@@ -104,7 +106,7 @@ Record cutRecord(Record record, int16 version, int16 count) {
   return record;
 }
 
-// The procedures of the records enter the host as those of its suites do, and need no suite held.
+// The procedures of the records enter the host like those of its suites, but no suite must be held.
 
 template <class Body>
 OSErr callbackCall(const char* procedure, Body&& body) {
@@ -121,7 +123,7 @@ Result callbackAnswer(const char* procedure, Result otherwise, Body&& body) {
   return hostAnswer<Result>(SuiteId::basic, procedure, otherwise, std::forward<Body>(body));
 }
 
-/// For procedures without a result: no order to fail reaches them.
+/// For procedures without a result, which cannot be made to fail.
 template <class Body>
 void callbackDo(const char* procedure, Body&& body) {
   const HostEntry entry(SuiteId::basic, procedure);

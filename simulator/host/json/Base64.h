@@ -1,4 +1,4 @@
-// Bytes as base64.
+// Base64 encoding and decoding, with padding (RFC 4648).
 #pragma once
 
 #include <optional>
@@ -9,7 +9,7 @@ namespace simulator {
 
 std::string base64(std::string_view bytes);
 
-/// The bytes; none where `text` is not base64 with its padding.
+/// The bytes; nullopt if `text` is not base64 with its padding.
 std::optional<std::string> fromBase64(std::string_view text);
 
 }  // namespace simulator

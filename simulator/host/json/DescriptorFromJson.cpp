@@ -18,7 +18,7 @@ DescriptorJsonError::DescriptorJsonError(std::string place, std::string reason)
 
 namespace {
 
-/// A container that is being read. The frames of all containers round it make up its place.
+/// A container that is being read. The frames of all enclosing containers give its place.
 struct Frame {
   const Json* json;
   Container* container;
@@ -59,7 +59,7 @@ ContainerPtr ContainerReader::read(const Json& json, bool keyed) {
   return root;
 }
 
-// The fault of an entry is told with the place of the entry, which the open frames know.
+// Prefixes an entry's fault with the place of the entry, which the open frames give.
 void ContainerReader::readEntry(std::size_t frame) {
   const Frame current = frames_[frame];
   const std::size_t index = frames_[frame].next++;

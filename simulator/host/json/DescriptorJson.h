@@ -3,9 +3,9 @@
 //     [{"key": "Tool", "type": "enum", "enumType": "$paintbrushTool", "value": "Trgt"},
 //      {"key": "Dmtr", "type": "UntF", "unit": "#Pxl", "value": 13.0}]
 //
-// An ID is a text of four ASCII characters (a four-character code), a text that begins with "$"
-// (the string ID after it, which the host gives a number), or an integer (the ID itself). A text of
-// four characters is a code also where it begins with "$".
+// An ID is one of: a text of four ASCII characters, which is a four-character code even if it
+// begins with "$"; any other text that begins with "$", which is a string ID that the host numbers;
+// an integer, which is the ID itself.
 #pragma once
 
 #include <stdexcept>
@@ -17,12 +17,12 @@
 
 namespace simulator {
 
-/// Why JSON is no descriptor. `what` is "place: reason".
+/// The reason why JSON cannot be read as a descriptor. `what` is "place: reason".
 class DescriptorJsonError : public std::runtime_error {
  public:
   DescriptorJsonError(std::string place, std::string reason);
 
-  /// A JSON pointer from the value that was read; empty for that value itself.
+  /// A JSON pointer relative to the value that was read; empty for that value itself.
   const std::string& place() const { return place_; }
   const std::string& reason() const { return reason_; }
 
@@ -31,17 +31,16 @@ class DescriptorJsonError : public std::runtime_error {
   std::string reason_;
 };
 
-/// Read a whole value; string IDs get their numbers in the order of the document. Everything that
-/// the form does not provide for is an error: unknown and missing fields, wrong types, values out
-/// of range, a key that occurs twice. Nesting may be of any depth.
-/// Throws DescriptorJsonError.
-ContainerPtr descriptorFromJson(const Json& json, TypeIds& ids);  ///< null for null
+/// Read a whole value and number new string IDs in the order of the document. Unknown and missing
+/// fields, wrong types, values out of range and keys that occur twice are errors. Nesting depth is
+/// not limited. Throw DescriptorJsonError.
+ContainerPtr descriptorFromJson(const Json& json, TypeIds& ids);  ///< JSON null gives null
 ContainerPtr listFromJson(const Json& json, TypeIds& ids);
 Reference referenceFromJson(const Json& json, TypeIds& ids);
 std::uint32_t idFromJson(const Json& json, TypeIds& ids);
 
-/// Write the same forms. Texts that are not UTF-8 have what is wrong in them replaced; a number
-/// that JSON does not know (not a number, infinite) becomes null.
+/// Write the same format. Malformed UTF-8 in a text is replaced by U+FFFD; NaN and infinity are
+/// written as null.
 Json descriptorToJson(const Container& descriptor, const TypeIds& ids);
 Json listToJson(const Container& list, const TypeIds& ids);
 Json referenceToJson(const Reference& reference, const TypeIds& ids);

@@ -36,7 +36,7 @@ Json formToJson(const Form& form, const TypeIds& ids) {
   return json;
 }
 
-/// Writes the fields of an item's value; a nested container's place is left null.
+/// Writes the fields of an item's value. A nested container is written as null and filled in later.
 struct ValueWriter {
   Json& json;
   const TypeIds& ids;
@@ -80,7 +80,7 @@ Json entryToJson(const Entry& entry, bool keyed, const TypeIds& ids) {
   return json;
 }
 
-// An array is complete before places inside it are remembered: they stay where they are.
+// Completes the array before taking the addresses of its elements, which growing would move.
 void writeEntries(const Pending& work, const TypeIds& ids, std::vector<Pending>& open) {
   Json& array = *work.destination;
   array = Json::array();
@@ -125,7 +125,7 @@ Json referenceToJson(const Reference& reference, const TypeIds& ids) {
 
 Json idToJson(std::uint32_t id, const TypeIds& ids) {
   const std::string* string = ids.stringOf(id);
-  // "$" with three more characters would read as a four-character code.
+  // A string ID of three characters would read back as a four-character code.
   if (string && string->size() != 3) return "$" + *string;
   std::string text = idText(id);
   return text.size() == 4 ? Json(std::move(text)) : Json(id);

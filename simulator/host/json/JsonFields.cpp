@@ -24,7 +24,7 @@ std::uint32_t numericId(const Json& json) {
   return *id;
 }
 
-/// A JSON pointer's step: "~" and "/" are written otherwise in it.
+/// `name` as a step of a JSON pointer (RFC 6901).
 std::string escaped(std::string_view name) {
   std::string text;
   for (const char c : name) {

@@ -1,4 +1,4 @@
-// The fields of one item or form in JSON, read with what can be wrong with them.
+// Reads and checks the fields of one item or form in JSON.
 #pragma once
 
 #include <concepts>
@@ -13,13 +13,13 @@
 
 namespace simulator {
 
-/// What is wrong, and where, from the value that was being read.
+/// An error; `place` is a JSON pointer relative to the value that was being read.
 struct JsonFault {
   std::string place;
   std::string reason;
 };
 
-/// An integer that T can hold. REQUIRES: `json` is an integer.
+/// The integer as a T; nullopt if it is out of range. REQUIRES: `json` is an integer.
 template <std::integral T>
 std::optional<T> integerInRange(const Json& json) {
   const bool inRange = json.is_number_unsigned() ? std::in_range<T>(json.get<std::uint64_t>())
@@ -27,18 +27,17 @@ std::optional<T> integerInRange(const Json& json) {
   return inRange ? std::optional(json.get<T>()) : std::nullopt;
 }
 
-/// An ID in one of its three forms. Throws JsonFault.
+/// Reads an ID in any of its three forms. Throws JsonFault.
 std::uint32_t readId(const Json& json, TypeIds& ids);
 
-/// Each member reads one field. A field that is missing or not of its type throws JsonFault with
-/// the field as the place.
+/// Each member reads one field. Throws JsonFault if the field is missing or of the wrong type.
 class JsonFields {
  public:
   JsonFields(const Json& object, TypeIds& ids);
 
   const Json& at(const char* name) const;
   std::uint32_t id(const char* name) const;
-  /// A four-character code and nothing else.
+  /// A four-character code; other forms of an ID are errors.
   std::uint32_t code(const char* name) const;
   double number(const char* name) const;
   bool boolean(const char* name) const;
@@ -53,7 +52,7 @@ class JsonFields {
     return *value;
   }
 
-  /// Throws JsonFault where there is a field that none of the above has read.
+  /// Throws JsonFault if the object has a field that was not read.
   void expectNoMore() const;
 
  private:

@@ -1,4 +1,4 @@
-// How every procedure of a suite is entered and left.
+// What every procedure of a suite does on entry and exit.
 #pragma once
 
 #include <cstdint>
@@ -13,8 +13,8 @@
 
 namespace simulator {
 
-/// Stands for the call of one procedure: serialises the host, and reports a misuse where the call
-/// comes on another thread than the main one or through a suite that is not held.
+/// Held during the call of one procedure: serialises the host, and logs a misuse if the call comes
+/// on a thread other than the main one or through a suite that is not held.
 class HostEntry {
  public:
   HostEntry(SuiteId suite, const char* procedure);
@@ -23,7 +23,7 @@ class HostEntry {
   std::lock_guard<std::recursive_mutex> lock_;
 };
 
-/// Runs `body`: 0, or the error of the CallError that it throws.
+/// Runs `body` and returns 0, or the error of the CallError that it throws.
 template <class Body>
 std::int32_t outcome(Body&& body) {
   try {
@@ -34,7 +34,7 @@ std::int32_t outcome(Body&& body) {
   }
 }
 
-/// A procedure that may fail: `body` does not run where it is ordered to.
+/// A procedure with an error code. When told to fail, it returns the error without running `body`.
 template <class Result, class Body>
 Result hostCall(SuiteId suite, const char* procedure, Body&& body) {
   const HostEntry entry(suite, procedure);
@@ -42,8 +42,8 @@ Result hostCall(SuiteId suite, const char* procedure, Body&& body) {
   return static_cast<Result>(outcome(std::forward<Body>(body)));
 }
 
-/// A procedure that gives something back. Ordered to fail it reports so, but takes it back all the
-/// same: there is nothing more that the caller could do.
+/// A procedure that releases something. When told to fail, it returns the error but still runs
+/// `body`, since a caller cannot retry a release.
 template <class Result, class Body>
 Result hostRelease(SuiteId suite, const char* procedure, Body&& body) {
   const HostEntry entry(suite, procedure);
@@ -52,7 +52,7 @@ Result hostRelease(SuiteId suite, const char* procedure, Body&& body) {
   return static_cast<Result>(error.value_or(own));
 }
 
-/// A procedure without an error code: `body`'s result, or `otherwise` where it cannot answer.
+/// A procedure without an error code: returns `body`'s result, or `otherwise` if it fails.
 template <class Result, class Body>
 Result hostAnswer(SuiteId suite, const char* procedure, Result otherwise, Body&& body) {
   const HostEntry entry(suite, procedure);
@@ -62,22 +62,22 @@ Result hostAnswer(SuiteId suite, const char* procedure, Result otherwise, Body&&
   return result;
 }
 
-/// Where a procedure writes its answer. A null destination ends it with paramErr.
+/// The place that a procedure writes an answer to. Throws paramErr if it is null.
 template <class T>
 T& destination(T* pointer) {
   if (pointer == nullptr) throw CallError{paramErr};
   return *pointer;
 }
 
-/// Writes what `make` makes, and makes nothing where there is no place for it.
+/// Writes what `make` returns. Checks `pointer` first, so that nothing is made and then leaked.
 template <class T, class Make>
 void handOut(T* pointer, Make&& make) {
   T& place = destination(pointer);
   place = std::forward<Make>(make)();
 }
 
-/// Copies as much of `text` as fits into `size` bytes with a terminating zero. A size of 0 ends the
-/// procedure with paramErr.
+/// Copies as much of `text` as fits into `size` bytes with a terminating zero. Throws paramErr if
+/// `size` is 0.
 void copyText(std::string_view text, char* destination, std::uint32_t size);
 
 }  // namespace simulator

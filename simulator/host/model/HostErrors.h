@@ -1,4 +1,4 @@
-// The errors that the simulated host answers with, beyond those of its interface.
+// Errors that the simulated host returns but its interface does not declare.
 #pragma once
 
 #include "platform/host/PIGeneral.h"

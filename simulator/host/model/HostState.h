@@ -1,4 +1,4 @@
-// Everything that the simulated host keeps; shared by its suites.
+// The simulated host's state, which its suites share.
 #pragma once
 
 #include <array>
@@ -12,7 +12,7 @@
 
 namespace simulator {
 
-/// The suites that the host offers, and the basic suite, which is always held.
+/// The suites that the host offers, and the basic suite, which needs no acquiring.
 enum class SuiteId {
   descriptor,
   control,
@@ -35,16 +35,16 @@ struct HostState {
   ObjectTable<PIActionList> lists;
   ObjectTable<PIActionReference> references;
   ObjectTable<ASZString> strings;
-  std::map<void*, std::size_t> memoryBlocks;  ///< of the basic suite, by address: their ordinals
+  std::map<void*, std::size_t> memoryBlocks;  ///< ordinals of the basic suite's blocks, by address
   std::size_t lastMemoryBlock = 0;
 
   TypeIds ids;
   Model model;
-  /// Answers that stand in for the model's, by the property that is asked for.
+  /// Answers that replace the model's, by the property that a get asks for.
   std::map<DescriptorKeyID, NestedContainer> answers;
 };
 
-/// The one host of the process; it outlives every static object.
+/// The process-wide state; it outlives every static object.
 HostState& hostState();
 
 }  // namespace simulator

@@ -1,4 +1,4 @@
-// What the simulated host is about: the application, its tool, its documents and its actions.
+// The simulated host's model: the application, its tool, its documents and its actions.
 #pragma once
 
 #include <cstdint>
@@ -32,7 +32,7 @@ struct Document {
   std::string path = "/Users/simulated/Pictures/Untitled-1.psd";
   double width = 800.0;  ///< pixels
   double height = 600.0;
-  double resolution = 72.0;  ///< pixels an inch
+  double resolution = 72.0;  ///< pixels per inch
   double zoom = 1.0;
   bool dirty = false;
   std::vector<Layer> layers = {{1, "Background", 100.0, true, true}, {2, "Layer 1"}};
@@ -40,7 +40,7 @@ struct Document {
   std::vector<std::string> history = {"Open"};
 };
 
-/// What playing an action does: it leaves a message, if any, in the result, or fails.
+/// An action. Playing it fails with `error` if that is not 0, else puts `message` into the result.
 struct Action {
   std::uint32_t id = 1;
   std::string name;
@@ -55,13 +55,13 @@ struct ActionSet {
 };
 
 struct Model {
-  /// Major and minor; without one the host has no answer.
+  /// Major and minor; with nullopt a query for the version fails.
   std::optional<std::pair<int, int>> version = {{12, 1}};
-  /// The string ID of the current tool; empty: the answer names no tool.
+  /// The string ID of the current tool; if empty, answers name no tool.
   std::string tool = "paintbrushTool";
-  /// Without one the current tool has no brush options.
+  /// With nullopt the current tool has no brush options.
   std::optional<Brush> brush = Brush{};
-  std::intptr_t modal = 0;
+  std::intptr_t modal = 0;  ///< the property 'aism'
   std::vector<Document> documents = {Document{}};
   std::size_t currentDocument = 0;
   std::vector<ActionSet> actionSets = {

@@ -23,14 +23,14 @@ const T& parameter(const Container& parameters, DescriptorKeyID key) {
   return *value;
 }
 
-/// The one form that names what an event is about.
+/// The first form of the reference to the event's target.
 const Form& targetForm(const Container& parameters) {
   const Reference& target = parameter<Reference>(parameters, kKeyTarget);
   if (target.empty()) throw CallError{errMissingParameter};
   return target.front();
 }
 
-// NaN is in no range.
+// NaN is out of every range.
 void setWithin(double& property, double value, double least, double most) {
   if (!(value >= least && value <= most)) throw CallError{paramErr};
   property = value;
@@ -46,7 +46,7 @@ void setBrushProperty(Brush& brush, std::string_view name, double value) {
   }
 }
 
-// Properties that a brush does not have are passed over, as the host does.
+// Ignores properties that a brush does not have, as the host does.
 void setBrush(Model& model, const Container& parameters, const TypeIds& ids) {
   const Form& target = targetForm(parameters);
   if (target.desiredClass != kClassBrush || !model.brush) throw CallError{kCommandNotAvailable};
@@ -61,7 +61,7 @@ void setBrush(Model& model, const Container& parameters, const TypeIds& ids) {
   model.brush = changed;
 }
 
-// A tool is named by its class, which is its string ID's number.
+// The target's class is the number of the tool's string ID.
 void selectTool(Model& model, const Container& parameters, const TypeIds& ids) {
   const Form& target = targetForm(parameters);
   const std::string* tool = ids.stringOf(target.desiredClass);

@@ -83,7 +83,7 @@ Item globalObject(DescriptorClassID type, std::vector<Entry> entries) {
   return {kTypeGlobalObject, Object{type, std::make_shared<Container>(std::move(entries))}};
 }
 
-/// Lengths are told in units of 1/72 inch.
+/// A length in units of 1/72 inch.
 Item distance(double pixels, const Document& document) {
   return unitFloat(kUnitDistance, pixels * 72.0 / document.resolution);
 }
@@ -108,8 +108,8 @@ Item toolOptions(const Model& model, std::uint32_t tool) {
   return object(tool, std::move(options));
 }
 
-// The answer names the tool by the type of an enumeration, of which only the type counts, and has
-// the tool's options beside it.
+// The answer names the tool by the type of an enumeration, whose value has no meaning, and adds the
+// tool's options.
 void putTool(Container& properties, const Model& model, TypeIds& ids) {
   if (model.tool.empty()) return;
   const std::uint32_t tool = ids.idOf(model.tool);

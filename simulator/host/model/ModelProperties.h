@@ -7,7 +7,8 @@
 
 namespace simulator {
 
-/// Every type of item occurs in one of these.
+/// Together these use every type of item. `index` counts from 0 among `count` siblings; the item
+/// index in the result counts from 1.
 Container applicationProperties(const Model& model, TypeIds& ids);
 Container documentProperties(const Document& document, std::size_t index, std::size_t count,
                              TypeIds& ids);

@@ -19,7 +19,7 @@ constexpr DescriptorEnumID kEnumBack = fourCharCode("Back");
 constexpr DescriptorEnumID kEnumNext = fourCharCode("Nxt ");
 constexpr DescriptorEnumID kEnumPrevious = fourCharCode("Prvs");
 
-/// One object of the model, with those that it lies in.
+/// One object of the model and the objects that contain it.
 struct Target {
   DescriptorClassID kind = kClassApplication;
   std::size_t index = 0;
@@ -30,7 +30,7 @@ struct Target {
   const Action* action = nullptr;
 };
 
-/// The objects of one class inside another object.
+/// The objects of one class that another object contains.
 struct Elements {
   std::vector<Target> targets;
   std::vector<std::uint32_t> ids;
@@ -140,7 +140,7 @@ Elements elementsOf(const Model& model, const Target& context, DescriptorClassID
   }
 }
 
-/// The place that an ordinal stands for; beyond the end where there is none such.
+/// The index that an ordinal names; beyond the end if there is no such element.
 std::size_t ordinalPlace(const Elements& elements, DescriptorEnumID ordinal) {
   switch (ordinal) {
     case kEnumTarget:
@@ -165,8 +165,8 @@ std::size_t placeOf(const std::vector<T>& values, const T& wanted) {
   return static_cast<std::size_t>(std::find(values.begin(), values.end(), wanted) - values.begin());
 }
 
-/// Where among `elements` a form points; indexes count from 1. Unsigned wrap-round lands beyond the
-/// end.
+/// The index in `elements` that a form names; beyond the end if there is no such element. Forms
+/// count indexes from 1, so 0 wraps around to the largest value.
 std::size_t placeOf(const Elements& elements, const Form& form) {
   switch (form.form) {
     case kFormClass:
@@ -194,7 +194,7 @@ Target select(const Model& model, const Target& context, const Form& form) {
   return elements.targets[place];
 }
 
-/// Walks the forms from the outermost, which was put last, inward.
+/// Follows the forms from the outermost object inward, that is, from the last form to the first.
 Target resolve(const Model& model, std::span<const Form> forms) {
   Target target;
   for (auto form = forms.rbegin(); form != forms.rend(); ++form) {
@@ -226,8 +226,8 @@ bool asksForProperty(const Reference& reference) {
   return !reference.empty() && reference.front().form == kFormProperty;
 }
 
-/// The object whose property is asked for: 'Prpr' is a property of what the other forms name; any
-/// other class is that of an object inside it.
+/// The object whose property the reference asks for: for the class 'Prpr' what the other forms
+/// name, for any other class the current object of that class inside it.
 Target ownerOfProperty(const Model& model, const Reference& reference) {
   const Target context = resolve(model, std::span(reference).subspan(1));
   const DescriptorClassID kind = reference.front().desiredClass;
@@ -235,7 +235,7 @@ Target ownerOfProperty(const Model& model, const Reference& reference) {
   return select(model, context, {.form = kFormClass, .desiredClass = kind});
 }
 
-/// Only the property asked for. The tool comes with its options.
+/// Only the property asked for. An answer with the tool also has the tool's options.
 ContainerPtr answerWith(const Container& properties, DescriptorKeyID key) {
   auto answer = std::make_shared<Container>();
   for (const Entry& entry : properties.entries) {

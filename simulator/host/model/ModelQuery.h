@@ -1,4 +1,4 @@
-// What a reference names in the host's model, and the properties that it has.
+// Resolves references in the host's model and reads the properties of what they name.
 #pragma once
 
 #include "simulator/host/model/Model.h"
@@ -7,12 +7,13 @@
 
 namespace simulator {
 
-/// The answer to a get: the properties of what `reference` names, or the ones that its property
-/// form asks for. Throws CallError: kNoSuchObject where nothing is named so, errMissingParameter
-/// where the object has no such property.
+/// The answer to a get: all properties of the object that `reference` names, or only the one that
+/// its property form asks for. Throws CallError: kNoSuchObject if the object does not exist,
+/// errMissingParameter if it lacks the property.
 ContainerPtr answerGet(const Model& model, const Reference& reference, TypeIds& ids);
 
-/// The action that a reference of an action and its set names. Throws CallError.
+/// The action that a reference to an action in its set names. Throws CallError: kNoSuchObject if it
+/// does not exist.
 const Action& namedAction(const Model& model, const Reference& reference);
 
 }  // namespace simulator

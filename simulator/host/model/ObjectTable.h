@@ -1,4 +1,4 @@
-// The host's objects of one kind, and the watch over how a plug-in treats them.
+// The host's objects of one kind; detects leaks and invalid handles.
 #pragma once
 
 #include <fmt/format.h>
@@ -21,7 +21,7 @@ struct StringBody {
   std::uint32_t references = 1;
 };
 
-/// The low bits of a handle, by which the host recognises what it stands for.
+/// The low bits of a handle, which identify the kind of its object.
 enum class ObjectTag : std::uintptr_t {
   descriptor = 1,
   list,
@@ -33,7 +33,7 @@ enum class ObjectTag : std::uintptr_t {
   writer,
 };
 
-/// What the host keeps behind a handle of each type, and its tag.
+/// The body that the host stores for each type of handle, and its tag.
 template <class Handle>
 struct ObjectKind;
 
@@ -61,42 +61,43 @@ struct ObjectKind<ASZString> {
   static constexpr ObjectTag tag = ObjectTag::string;
 };
 
-/// The words for a tag in a misuse, such as "channel port"; "object" for an unknown one.
+/// The name of a tag in a misuse, such as "channel port"; "object" for an unknown tag.
 const char* objectKindName(ObjectTag tag);
 
-/// A handle is a number that is never handed out twice: it tells the object's kind and ordinal and
-/// is no address, so that a plug-in cannot read through it.
+/// A handle is a number that encodes the object's kind and ordinal. It is never handed out twice,
+/// and it is not an address, so a plug-in cannot read through it.
 template <class Handle>
 class ObjectTable {
  public:
   using Kind = ObjectKind<Handle>;
   using Body = typename Kind::Body;
 
-  /// Keeps `body`. `maker` is the procedure that hands the object to the plug-in; null for an
-  /// object that the plug-in does not have to free.
+  /// Stores `body` and returns its handle. `maker` is the procedure that hands the object to the
+  /// plug-in, a string that outlives the table; null if the plug-in does not have to free the
+  /// object.
   Handle add(Body body, const char* maker) {
     const std::uint64_t ordinal = ++last_;
     live_.emplace(ordinal, Record{std::move(body), maker});
     return reinterpret_cast<Handle>(kBase + (ordinal << 4) + kTag);
   }
 
-  /// The body behind `handle`. A handle that is not alive is a misuse by `procedure` and ends it
-  /// with paramErr; so does null, which is no misuse.
+  /// The body of `handle`. Throws paramErr if the handle is null or not alive; the latter is also
+  /// logged as a misuse by `procedure`.
   Body& at(Handle handle, const char* procedure) {
     if (handle == nullptr) throw CallError{paramErr};
     return find(handle, procedure)->second.body;
   }
 
-  /// The body behind `handle`, null where it is not alive.
+  /// The body of `handle`; null if it is not alive.
   const Body* peek(Handle handle) const {
     const auto found = live_.find(ordinalOf(handle));
     return found == live_.end() || !isOurs(handle) ? nullptr : &found->second.body;
   }
 
-  /// Frees the object; as `at`, but null is a misuse, too.
+  /// Frees the object. Throws and logs as `at` does, but null is a misuse too.
   void free(Handle handle, const char* procedure) { live_.erase(find(handle, procedure)); }
 
-  /// One misuse for each object that the plug-in made and did not free; forgets them all.
+  /// Logs a misuse for each object that the plug-in has yet to free, then forgets all objects.
   void reportLeaks() {
     std::vector<std::pair<std::uint64_t, const char*>> leaks;
     for (const auto& [ordinal, record] : live_) {
@@ -109,7 +110,7 @@ class ObjectTable {
     live_.clear();
   }
 
-  /// How many objects the plug-in has yet to free.
+  /// The number of objects that the plug-in has yet to free.
   std::size_t owned() const {
     return static_cast<std::size_t>(std::count_if(
         live_.begin(), live_.end(), [](const auto& entry) { return entry.second.maker; }));

@@ -7,8 +7,8 @@ namespace simulator {
 
 namespace {
 
-// Where containers wait that the outermost of them lets go. They would otherwise free each other
-// from within their destructors, and nesting may be deeper than the stack.
+// Nested containers that the outermost destructor still has to free. Freeing them recursively could
+// overflow the stack, since nesting depth is not limited.
 thread_local std::vector<NestedContainer>* waiting = nullptr;
 
 NestedContainer takeNested(Item& item) {
@@ -67,7 +67,8 @@ Container::~Container() {
   if (!own.empty()) drain(own);
 }
 
-// Callers that walk a descriptor ask for one key after another, most of them several times.
+// Checks the last position found and the next one first: callers that walk a descriptor look up
+// keys in order, often several times each.
 std::size_t Container::placeOf(DescriptorKeyID key) const {
   for (std::size_t place = lastFound_; place < std::min(lastFound_ + 2, entries.size()); ++place) {
     if (entries[place].key == key) return lastFound_ = place;

@@ -1,7 +1,7 @@
-// What descriptors, lists and references hold: plain values without handles.
+// The content of descriptors, lists and references: plain values without handles.
 //
-// Containers are shared and copied when one of several holders writes, so that putting one into
-// another and reading it back costs nothing, however deep they nest.
+// Containers are shared and copied on write: putting one into another and reading it back takes
+// constant time at any nesting depth.
 #pragma once
 
 #include <cstdint>
@@ -19,7 +19,7 @@ struct Container;
 using ContainerPtr = std::shared_ptr<Container>;
 using NestedContainer = std::shared_ptr<const Container>;
 
-/// One form of a reference. Which members count depends on `form`.
+/// One form of a reference. `form` determines which members are in use.
 struct Form {
   DescriptorFormID form = 0;
   DescriptorClassID desiredClass = 0;
@@ -30,7 +30,8 @@ struct Form {
   bool operator==(const Form&) const = default;
 };
 
-/// Forms in the order in which they were put: each is found in what the rest names.
+/// Forms in the order in which they were put: each names an object inside the one that the forms
+/// after it name.
 using Reference = std::vector<Form>;
 
 struct UnitFloat {
@@ -65,7 +66,7 @@ struct Text {
   bool operator==(const Text&) const = default;
 };
 
-/// The file behind an alias, a path or a bookmark.
+/// The path of an alias, a path item or a bookmark.
 struct FilePath {
   std::string path;
   bool operator==(const FilePath&) const = default;
@@ -76,7 +77,7 @@ struct Data {
   bool operator==(const Data&) const = default;
 };
 
-/// std::monostate: an item of a type that only has its code.
+/// std::monostate: an item of a type whose value is not modelled.
 using Value = std::variant<std::monostate, std::int32_t, std::int64_t, double, bool, UnitFloat,
                            Enumerated, ClassID, Object, List, Reference, Text, FilePath, Data>;
 
@@ -90,7 +91,7 @@ struct Entry {
   Item item;
 };
 
-/// A descriptor, whose keys differ, or a list, which has none.
+/// A descriptor, with unique keys, or a list, with all keys 0.
 struct Container {
   std::vector<Entry> entries;
 
@@ -101,28 +102,28 @@ struct Container {
   Container& operator=(const Container&) = delete;
   ~Container();
 
-  /// Takes constant time: a million items can be looked up one by one.
+  /// The item under `key`; null if there is none. Takes constant time on average.
   const Item* find(DescriptorKeyID key) const;
-  /// Replaces the item under `key` in its place, or appends one.
+  /// Replaces the item under `key` and keeps its position, or appends the item.
   void put(DescriptorKeyID key, Item item);
-  /// False where there is no such key.
+  /// Returns false if there is no such key.
   bool erase(DescriptorKeyID key);
   void clear();
 
  private:
   std::size_t placeOf(DescriptorKeyID key) const;
 
-  // The places of the first `indexed_` entries. Entries may be appended without it, but removed
-  // only by the members above.
+  // Maps the keys of the first `indexed_` entries to their indexes. Callers may append to `entries`
+  // directly, but must remove only through the members above.
   mutable std::unordered_map<DescriptorKeyID, std::size_t> places_;
   mutable std::size_t indexed_ = 0;
   mutable std::size_t lastFound_ = 0;
 };
 
-/// The container inside an object or a list; null for all other items.
+/// The container of an object or list item; null for all other items.
 const NestedContainer* nested(const Item& item);
 
-/// Same items in the same order, all the way down.
+/// Whether both have equal items in the same order, at every nesting level.
 bool equal(const Container& left, const Container& right);
 
 }  // namespace simulator

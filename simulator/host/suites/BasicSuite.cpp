@@ -1,4 +1,4 @@
-// Acquiring and releasing suites, comparing host strings, plain memory.
+// Acquires and releases suites, compares host strings, and allocates memory.
 #include <fmt/format.h>
 
 #include <cstdlib>

@@ -1,4 +1,4 @@
-// Getting properties, playing events, and the numbers of string IDs.
+// Gets properties, plays events, and converts between string IDs and numbers.
 #include <utility>
 
 #include "simulator/base/Log.h"
@@ -55,7 +55,7 @@ OSErr get(const char* procedure, PIActionDescriptor* descriptor, PIActionReferen
   return result;
 }
 
-/// What an event is played with; a null descriptor stands for no parameters.
+/// The parameters of an event; a null descriptor means none.
 NestedContainer parametersOf(PIActionDescriptor descriptor, const char* procedure) {
   if (descriptor == nullptr) return std::make_shared<Container>();
   return hostState().descriptors.at(descriptor, procedure);

@@ -102,7 +102,7 @@ OSErr hasKeys(const char* procedure, PIActionDescriptor descriptor, const Descri
   });
 }
 
-// Several integers under one key are a list.
+// Stores the integers as one list item.
 OSErr putIntegers(const char* procedure, PIActionDescriptor descriptor, DescriptorKeyID key,
                   uint32 count, const int32* values) {
   return putMade(procedure, KeyedSlot{descriptor, key}, kTypeValueList,
@@ -116,7 +116,7 @@ OSErr getIntegers(const char* procedure, PIActionDescriptor descriptor, Descript
   });
 }
 
-// A handle holds the descriptor in the form in which it is written in files.
+// The handle holds the descriptor as JSON text.
 OSErr asHandle(const char* procedure, PIActionDescriptor descriptor, Handle* value) {
   return call(procedure, [&] {
     const Json json = descriptorToJson(content(descriptor, procedure), hostState().ids);
@@ -128,7 +128,7 @@ ContainerPtr parseDescriptor(std::string_view text) {
   try {
     if (auto descriptor = descriptorFromJson(Json::parse(text), hostState().ids)) return descriptor;
   } catch (const std::exception&) {
-    // Whatever is wrong with it, the handle holds no descriptor.
+    // Every kind of malformed content gets the same error.
   }
   throw CallError{paramErr};
 }

@@ -1,4 +1,4 @@
-// Relocatable blocks.
+// Relocatable memory blocks.
 #include <utility>
 
 #include "simulator/host/model/HostCall.h"

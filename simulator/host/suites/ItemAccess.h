@@ -1,5 +1,5 @@
-// Items of descriptors and lists, put and read in the same way: by key in a descriptor, by index in
-// a list.
+// The procedures that the descriptor and list suites have in common: they put and read items, by
+// key in a descriptor and by index in a list.
 #pragma once
 
 #include <algorithm>
@@ -16,8 +16,8 @@
 
 namespace simulator {
 
-// A slot is the place of one item. `withSlot` passes `body` the slot that a procedure's first
-// arguments name, then the other arguments.
+// A slot is the place of one item. `withSlot` makes a slot from the first arguments of a procedure
+// and calls `body` with the procedure's name, the slot and the other arguments.
 
 /// The item under a key of a descriptor.
 struct KeyedSlot {
@@ -60,29 +60,31 @@ struct ListEnd {
   }
 };
 
-/// The container behind a handle, unshared, so that it may be written to.
+/// The container of a handle, for writing: copied first if it is shared.
 Container& writable(PIActionDescriptor descriptor, const char* procedure);
 Container& writable(PIActionList list, const char* procedure);
 
-/// A list of `count` integers; and the first `count` items of a list, which must be integers.
+/// A list of `count` integers. Throws paramErr if `values` is null and `count` is not 0.
 NestedContainer integerList(uint32 count, const int32* values);
+/// Reads the first `count` items of a list. Throws errMissingParameter if it is shorter, and
+/// kWrongDataType if one of them is not an integer.
 void readIntegers(const Container& list, uint32 count, int32* values);
 
-/// Puts a value that needs no look-up.
+/// Puts `value`.
 template <class Slot>
 OSErr putItem(const char* procedure, Slot slot, DescriptorTypeID type, Value value) {
   return hostCall<OSErr>(Slot::suite, procedure,
                          [&] { slot.put({type, std::move(value)}, procedure); });
 }
 
-/// Puts the value that `make` makes.
+/// Puts the value that `make` returns; `make` may throw CallError.
 template <class Slot, class Make>
 OSErr putMade(const char* procedure, Slot slot, DescriptorTypeID type, Make&& make) {
   return hostCall<OSErr>(Slot::suite, procedure,
                          [&] { slot.put({type, std::forward<Make>(make)()}, procedure); });
 }
 
-/// Hands the value of type T in the slot to `read`. An item of another type: kWrongDataType.
+/// Passes the value in the slot to `read`. Throws kWrongDataType if it is not a T.
 template <class T, class Slot, class Read>
 OSErr getItem(const char* procedure, Slot slot, Read&& read) {
   return hostCall<OSErr>(Slot::suite, procedure, [&] {
@@ -230,7 +232,8 @@ OSErr getString(const char* procedure, Slot slot, ASZString* string) {
   });
 }
 
-/// A holder of its own for a nested container: written to, it is copied.
+/// Shares a nested container with a new handle. Casting const away is safe, since `writable` copies
+/// a shared container.
 inline ContainerPtr shared(const NestedContainer& content) {
   return std::const_pointer_cast<Container>(content);
 }
@@ -258,7 +261,7 @@ OSErr getReference(const char* procedure, Slot slot, PIActionReference* referenc
   });
 }
 
-/// An alias item, or a path item, which is read in the same way.
+/// Reads an alias item or a path item.
 template <class Slot>
 OSErr getAlias(const char* procedure, Slot slot, Handle* alias) {
   return getItem<FilePath>(procedure, slot, [&](const FilePath& item) {
@@ -290,8 +293,8 @@ OSErr getData(const char* procedure, Slot slot, void* bytes) {
   });
 }
 
-/// Descriptors and lists as the procedures that they have in common see them: what a getter reads
-/// and what a putter writes.
+/// What the rows below need to know of a suite: its record, the slot that a getter reads, the slot
+/// that a putter writes, and the prefix of its procedures' names.
 struct DescriptorItems {
   using Record = PSActionDescriptorProcs;
   using Source = KeyedSlot;
@@ -306,7 +309,7 @@ struct ListItems {
   static constexpr FixedString kPrefix = "ActionList.";
 };
 
-/// A procedure whose body gets a slot in place of the arguments that name it.
+/// A row whose body gets a slot in place of the arguments that name it.
 template <class Slot, FixedString kName, auto kMember, auto kBody>
 inline constexpr auto slotRow = row<kName, kMember, [](const char* procedure, auto... arguments) {
   return Slot::withSlot(kBody, procedure, arguments...);

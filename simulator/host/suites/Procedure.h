@@ -105,7 +105,7 @@ consteval HostSuite<RecordOf<kProcedures>> suiteOf() {
   return suiteOf<kProcedures>([](RecordOf<kProcedures>&) {});
 }
 
-/// The rows of both.
+/// The rows of both tables.
 template <class Record, std::size_t kLeft, std::size_t kRight>
 consteval auto joined(const std::array<Procedure<Record>, kLeft>& left,
                       const std::array<Procedure<Record>, kRight>& right) {

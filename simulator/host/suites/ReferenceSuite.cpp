@@ -27,13 +27,14 @@ OSErr putName(const char* procedure, PIActionReference reference, DescriptorClas
   return put(procedure, reference, {.form = kFormName, .desiredClass = desiredClass, .name = name});
 }
 
-/// The form that was put first.
+/// The form that was put first. Throws errMissingParameter if there is none.
 const Form& first(PIActionReference reference, const char* procedure) {
   const Reference& forms = hostState().references.at(reference, procedure);
   if (forms.empty()) throw CallError{errMissingParameter};
   return forms.front();
 }
 
+/// The form that was put first. Throws kWrongDataType if it is of another kind than `form`.
 const Form& first(PIActionReference reference, DescriptorFormID form, const char* procedure) {
   const Form& found = first(reference, procedure);
   if (found.form != form) throw CallError{kWrongDataType};

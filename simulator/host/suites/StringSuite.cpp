@@ -23,7 +23,7 @@ std::u16string& textOf(ASZString string, const char* procedure) {
   return hostState().strings.at(string, procedure).text;
 }
 
-/// Hands out a new string of the text that `text` makes.
+/// Hands out a new string with the text that `text` returns.
 template <class MakeText>
 ASErr make(const char* procedure, ASZString* newString, MakeText&& text) {
   return call(procedure, [&] {
@@ -32,13 +32,13 @@ ASErr make(const char* procedure, ASZString* newString, MakeText&& text) {
   });
 }
 
-/// Changes the text of a string in its place.
+/// Changes the text of a string in place.
 template <class Change>
 ASErr change(const char* procedure, ASZString string, Change&& body) {
   return call(procedure, [&] { std::forward<Change>(body)(textOf(string, procedure)); });
 }
 
-/// A question that has no error code: false or 0 where the string is not alive.
+/// A query without an error code: returns false or 0 if the string is not alive.
 template <class Result, class Question>
 Result ask(const char* procedure, ASZString string, Question&& question) {
   return hostAnswer<Result>(SuiteId::string, procedure, Result{0}, [&] {
@@ -96,7 +96,7 @@ ASErr makeFromDouble(const char* procedure, double value, ASZString* newString) 
   return make(procedure, newString, [&] { return utf16From(fmt::format("{}", value)); });
 }
 
-// The empty string is the host's own: nobody has to give it back, but everybody may.
+// The host owns the empty string: callers may release it but need not.
 ASZString getEmpty(const char* procedure) {
   const HostEntry entry(SuiteId::string, procedure);
   static const ASZString empty = hostState().strings.add({}, nullptr);
@@ -109,7 +109,7 @@ ASErr copy(const char* procedure, ASZString source, ASZString* result) {
   return make(procedure, result, [&] { return textOf(source, procedure); });
 }
 
-/// What stands for the replacement of this index: "^0", "^1" ...
+/// The placeholder of the replacement with this index: "^0", "^1" ...
 std::u16string placeholder(ASUInt32 index) { return u"^" + utf16From(fmt::format("{}", index)); }
 
 ASErr replace(const char* procedure, ASZString string, ASUInt32 index, ASZString replacement) {
@@ -174,7 +174,7 @@ ASBoolean willReplace(const char* procedure, ASZString string, ASUInt32 index) {
   });
 }
 
-/// Writes units and a terminator, as many as fit; with `check`, all or paramErr.
+/// Writes as many units as fit, then a terminator. With `check`, throws paramErr if not all fit.
 template <class Unit, class Source>
 void copyUnits(const Source& source, Unit* target, ASUInt32 size, ASBoolean check) {
   destination(target);

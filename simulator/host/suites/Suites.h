@@ -34,7 +34,7 @@ struct OfferedSuite {
   const void* record;
 };
 
-/// The suite of this name and version; null if the host does not offer it. `name` may be null.
+/// The suite with this name and version; null if the host does not offer it. `name` may be null.
 const OfferedSuite* findSuite(const char* name, std::int32_t version);
 
 /// The names of the procedures of all suites and of the basic suite ("ActionList.PutInteger").

@@ -1,4 +1,4 @@
-// A test that holds every suite of the host and reads its log.
+// A fixture that acquires every suite of the host and collects its log.
 #pragma once
 
 #include <gmock/gmock.h>

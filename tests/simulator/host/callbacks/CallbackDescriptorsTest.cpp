@@ -11,7 +11,7 @@ using hostutil_test::CallbackTest;
 
 class CallbackDescriptors : public CallbackTest {
  protected:
-  /// Closes the writer and opens a reader on what it left.
+  /// Closes the writer and opens a reader on the descriptor that it wrote.
   void turn() {
     ASSERT_EQ(record.write.closeWriteDescriptorProc(writer, &record.parameters.descriptor), 0);
     reader = record.read.openReadDescriptorProc(record.parameters.descriptor, nullptr);

@@ -8,7 +8,7 @@ namespace {
 
 class ControlSuite : public HostTest {
  protected:
-  /// The answer to a get as JSON, or the error as a number.
+  /// The answer to a get as JSON, or its error code.
   Json get(std::string_view reference) {
     PIActionDescriptor answer = nullptr;
     const OSErr error = control_->Get(&answer, referenceOf(reference));
