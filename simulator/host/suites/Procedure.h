@@ -24,7 +24,6 @@ struct FixedString {
   char text[kSize]{};
 
   consteval FixedString() = default;
-  // NOLINTNEXTLINE(google-explicit-constructor): literals convert to template arguments.
   consteval FixedString(const char (&literal)[kSize]) { std::copy_n(literal, kSize, text); }
 };
 
