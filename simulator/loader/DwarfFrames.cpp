@@ -8,7 +8,7 @@ namespace simulator {
 
 namespace {
 
-constexpr std::string_view kWhat = "__eh_frame";
+constexpr std::string_view kEhFrameSection = "__eh_frame";
 constexpr std::uint32_t kLongEntry = 0xFFFFFFFF;
 constexpr std::uint64_t kReturnAddressColumn = 16;
 
@@ -49,11 +49,11 @@ class FrameReader {
  private:
   // Returns a reader positioned after the entry's length field; sets `end` to the entry's end.
   ByteReader entryAt(std::uint64_t offset, std::size_t& end) const {
-    ByteReader reader(section_, kWhat, offset);
+    ByteReader reader(section_, kEhFrameSection, offset);
     const auto length = reader.read<std::uint32_t>();
     if (length == kLongEntry) throw LoadError("__eh_frame holds an entry of the 64-bit form");
     end = reader.position() + length;
-    return ByteReader(slice(section_, 0, end, kWhat), kWhat, reader.position());
+    return ByteReader(slice(section_, 0, end, kEhFrameSection), kEhFrameSection, reader.position());
   }
 
   CommonEntry readCommonEntry(std::uint64_t offset) {

@@ -10,7 +10,7 @@ namespace {
 
 constexpr std::uint8_t kOpcodeMask = 0xF0;
 constexpr std::uint8_t kImmediateMask = 0x0F;
-constexpr std::uint64_t kWord = 8;
+constexpr std::uint64_t kPointerSize = 8;
 constexpr int kPointerType = 1;
 
 enum RebaseOpcode : std::uint8_t {
@@ -91,7 +91,7 @@ class RebaseStream {
         cursor_.add(reader_.readUleb());
         break;
       case kRebaseAddAddressScaled:
-        cursor_.add(immediate * kWord);
+        cursor_.add(immediate * kPointerSize);
         break;
       case kRebaseTimes:
         repeat(immediate, 0);
@@ -120,7 +120,7 @@ class RebaseStream {
     if (count > limit_ - places_.size()) throw LoadError("more rebases than the image has words");
     for (; count > 0; --count) {
       places_.push_back(cursor_.place());
-      cursor_.add(kWord + skip);
+      cursor_.add(kPointerSize + skip);
     }
   }
 
@@ -181,7 +181,7 @@ class BindStream {
         repeat(1, reader_.readUleb());
         break;
       case kBindDoAndAddAddressScaled:
-        repeat(1, immediate * kWord);
+        repeat(1, immediate * kPointerSize);
         break;
       case kBindUlebTimesSkipping:
         repeatSkipping();
@@ -221,7 +221,7 @@ class BindStream {
       current_.place = cursor_.place();
       current_.strongDefinition = false;
       add();
-      cursor_.add(kWord + skip);
+      cursor_.add(kPointerSize + skip);
     }
   }
 

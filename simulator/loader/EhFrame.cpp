@@ -19,7 +19,7 @@ constexpr std::uint8_t kRbp = 6;
 constexpr std::uint8_t kRsp = 7;
 constexpr std::uint8_t kReturnAddress = 16;
 constexpr std::int64_t kDataAlignment = -8;
-constexpr std::uint32_t kWord = 8;
+constexpr std::uint32_t kRegisterSize = 8;
 
 enum CallFrameInstruction : std::uint8_t {
   kNop = 0x00,
@@ -122,7 +122,7 @@ class EhFrameWriter {
   }
 
   void endEntry(std::size_t begin) {
-    while (out_.size() % kWord != 0) out_.write(std::uint8_t{kNop});
+    while (out_.size() % kRegisterSize != 0) out_.write(std::uint8_t{kNop});
     out_.patch(begin - sizeof(std::uint32_t), static_cast<std::uint32_t>(out_.size() - begin));
   }
 
@@ -138,14 +138,14 @@ void defineFrameAddress(ByteWriter& out, std::uint8_t reg, std::uint32_t offset)
 
 void saveRegister(ByteWriter& out, const SavedRegister& saved) {
   out.write(static_cast<std::uint8_t>(kOffset | saved.number));
-  out.writeUleb(saved.below / kWord);
+  out.writeUleb(saved.below / kRegisterSize);
 }
 
 // On entry to a function only the return address is on the stack.
 std::vector<std::byte> entryInstructions() {
   ByteWriter out;
-  defineFrameAddress(out, kRsp, kWord);
-  saveRegister(out, {kReturnAddress, kWord});
+  defineFrameAddress(out, kRsp, kRegisterSize);
+  saveRegister(out, {kReturnAddress, kRegisterSize});
   return std::move(out.bytes());
 }
 
@@ -177,8 +177,8 @@ class Converter {
   std::vector<std::byte> frameInstructions(const UnwindEntry& entry, const Frame& frame) const {
     ByteWriter out;
     if (frame.kind == FrameKind::kBasePointer) {
-      defineFrameAddress(out, kRbp, 2 * kWord);
-      saveRegister(out, {kRbp, 2 * kWord});
+      defineFrameAddress(out, kRbp, 2 * kRegisterSize);
+      saveRegister(out, {kRbp, 2 * kRegisterSize});
     } else {
       defineFrameAddress(out, kRsp, stackSize(entry, frame));
     }

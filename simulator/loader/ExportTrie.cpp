@@ -8,7 +8,7 @@ namespace simulator {
 
 namespace {
 
-constexpr std::string_view kWhat = "the export trie";
+constexpr std::string_view kExportTrie = "the export trie";
 constexpr std::uint64_t kWeakDefinition = 0x4;
 constexpr std::size_t kLongestSymbol = 4096;
 
@@ -37,7 +37,7 @@ class TrieWalk {
     if (node.offset >= trie_.size()) throw LoadError("the export trie points outside itself");
     if (seen_[node.offset]) throw LoadError("the export trie reaches a node twice");
     seen_[node.offset] = true;
-    ByteReader reader(trie_, kWhat, node.offset);
+    ByteReader reader(trie_, kExportTrie, node.offset);
     const std::uint64_t size = reader.readUleb();
     const std::size_t children = reader.position() + size;
     if (size > 0) readExport(reader, node.prefix);

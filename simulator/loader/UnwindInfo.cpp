@@ -9,7 +9,7 @@ namespace simulator {
 
 namespace {
 
-constexpr std::string_view kWhat = "the unwind table";
+constexpr std::string_view kUnwindTable = "the unwind table";
 constexpr std::uint32_t kVersion = 1;
 constexpr std::uint32_t kRegularPage = 2;
 constexpr std::uint32_t kCompressedPage = 3;
@@ -25,9 +25,9 @@ enum Mode : std::uint32_t {
   kModeDwarf = 0x04000000
 };
 
-constexpr std::uint32_t kWord = 8;
+constexpr std::uint32_t kStackSlot = 8;
 // From the saved base pointer up to the canonical frame address: itself and the return address.
-constexpr std::uint32_t kBasePointerToFrameAddress = 2 * kWord;
+constexpr std::uint32_t kBasePointerToFrameAddress = 2 * kStackSlot;
 
 // DWARF numbers of the encodings' registers 1 to 6 (rbx, r12 to r15, rbp); 0 is a gap.
 constexpr std::array<int, 7> kDwarfNumbers = {-1, 3, 12, 13, 14, 15, 6};
@@ -85,7 +85,7 @@ class UnwindTable {
   // The `index`-th record of type T of the array at `offset`.
   template <class T>
   T at(std::uint64_t offset, std::uint64_t index = 0) const {
-    return ByteReader(section_, kWhat, offset + index * sizeof(T)).template read<T>();
+    return ByteReader(section_, kUnwindTable, offset + index * sizeof(T)).template read<T>();
   }
 
   void readLsdas(std::uint32_t begin, std::uint32_t end) {
@@ -176,7 +176,7 @@ Frame decodeBasePointerFrame(std::uint32_t encoding) {
   for (std::uint32_t bits = encoding & 0x7FFF; bits != 0; bits >>= 3) {
     frame.registers.push_back(dwarfNumber(bits & 7));
   }
-  frame.firstRegisterBelow = kBasePointerToFrameAddress + ((encoding >> 16) & 0xFF) * kWord;
+  frame.firstRegisterBelow = kBasePointerToFrameAddress + ((encoding >> 16) & 0xFF) * kStackSlot;
   return frame;
 }
 
@@ -211,10 +211,10 @@ Frame decodeStackFrame(std::uint32_t encoding, FrameKind kind) {
   frame.kind = kind;
   const std::uint32_t size = (encoding >> 16) & 0xFF;
   if (kind == FrameKind::kStackImmediate) {
-    frame.stackSize = size * kWord;
+    frame.stackSize = size * kStackSlot;
   } else {
     frame.sizeOffset = size;
-    frame.stackAdjust = ((encoding >> 13) & 7) * kWord;
+    frame.stackAdjust = ((encoding >> 13) & 7) * kStackSlot;
   }
   frame.registers = decodePermutation((encoding >> 10) & 7, encoding & 0x3FF);
   return frame;
@@ -228,12 +228,12 @@ std::vector<SavedRegister> Frame::savedRegisters() const {
   // Without a base pointer the registers lie directly below the return address.
   std::uint32_t below = kind == FrameKind::kBasePointer
                             ? firstRegisterBelow
-                            : static_cast<std::uint32_t>(registers.size() + 1) * kWord;
+                            : static_cast<std::uint32_t>(registers.size() + 1) * kStackSlot;
   std::vector<SavedRegister> saved;
   for (const int number : registers) {
-    if (below <= kWord) throw LoadError("an unwind encoding saves a register above its frame");
+    if (below <= kStackSlot) throw LoadError("an unwind encoding saves a register above its frame");
     if (number >= 0) saved.push_back({number, below});
-    below -= kWord;
+    below -= kStackSlot;
   }
   return saved;
 }

@@ -18,6 +18,7 @@
 #include "simulator/scenario/HostFiles.h"
 #include "simulator/scenario/Player.h"
 #include "suites/BasicSuite.h"
+#include "tests/support/PrintJson.h"
 
 namespace testing_support {
 
