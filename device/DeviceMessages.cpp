@@ -14,7 +14,7 @@ bool gIn3DTool = false;
 
 namespace {
 
-/// The last values of each kind that were relayed; they live for the process, across connections.
+/// The last values relayed. Static, so that they outlast a connection.
 struct Remembered {
   std::int16_t lastButtonPressed = 0;
   std::int16_t lastCmdIssued = 0;
@@ -31,8 +31,8 @@ void setShort(EventRef event, EventParamName name, std::int16_t value) {
   SetEventParameter(event, name, typeSInt16, sizeof value, &value);
 }
 
-/// A release does not tell which button went up, so it reports the one that was last pressed. A
-/// press is remembered only once its event exists.
+/// The device's release message does not identify the button, so a release event carries the
+/// button that was last pressed. A press is remembered only if its event could be created.
 EventRef createButtonEvent(const MoravinDeviceState& state, std::int16_t& lastButtonPressed) {
   const EventRef event = createDeviceEvent(kDeviceButton);
   if (event == nullptr) return nullptr;
@@ -55,8 +55,8 @@ EventRef createCommandEvent(const MoravinDeviceState& state, std::int16_t& lastC
   return event;
 }
 
-/// The device's second and third axes trade places: its y points out of the desk, the view's z out
-/// of the screen. In the background every value is zero.
+/// Swaps the second and third axes of translation and rotation: the device's y points out of the
+/// desk, the view's z out of the screen. While the host is in the background every value is zero.
 void relayAxes(const MoravinDeviceState& state) {
   static constexpr int kDeviceAxis[6] = {0, 2, 1, 3, 5, 4};
   const bool active = loadShared(MrvDeviceEvents::m_appIsActive);

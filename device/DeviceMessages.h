@@ -1,12 +1,12 @@
-// What the translation of device messages keeps for the life of the process.
+// Process-wide state of the translation of device messages into events (MrvDeviceEvents).
 #pragma once
 
 #include <cstdint>
 
-/// The axis values relayed last, as the plug-in sees them: translation x, y, z, rotation x, y, z.
-/// Written on the device thread alone.
+/// The axis values relayed last, in device counts and in the plug-in's axis order: translation x,
+/// y, z, rotation x, y, z. Written only on the device thread.
 extern std::int16_t axisData[6];
 
-/// While true, axis messages update `axisData` and post nothing. A hook: nothing in the plug-in
-/// sets it. Read on the device thread.
+/// While true, axis messages update `axisData` and post no event. Nothing in the plug-in sets it;
+/// it is an extension point. Read on the device thread.
 extern bool gIn3DTool;

@@ -25,7 +25,7 @@ constexpr EventTimeout kForever = -1.0;
 MrvDeviceEvents::MrvDeviceEvents() {
   if (InstallMoravinHandlers == nullptr) return;
   storeShared(m_mainEventQueue, GetMainEventQueue());
-  // The receiver has to be there before the device thread can post anything.
+  // Installs the receiver of device events, before the device thread can post any.
   Navigate2D::Instance();
   MPCreateTask(threadProc, nullptr, kDeviceThreadStack, nullptr, nullptr, nullptr, 0, nullptr);
 }

@@ -1,8 +1,8 @@
 // The connection to the device maker's client framework.
 //
-// An object of this class marks that the connection is up; all state is the class's own and
-// outlives it. The framework's messages come in on a thread of the plug-in's own and leave it as
-// events on the main queue (DeviceEvent.h).
+// The lifetime of an object is the lifetime of the connection. All state is static and outlasts the
+// object. The framework delivers its messages on a thread that the plug-in creates; they leave it
+// as events on the main queue (navigate/DeviceEvent.h).
 #pragma once
 
 #include <Carbon/Carbon.h>
@@ -11,37 +11,42 @@
 
 class MrvDeviceEvents {
  public:
-  /// Starts the connection: the receiver of the events first, then the device thread. Does nothing
-  /// where the framework is absent. Throws what making the receiver throws. [main-thread]
+  /// Starts the connection: creates the receiver of the events (`Navigate2D`), then the device
+  /// thread. Does nothing if the framework is absent. Throws what `Navigate2D::Instance` throws.
+  /// [main-thread]
   MrvDeviceEvents();
 
-  /// Unregisters from the framework. The device thread stays, idle, to the process's end, and the
-  /// class keeps its values: a later connection finds the application handler's old reference and
-  /// installs none again. [main-thread]
+  /// Removes the application handler and unregisters from the framework. The device thread stays
+  /// idle until the process ends. The static members keep their values; since `m_eventHandler`
+  /// therefore stays set, a later connection installs no application handler. [main-thread]
   ~MrvDeviceEvents();
 
   MrvDeviceEvents(const MrvDeviceEvents&) = delete;
   MrvDeviceEvents& operator=(const MrvDeviceEvents&) = delete;
 
-  /// The device thread: registers with the framework and runs its event loop for ever.
+  /// The device thread's body: registers with the framework, then runs the thread's event loop
+  /// forever. `parameter` is ignored. [device-thread]
   static OSStatus threadProc(void* parameter);
 
-  /// Installs `applicationEventHandler` unless it ever was. [device-thread]
+  /// Installs `applicationEventHandler` unless `m_eventHandler` is set. [device-thread]
   static void installEventHandler();
 
-  /// Follows whether the host is in front and passes every event on. [main-thread]
+  /// Sets `m_appIsActive` at activation and deactivation of the host. Passes every event on and
+  /// returns what the next handler returns. [main-thread]
   static OSStatus applicationEventHandler(EventHandlerCallRef nextHandler, EventRef event,
                                           void* userData);
 
-  /// The framework's message callback: filters the message and posts it to the main queue as an
-  /// event. Messages of other types or for other clients, and commands that it does not know, post
-  /// nothing; while the host is in the background axis values are zero. [device-thread]
+  /// The framework's message callback: posts a device-state message to the main queue as an event.
+  /// Posts nothing for other message types, other clients, unknown commands, or if the event cannot
+  /// be created. Axis values are zero while the host is in the background. `productID` is ignored.
+  /// [device-thread]
+  /// REQUIRES: `messageArgument` points to a `MoravinDeviceState` if `messageType` says so.
   static void messageHandlerProc(std::uint32_t productID, std::uint32_t messageType,
                                  void* messageArgument);
 
-  // Words that the two threads share; see SharedWord.h.
-  static std::uint16_t m_clientID;  ///< the framework's id for this client; 0: not registered
+  // Shared by both threads; access them with loadShared and storeShared (SharedWord.h).
+  static std::uint16_t m_clientID;  ///< the framework's id for this client, 0 if not registered
   static EventQueueRef m_mainEventQueue;
   static EventHandlerRef m_eventHandler;  ///< the installed `applicationEventHandler`
-  static bool m_appIsActive;              ///< whether the host is in front; true at first
+  static bool m_appIsActive;              ///< whether the host is frontmost; initially true
 };

@@ -1,13 +1,15 @@
-// A semaphore that is always free, kept for callers of its interface.
+// A semaphore that never blocks, kept for existing callers.
 #pragma once
 
-/// The process's one semaphore. Nothing is ever held back by it. [any-thread]
+/// The process's one semaphore. It has no state and never blocks. [any-thread]
 class MrvSemaphore {
  public:
   static MrvSemaphore& Instance();
 
-  /// Always true.
+  /// Returns true.
   bool Acquire();
+
+  /// Does nothing.
   void Release();
 
  private:

@@ -1,5 +1,5 @@
-// Words that two threads share without a lock. A stale read is accepted, so the order is relaxed:
-// the instructions are those of a plain access.
+// Access to words that two threads share without a lock. Callers accept stale values, so relaxed
+// order suffices; it compiles to plain loads and stores.
 #pragma once
 
 /// Reads the word. [any-thread]

@@ -17,26 +17,26 @@ namespace {
 
 constexpr int kAboutDialog = 18502;
 
-/// Host strings have an equality of their own, so they are never compared here.
+/// The host's own comparison decides; it may differ from a comparison of bytes.
 bool isHostString(const char* text, const char* expected) {
   return sSPBasic->IsEqual(text, expected);
 }
 
 void startup() {
-  // The language is fixed; the keyboard layout decides the keys.
+  // InitBrushSize ignores the language; the keyboard layout selects the keys.
   char language[] = "en";
   InitBrushSize(language);
   if (gMrvDeviceEvents == nullptr) gMrvDeviceEvents = new MrvDeviceEvents;
 }
 
-/// The device goes down before the suites, which its events would otherwise acquire again.
+/// The device connection ends first: its events could otherwise acquire suites again.
 void shutdown() {
   delete gMrvDeviceEvents;
   gMrvDeviceEvents = nullptr;
   PIUSuitesRelease();
 }
 
-/// The conditions are independent: the host's equality decides, and one call may match several.
+/// The conditions are independent: the host's comparison may match one call with several of them.
 void dispatch(const char* caller, const char* selector) {
   if (isHostString(caller, kSPInterfaceCaller)) {
     if (isHostString(selector, kSPInterfaceAboutSelector)) DoAbout(gPlugInRef, kAboutDialog);

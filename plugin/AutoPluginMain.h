@@ -1,4 +1,4 @@
-// The plug-in's entry point and the few routines that live beside it.
+// The plug-in's entry point, the About box, and the placeholder for actions.
 #pragma once
 
 #include <PIActionsPlugIn.h>
@@ -14,18 +14,20 @@ extern SPPluginRef gPlugInRef;
 /// The device connection, null while it is down.
 extern MrvDeviceEvents* gMrvDeviceEvents;
 
-/// The one function that the host calls. `caller` and `selector` are host strings, compared by the
-/// basic suite alone; `message` is the host's message record (`SPMessageData`, or a record that
-/// begins with it) and must not be null. Unknown callers and selectors are ignored.
-/// Returns 0, or the parameter error 0x5061726D for any failure: nothing is thrown to the host.
-/// [main-thread]
+/// The one function that the host calls. `caller` and `selector` are host strings, compared only
+/// with the basic suite's `IsEqual`; unknown ones are ignored. `message` is the host's message
+/// record (`SPMessageData`, or a record that begins with it).
+/// Returns 0, or the parameter error 0x5061726D if anything was thrown; errors that the host
+/// returned while an action was played are not reported. Throws nothing. [main-thread]
+/// REQUIRES: `message` and its basic suite are not null.
 extern "C" int AutoPluginMain(const char* caller, const char* selector, void* message);
 
-/// Writes a note to the system's debugger log and shows nothing. [main-thread]
+/// Placeholder for the About box: writes a note to the system's debugger log. Both arguments are
+/// ignored. [main-thread]
 void DoAbout(SPPluginRef plugin, int dialogID);
 
-/// Shows nothing.
+/// Placeholder: does nothing.
 void ShowAbout();
 
-/// Placeholder for acting on an action's parameters: not implemented, returns 0.
+/// Placeholder for playing an action from its parameters: not implemented, returns 0.
 int Execute(PSActionsPlugInMessage* message);
