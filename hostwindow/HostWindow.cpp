@@ -61,7 +61,7 @@ int mrvInvalWindowRect(id window, const Rect* rect) {
                        {static_cast<CGFloat>(rect->right - rect->left),
                         static_cast<CGFloat>(rect->bottom - rect->top)}};
   sendMessage<void>(contentView(window), setNeedsDisplayInRect, area);
-  // The caller hands one reference over with this call.
+  // Releases the reference that the caller passed.
   sendMessage<void>(window, release);
   return 0;
 }

@@ -1,40 +1,41 @@
-// The host's main window, the mouse, and what the system tells of both. [main-thread]
+// The host's main window and the mouse. [main-thread]
 //
-// Coordinates are the screen's, in pixels, with y growing upward; a rectangle's `top` holds the
-// smaller y. Where there is no main window, questions answer false and rectangles are all zero.
+// Coordinates are screen coordinates in 16-bit pixels (ScreenGeometry.h), with y growing upward; a
+// rectangle's `top` holds the smaller y. If there is no main window, or a given window is null,
+// predicates return false, rectangles are all zero, and calls that act on the window do nothing.
 #pragma once
 
 #include <Carbon/Carbon.h>
 #include <objc/objc.h>
 
-/// The host's main window, null where it has none.
+/// Returns the host's main window, null if there is none. The caller gets no reference.
 id getMainPhotoshopWindow();
 
-/// Whether the main window waits to be redrawn.
+/// Returns whether a view of the main window is waiting to be redrawn.
 bool isPhotoshopWindowUpdatePending();
 
-/// Has the main window draw what waits to be redrawn.
+/// Makes the main window draw the views that are waiting to be redrawn.
 void flushPhotoshopWindow();
 
-/// The content rectangle of the main window.
+/// Writes the content rectangle of the main window to `*bounds`.
 void getMainPhotoshopWindowBounds(Rect* bounds);
 
-/// The window that stands for the tool bar: the main window, whatever `windowID` is.
+/// Returns the main window, which takes the place of the tool bar's window. `windowID` is ignored.
 id mrvGetToolbarWindow(UInt32 windowID);
 
-/// Whether the window's content view waits to be redrawn.
+/// Returns whether the window's content view is waiting to be redrawn.
 bool mrvIsWindowUpdatePending(id window);
 
-/// Marks a rectangle of the window's content view for redrawing and takes one reference to the
-/// window over from the caller. Returns 0.
+/// Marks a rectangle, in the coordinates of the window's content view, for redrawing, and releases
+/// one reference to the window, which the caller must have retained. Returns 0.
 int mrvInvalWindowRect(id window, const Rect* rect);
 
-/// The window's frame, title bar included.
+/// Writes the window's frame, including the title bar, to `*bounds`. `region` is ignored.
 void mrvGetWindowBounds(id window, UInt16 region, Rect* bounds);
 
-/// Where the mouse is.
+/// Writes the mouse's position to `*location`.
 void getCurrentMouseLocation(Point* location);
 
-/// Turns a point with y upward into one with y downward from the top of the main window's screen;
-/// with no screen the height is 0.
+/// Converts a point with y upward to y downward from the top of the main window's screen. The
+/// screen's height counts as 0 if the window has no screen or there is no main window.
 void convertNSMousePtToCG(Point* location);

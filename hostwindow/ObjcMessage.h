@@ -1,4 +1,4 @@
-// Messages to the platform's objects, with the result type of the method called.
+// Typed messages to the platform's Objective-C objects.
 //
 //   static const SEL frame = sel_registerName("frame");
 //   const CGRect rect = sendMessage<CGRect>(window, frame);
@@ -10,10 +10,10 @@
 
 #include <type_traits>
 
-/// Sends `selector` to `receiver` and returns what the method returns: integers and pointers,
-/// doubles, and structures of up to two doubles come back in registers; anything larger, such as a
-/// rectangle, comes back through memory (the convention of 64-bit Intel). A null receiver answers
-/// with zero, also for structures. [main-thread]
+/// Sends `selector` to `receiver` and returns the method's result; zero, also for structures, if
+/// the receiver is null. The calling convention of 64-bit Intel returns scalars and structures of
+/// up to two doubles in registers, larger structures such as rectangles in memory. [main-thread]
+/// REQUIRES: `Result` and `Arguments` are the method's own types.
 template <class Result, class... Arguments>
 Result sendMessage(id receiver, SEL selector, Arguments... arguments) {
   using Function = Result (*)(id, SEL, Arguments...);

@@ -1,19 +1,19 @@
-// Screen geometry in 16-bit pixels, made from the platform's floating-point coordinates.
+// Screen geometry in 16-bit pixels, from the platform's floating-point coordinates. [any-thread]
 #pragma once
 
 #include <CoreGraphics/CoreGraphics.h>
 #include <MacTypes.h>
 
-/// The coordinate truncated toward zero, of which the low 16 bits are kept; 0 where it does not fit
-/// into 32 bits or is no number.
+/// Returns the low 16 bits of the coordinate truncated towards zero; 0 if the truncated coordinate
+/// does not fit into 32 bits or the coordinate is NaN.
 short pixel(double coordinate);
 
-/// The rectangle in pixels, each sum of an origin and a size made before it is truncated. y is not
-/// flipped: `top` holds the smaller y, the lower edge on the screen.
+/// Returns the rectangle in pixels; origin and size are added before the truncation. y is not
+/// flipped: `top` holds the smaller y, which is the lower edge on the screen.
 Rect pixelRect(const CGRect& rect);
 
-/// Where a wheel tick goes: `mouse` where it lies in `bounds` (edges included), else the centre.
+/// Returns `mouse` if it lies in `bounds`, edges included, else the centre of `bounds`.
 Point placeInside(const Rect& bounds, Point mouse);
 
-/// The middle between two edges, truncated toward zero.
+/// Returns the mean of two edges, truncated towards zero.
 short middle(short low, short high);

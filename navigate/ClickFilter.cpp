@@ -1,4 +1,4 @@
-// The click filter, which keeps real clicks from the host while a pan is under way.
+// The click filter, which withholds real clicks from the host while a pan is in progress.
 #include <iterator>
 
 #include "navigate/Navigate2D.h"

@@ -1,4 +1,4 @@
-// The receiver of device events: each sample of device motion does what its dominant motion says.
+// The receiver of device events: the dominant motion of a sample selects brush, zoom or pan.
 #include "hostactions/BrushSize.h"
 #include "navigate/DeviceEvent.h"
 #include "navigate/Dominance.h"
@@ -21,8 +21,8 @@ Motion readMotion(EventRef event) {
           .rz = readShort(event, kRotationZ)};
 }
 
-/// Makes a mouse-moved event and drops it unposted. The delta is declared with 4 of its 16 bytes:
-/// both are meant so, and nothing else depends on the event.
+/// Creates a mouse-moved event and releases it without posting it. Only 4 of the delta's 16 bytes
+/// are set. Nothing is known to depend on the event; kept as releases in the field have it.
 void makeIdleMouseEvent() {
   constexpr ByteCount kDeclaredDeltaSize = 4;
   const UInt32 modifiers = 0;
@@ -34,12 +34,12 @@ void makeIdleMouseEvent() {
   if (event != nullptr) ReleaseEvent(event);
 }
 
-/// −32768 has no positive counterpart in 16 bits and stays itself.
+/// −32768 is returned unchanged: its negative does not fit into 16 bits.
 short negated(std::int16_t value) { return static_cast<short>(-value); }
 
 void act(Navigate2D& navigator, const Motion& motion) {
   const Act dominant = dominantAct(motion);
-  // Brush steps add up over an unbroken run of twists alone.
+  // Only consecutive twists accumulate; any other sample ends the brush gesture.
   if (dominant != Act::kBrush) ResetBrushSizeAccumulator();
   switch (dominant) {
     case Act::kBrush:
@@ -55,7 +55,7 @@ void act(Navigate2D& navigator, const Motion& motion) {
   }
 }
 
-/// Buttons are read and nothing more is done with them.
+/// Placeholder: reads the button's parameters and ignores them.
 void readButton(EventRef event) {
   readShort(event, kButtonNumber);
   readShort(event, kButtonState);
@@ -69,7 +69,7 @@ OSStatus deviceHandler(EventHandlerCallRef, EventRef event, void* userData) {
     if (kind == kDeviceButton) readButton(event);
     if (kind == kDeviceAxes) act(*static_cast<Navigate2D*>(userData), readMotion(event));
   } catch (...) {
-    // The caller is the platform's dispatcher: the sample is lost, the event still consumed.
+    // The caller is the platform's dispatcher, which must not see exceptions: drop the sample.
   }
   return noErr;
 }

@@ -1,10 +1,11 @@
-// The event by which the device thread hands a device message to the main thread: the one place
-// where its class, kinds and parameters are written down.
+// The event in which the device thread passes a device message to the main thread.
 //
-//   kind               parameters, in the order set
+//   kind               parameters, in the order in which they are set
 //   kDeviceButton      'kmod' magn (on press only), 'tbtn' shor, 'tbts' shor, 'ttim' comp
 //   kDeviceAxes        'tpnx' 'tpny' 'tpnz' 'trtx' 'trty' 'trtz' shor each, 'ttim' comp
 //   kDeviceCommand     'tpac' shor, 'ttim' comp
+//
+// 'kmod' is the platform's parameter kEventParamKeyModifiers.
 #pragma once
 
 #include <Carbon/Carbon.h>
@@ -30,5 +31,5 @@ enum : EventParamName {
   kButtonNumber = fourCharCode("tbtn"),   ///< typeSInt16: the button last pressed
   kButtonState = fourCharCode("tbts"),    ///< typeSInt16: 1 pressed, 0 released
   kCommandNumber = fourCharCode("tpac"),  ///< typeSInt16
-  kDeviceTime = fourCharCode("ttim"),     ///< typeSInt64: the device's time stamp, unchanged
+  kDeviceTime = fourCharCode("ttim"),     ///< typeSInt64: the device's time stamp
 };

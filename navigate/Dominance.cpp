@@ -4,7 +4,8 @@
 
 namespace {
 
-/// Compares sizes: the magnitude of -32768 does not fit into 16 bits, its square fits into 32.
+/// Used instead of the magnitude, which does not fit into 16 bits for −32768; the square always
+/// fits into 32 bits.
 int square(std::int16_t value) { return value * value; }
 
 }  // namespace

@@ -15,8 +15,8 @@ struct Wheel {
   UInt32 modifiers;
 };
 
-/// How the host is made to scroll along the displacement. A host that zooms with the wheel scrolls
-/// with option held, and sideways with command held as well.
+/// The wheel and modifiers that make the host scroll along the displacement. A host that zooms with
+/// the wheel scrolls vertically with option held, horizontally with option and command held.
 Wheel wheelFor(Point start, Point end, bool zoomWithScrollWheel) {
   if (start.h == end.h) {
     return {start.v - end.v, kVerticalWheel, zoomWithScrollWheel ? UInt32{optionKey} : 0};

@@ -1,10 +1,10 @@
-// How far one pan sample moves: the square of its deflection, with the deflection's sign.
+// The step of one pan sample: the square of its deflection, with the deflection's sign.
 // [any-thread]
 #pragma once
 
-/// Where the step along either axis starts, in pixels.
+/// The start of a step along either axis, in pixels.
 inline constexpr short kPanOrigin = 5;
 
-/// Where the step of a deflection of `counts` device counts (-32768 to 32767) ends, in pixels:
-/// counts * |counts| / 250 + kPanOrigin, truncated toward zero, of which the low 16 bits are kept.
+/// Returns the end, in pixels, of the step for a deflection of `counts` device counts (-32768 to
+/// 32767): the low 16 bits of counts * |counts| / 250 + kPanOrigin, truncated towards zero.
 short panStepEnd(int counts);

@@ -1,5 +1,5 @@
-// The wait for the host's redraw, which paces the ticks: samples are dropped from a tick to the
-// redraw that follows it.
+// The wait for the host's redraw, which paces the ticks: samples are dropped from a tick until the
+// host has redrawn.
 #include <algorithm>
 
 #include "hostutil/Truncate.h"
@@ -8,7 +8,7 @@
 
 namespace {
 
-/// The count of a wait that the next drop ends.
+/// The value of `m_refreshWait` at which the next drop ends the wait.
 constexpr std::int16_t kLongestWait = 51;
 
 bool overlaps(const CGRect& rect, const Rect& bounds) {

@@ -1,4 +1,4 @@
-// The synthesized scroll wheel: where a tick goes, and the modifier keys pressed round it.
+// The synthesized scroll wheel: the position of a tick and the modifier keys held during it.
 #include <ApplicationServices/ApplicationServices.h>
 
 #include "hostwindow/HostWindow.h"
@@ -48,7 +48,6 @@ int Navigate2D::SimulateWheelMovedEvent(WindowRef, UInt16 axis, SInt32 delta, Po
   if (option) postKey(kOptionKeyCode, true);
   if (command) postKey(kCommandKeyCode, true);
   postWheel(axis, delta, where, flags);
-  // Released in the reverse order of pressing.
   if (command) postKey(kCommandKeyCode, false);
   if (option) postKey(kOptionKeyCode, false);
   return 0;

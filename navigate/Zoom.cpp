@@ -9,8 +9,8 @@ namespace {
 constexpr int kZoomThreshold = 11;
 constexpr char kMaximumMagnification[] = "@ 1600";
 
-/// The text in which a host at its maximum magnification would say so. It is never filled, so the
-/// stop never holds a tick back; the check keeps its place for the day when there is a title.
+/// The window title, which shows the magnification. Reading it is not implemented, so it is empty
+/// and the check for the maximum magnification never stops a tick.
 constexpr char kWindowTitle[] = "";
 
 bool isAtMaximum(int direction) {
@@ -26,11 +26,11 @@ void Navigate2D::ZoomEvent(short z) {
 void Navigate2D::SimulateScrollWheelZoom(int delta) {
   static std::int16_t zoomAccumulator = 0;
   if (getMainPhotoshopWindow() == nullptr) return;
-  // In 16 bits: the delta's low ones count, and the sum wraps.
+  // The low 16 bits of the delta are added, and the sum wraps.
   zoomAccumulator = static_cast<std::int16_t>(zoomAccumulator + static_cast<std::int16_t>(delta));
   if (std::abs(zoomAccumulator) < kZoomThreshold) return;
   const int direction = zoomAccumulator > 0 ? 1 : -1;
-  // What is beyond the threshold is dropped, not carried over.
+  // The excess over the threshold is not carried over.
   zoomAccumulator = 0;
   if (isAtMaximum(direction)) return;
   postTick(kVerticalWheel, direction, m_zoomWithScrollWheel ? 0 : optionKey);

@@ -1,4 +1,4 @@
-// A holder of one host suite, acquired on first use.
+// A holder of one host suite that acquires it on first use.
 //
 //   sPSActionDescriptor->Make(&descriptor);   // the first use acquires the suite, or throws
 //
@@ -9,8 +9,9 @@
 
 #include "suites/BasicSuite.h"
 
-/// Holds the suite `T` of one name and version. Empty at first; filled by the first use, emptied by
-/// `ReleaseSuite` or at process exit, and filled again by the next use.
+/// Holds the suite of procedures `T` with one name and version. Initially empty. The first use
+/// acquires the suite, `ReleaseSuite` and the destructor release it, the next use acquires it
+/// again.
 template <class T>
 class AutoSuite {
  public:
@@ -22,25 +23,27 @@ class AutoSuite {
   AutoSuite& operator=(const AutoSuite&) = delete;
 
   /// Asks the host for the suite and stores the result in `error`: 0, the host's code, or the
-  /// parameter error where there is no basic suite yet. With `throwOnError` a failure throws that
-  /// code as a `std::uint32_t`.
+  /// parameter error 0x5061726D if there is no basic suite yet. If `throwOnError` is true, a
+  /// failure is thrown as a `std::uint32_t`.
   void AcquireSuite(bool throwOnError) {
     TryAcquireSuite();
     if (error != 0 && throwOnError) throw static_cast<std::uint32_t>(error);
   }
 
-  /// `AcquireSuite(false)`, for places that nothing may be thrown out of.
+  /// Does what `AcquireSuite(false)` does, for callers that must not throw.
   void TryAcquireSuite() noexcept {
     error = acquireSuite(name, version, reinterpret_cast<const void**>(&suite));
   }
 
-  /// Gives the suite back to the host; nothing where it is not held or the host is not known.
+  /// Releases the suite to the host. Does nothing if it is not held, has no name, or there is no
+  /// basic suite.
   void ReleaseSuite() {
     if (suite == nullptr || name == nullptr) return;
     if (releaseSuite(name, version)) suite = nullptr;
   }
 
-  /// The suite's procedures, acquired where they are not held yet. Throws as `AcquireSuite(true)`.
+  /// Returns the suite's procedures, acquiring them if they are not held. Throws what
+  /// `AcquireSuite(true)` throws.
   const T* operator->() {
     if (suite == nullptr) AcquireSuite(true);
     return suite;

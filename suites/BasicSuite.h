@@ -1,4 +1,4 @@
-// The host's basic suite, through which every other suite is had. [main-thread]
+// The host's basic suite, which provides all other suites. [main-thread]
 #pragma once
 
 #include <SPBasic.h>
@@ -10,9 +10,10 @@
 /// The host's basic suite, null until the host's first call; every call refreshes it.
 extern SPBasicSuite* sSPBasic;
 
-/// Acquires a suite into `*suite` and returns the host's code; the parameter error, with `*suite`
-/// left alone, where there is no basic suite.
+/// Acquires a suite into `*suite` and returns the host's code, 0 for success. If there is no basic
+/// suite, returns the parameter error 0x5061726D and leaves `*suite` unchanged.
 std::int32_t acquireSuite(const char* name, std::int32_t version, const void** suite);
 
-/// Releases a suite; false, with nothing done, where there is no basic suite.
+/// Releases a suite. Returns false, having done nothing, if there is no basic suite; the host's own
+/// error is ignored.
 bool releaseSuite(const char* name, std::int32_t version);

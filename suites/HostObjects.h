@@ -1,4 +1,4 @@
-// Owners of the host's action objects: each frees what it holds, once, on every path.
+// Owners of the host's action objects, which free what they hold exactly once.
 //
 //   ActionReference reference;
 //   error = sPSActionReference->Make(reference.out());
@@ -11,9 +11,8 @@
 #include "hostutil/Owned.h"
 #include "suites/Suites.h"
 
-/// Frees a host object through its suite. This runs also while the exception of a failed
-/// acquisition unwinds the stack, so it throws nothing: an object whose suite the host still
-/// refuses stays unfreed.
+/// Frees a host object through its suite. Throws nothing, because it also runs while the exception
+/// of a failed acquisition unwinds the stack; the object leaks if the host still refuses the suite.
 template <auto& Suite, class Object>
 void freeHostObject(Object object) noexcept {
   if (Suite.suite == nullptr) Suite.TryAcquireSuite();

@@ -2,8 +2,7 @@
 
 #include <PIProperties.h>
 
-// The order of the definitions is the order of construction, and so, backwards, of release at
-// process exit.
+// At process exit the suites are released in the reverse order of these definitions.
 AutoSuite<PSActionDescriptorProcs> sPSActionDescriptor(kPSActionDescriptorSuite,
                                                        kPSActionDescriptorSuiteVersion);
 AutoSuite<PSActionDescriptorProcs3> sPSActionDescriptor3(kPSActionDescriptorSuite,
@@ -53,7 +52,7 @@ void PIUSuitesRelease() {
   sPSActionReference.ReleaseSuite();
   sPSActionList.ReleaseSuite();
   sPSRegistry.ReleaseSuite();
-  // The handle suite goes before the hooks, out of the order above, and hosts see it so.
+  // Out of the order above: hosts in the field see the handle suite released before the hooks.
   sPSHandle.ReleaseSuite();
   sPSUIHooks.ReleaseSuite();
   sASZString.ReleaseSuite();

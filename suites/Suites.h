@@ -43,6 +43,6 @@ extern AutoSuite<PSAliasSuite> sPSAlias;
 extern AutoSuite<ResourceProcs> sPSResource;
 extern AutoSuite<JSScriptingSuite2> sScripting;
 
-/// Gives every held suite back to the host, in the order of the holders above, but the handle suite
-/// before the user-interface hooks. A holder emptied so is filled again by its next use.
+/// Releases every held suite, in the order of the holders above except that sPSHandle precedes
+/// sPSUIHooks. The next use of a holder acquires its suite again.
 void PIUSuitesRelease();
