@@ -14,7 +14,7 @@ struct Tool {
   int number;
 };
 
-/// The brush code tests tools by a bit set over these very numbers, hence the gaps.
+/// `kBrushTools` in BrushSize.cpp is a bit set over these numbers, so they must not change.
 constexpr Tool kTools[] = {
     {"paintbrushTool", 29},
     {"cloneStampTool", 30},
@@ -57,11 +57,11 @@ int toolNumberOf(const char (&name)[kToolNameSize]) {
   return kOtherTool;
 }
 
-/// Asks for the current tool; `told` is whether the answer holds it.
-int askForTool(ActionReference& reference, ActionDescriptor& result, bool& told) {
-  told = false;
+/// Asks for the current tool; `hasTool` reports whether the answer contains it.
+int askForTool(ActionReference& reference, ActionDescriptor& result, bool& hasTool) {
+  hasTool = false;
   const int error = getApplicationProperty(kKeyTool, reference, result);
-  return error != 0 ? error : askForKey(result.get(), kKeyTool, told);
+  return error != 0 ? error : askForKey(result.get(), kKeyTool, hasTool);
 }
 
 int readToolID(const ActionDescriptor& result, DescriptorEnumTypeID& tool) {
@@ -72,12 +72,12 @@ int readToolID(const ActionDescriptor& result, DescriptorEnumTypeID& tool) {
 }  // namespace
 
 int PlayeventGetActiveTool(int* toolNumber, int* hostToolID) {
-  // Freed from the last to the first.
+  // Freed in the reverse order of declaration: the reference first.
   ActionDescriptor result;
   ActionReference reference;
-  bool told;
-  int error = askForTool(reference, result, told);
-  if (error != 0 || !told) return error;
+  bool hasTool;
+  int error = askForTool(reference, result, hasTool);
+  if (error != 0 || !hasTool) return error;
   DescriptorEnumTypeID tool = 0;
   error = readToolID(result, tool);
   if (error != 0) return error;
@@ -89,14 +89,14 @@ int PlayeventGetActiveTool(int* toolNumber, int* hostToolID) {
 }
 
 int PlayeventGetBrushSize(int* size) {
-  // Freed from the last to the first.
+  // Freed in the reverse order of declaration: the reference first.
   ActionDescriptor brush;
   ActionDescriptor toolOptions;
   ActionDescriptor result;
   ActionReference reference;
-  bool told;
-  int error = askForTool(reference, result, told);
-  if (error != 0 || !told) return error;
+  bool hasTool;
+  int error = askForTool(reference, result, hasTool);
+  if (error != 0 || !hasTool) return error;
   DescriptorEnumTypeID ignoredTool = 0;
   DescriptorUnitID ignoredUnit = 0;
   double diameter = 0.0;

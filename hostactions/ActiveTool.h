@@ -1,19 +1,21 @@
 // The host's current tool and the size of its brush. [main-thread]
 #pragma once
 
-/// The number of every tool that has none of its own.
+/// The number of every tool without an assigned number.
 inline constexpr int kOtherTool = 62;
 
-/// The current tool of the application: this plug-in's number for it in `*toolNumber` (29 to 61, or
-/// `kOtherTool`), and the host's own identifier in `*hostToolID` unless that is null. Returns the
-/// host error, 0 for success; a host that does not tell its tool gives 0 with nothing written. A
-/// failed conversion to the tool's name is returned too, but a number is written all the same.
-/// Throws the host's code as a `std::uint32_t` where a suite cannot be acquired.
+/// Reads the current tool of the application: writes this plug-in's number for it (29 to 61, or
+/// `kOtherTool`) to `*toolNumber` and, unless `hostToolID` is null, the host's identifier to
+/// `*hostToolID`. Returns the host error, 0 for success. Returns 0 and writes nothing if the host's
+/// answer has no tool. If only the conversion of the identifier to a name fails, returns that error
+/// but still writes both. Throws the host's code as a `std::uint32_t` if a suite cannot be
+/// acquired.
 /// REQUIRES: `toolNumber` is not null.
 int PlayeventGetActiveTool(int* toolNumber, int* hostToolID);
 
-/// The diameter of the current tool's brush, truncated to a whole number of whatever unit the host
-/// reports. Returns the host error, 0 for success, and leaves `*size` alone where the host does not
-/// tell its tool or the tool has no brush. Throws like `PlayeventGetActiveTool`.
+/// Reads the diameter of the current tool's brush, truncated towards zero, in the unit that the
+/// host reports (not checked). Returns the host error, 0 for success. Returns 0 and leaves `*size`
+/// unchanged if the host's answer has no tool; a tool without a brush gives the host's error.
+/// Throws what `PlayeventGetActiveTool` throws.
 /// REQUIRES: `size` is not null.
 int PlayeventGetBrushSize(int* size);

@@ -1,25 +1,26 @@
-// Questions to the host, and reading its answers. [main-thread]
+// Queries of the host, reading of its answers, and playing of events. [main-thread]
 //
 // All functions throw the host's code as a `std::uint32_t` if a suite cannot be acquired.
 #pragma once
 
 #include "suites/HostObjects.h"
 
-/// Makes `reference` to the property `key` of the current application and has the host answer it
-/// with the descriptor `result`. Returns the first host error, 0 for success; each object is held
-/// from the moment when it is made.
+/// Creates `reference` to the property `key` of the current application and gets the host's answer
+/// in `result`. Returns the first host error, 0 for success. What was created before an error stays
+/// in the owners.
 int getApplicationProperty(DescriptorKeyID key, ActionReference& reference,
                            ActionDescriptor& result);
 
-/// Asks whether `descriptor` has `key`; returns the host error, and the answer in `present`.
+/// Asks whether `descriptor` has `key` and writes the answer to `present`. Returns the host error,
+/// 0 for success.
 int askForKey(PIActionDescriptor descriptor, DescriptorKeyID key, bool& present);
 
-/// True if the descriptor has the key; false also if the host fails.
+/// Returns true if the descriptor has the key, false if not or if the host returns an error.
 bool hasKey(const ActionDescriptor& descriptor, DescriptorKeyID key);
 
-/// Reads the object under `key`, whatever its class. Returns the host error, 0 for success.
+/// Reads the object under `key`, ignoring its class. Returns the host error, 0 for success.
 int getObject(const ActionDescriptor& descriptor, DescriptorKeyID key, ActionDescriptor& object);
 
-/// Plays an event without a dialog; returns the host error, 0 for success.
+/// Plays `event` without a dialog and gets its result. Returns the host error, 0 for success.
 int playSilently(ActionDescriptor& result, DescriptorEventID event,
                  const ActionDescriptor& descriptor);

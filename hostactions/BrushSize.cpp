@@ -15,15 +15,16 @@ namespace {
 constexpr int kSmallestDelta = 20;
 constexpr int kKeyThreshold = 501;
 
-/// Where a gesture goes on after a key. Not 0, which would ask for the tool again; the 1 biases the
-/// next count towards the larger side, and is meant.
+/// The accumulator after a key. Not 0, which would ask for the tool again; as it is 1, the next key
+/// needs 500 counts to a larger brush and 502 to a smaller one. The feel of the brush depends on
+/// it.
 constexpr std::int16_t kAfterKey = 1;
 
 /// The numbers of the tools that have a brush, one bit each.
 constexpr std::uint64_t kBrushTools = 0x23F6700BE0000000;
 constexpr int kLastBrushTool = 61;
 
-/// The virtual keys that a layout's smaller-brush and larger-brush shortcuts are on.
+/// The virtual key codes of the host's shortcuts for a smaller and a larger brush on a layout.
 struct BrushKeys {
   const char* layout;
   std::uint32_t smaller;
@@ -39,8 +40,7 @@ constexpr BrushKeys kOtherLayoutKeys = {nullptr, 33, 30};
 std::uint32_t brushSizeSmaller = 0;
 std::uint32_t brushSizeLarger = 0;
 
-/// Device counts since the last key or reset; 0 also means that this gesture has not asked for the
-/// tool yet.
+/// Device counts since the last key or reset. 0 makes the next sample ask for the tool.
 std::int16_t brushSizeAccumulator = 0;
 
 void copyCurrentLayout(char* layout, CFIndex size) {
@@ -62,7 +62,7 @@ const BrushKeys& keysOf(const char* layout) {
 
 bool hasBrush(int tool) { return tool <= kLastBrushTool && ((kBrushTools >> tool) & 1) != 0; }
 
-/// Adds in 16 bits: the delta's low ones count, and the sum wraps.
+/// Adds the low 16 bits of the delta; the sum wraps.
 void accumulate(int delta) {
   const auto counts = static_cast<std::int16_t>(delta);
   brushSizeAccumulator = static_cast<std::int16_t>(brushSizeAccumulator + counts);
@@ -100,7 +100,7 @@ void AdjustBrushSize(int delta) {
   if (getMainPhotoshopWindow() == nullptr) return;
   if (-kSmallestDelta < delta && delta < kSmallestDelta) return;
   if (brushSizeAccumulator == 0 && PlayeventGetActiveTool(&toolID, &psToolID) != 0) return;
-  // The size itself is not used: a tool without a brush ends the gesture here.
+  // Only the error is used: a tool without a brush ends the call here.
   if (brushSizeAccumulator == 0 && PlayeventGetBrushSize(&brushSize) != 0) return;
   if (hasBrush(toolID)) accumulate(delta);
 }

@@ -7,7 +7,7 @@ namespace {
 
 constexpr double kPointsPerInch = 72.0;
 
-/// Reads the property `key` of what the parts refer to.
+/// Reads the property `key` from the host's answer to a reference made of the parts.
 template <class... Parts>
 int getItem(std::uint32_t key, void* value, void* extra, const Parts&... putPart) {
   if (value == nullptr) return kSPBadParameterError;
@@ -35,7 +35,7 @@ int getActionName(char* name, std::uint32_t* length, const Parts&... putPart) {
   return error != 0 ? error : readName(result.get(), name, length);
 }
 
-/// An item of which the place is known; `extra` may be null where its type wants none.
+/// An item and the places to read it to; `extra` may be null for types that do not need it.
 struct Item {
   PIActionDescriptor descriptor;
   std::uint32_t key;
@@ -58,7 +58,7 @@ int readText(const Item& item) {
                                         *length + 1);
 }
 
-/// Items that tell nothing beside their value.
+/// Reads the types that do not need `extra`.
 int readPlain(const Item& item, DescriptorTypeID type) {
   const auto& [descriptor, key, value, extra] = item;
   switch (type) {
@@ -85,7 +85,7 @@ int readPlain(const Item& item, DescriptorTypeID type) {
   }
 }
 
-/// Items that tell something more; the parameter error where there is no place for it.
+/// Reads any type; the parameter error if the type needs `extra` and it is null.
 int readItem(const Item& item, DescriptorTypeID type) {
   const auto& [descriptor, key, value, extra] = item;
   auto* detail = as<std::uint32_t>(extra);
@@ -190,8 +190,8 @@ int PIUGetErrorStringFromDescriptor(PIActionDescriptor descriptor, char* buffer,
   error = sPSActionDescriptor->GetStringLength(descriptor, kKeyMessage, &length);
   if (error != 0 || length == 0) return error;
   if (length > size) return kSPBadParameterError;
-  // The limit is the length itself, so the last character gives way to the terminator: meant so,
-  // and unlike the other texts here.
+  // Unlike for other texts, the limit is the length itself, so the terminator replaces the last
+  // character. Kept as callers in the field have it.
   return sPSActionDescriptor->GetString(descriptor, kKeyMessage, buffer, length);
 }
 

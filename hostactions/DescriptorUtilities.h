@@ -1,52 +1,55 @@
-// Generic access to the host's objects: play an action by name, read a property of any type, and
-// convert lengths.
+// Generic access to the host's objects: plays an action by name, reads a property of any type, and
+// converts lengths.
 //
 //   double width = 0.0;
 //   std::uint32_t unit = 0;
-//   error = PIUGetInfo(classDocument, keyWidth, &width, &unit);
+//   error = PIUGetInfo(kClassDocument, kKeyWidth, &width, &unit);
 //
-// All functions return a host error code, 0 for success, and throw the host's code as a
-// `std::uint32_t` where a suite cannot be acquired. A missing pointer gives the parameter error
-// 0x5061726D before anything is made. [main-thread]
+// Functions that return an int return a host error code, 0 for success, and throw the host's code
+// as a `std::uint32_t` if a suite cannot be acquired. A null `value`, `name`, `length` or
+// `buffer` gives the parameter error 0x5061726D before the host is called. [main-thread]
 #pragma once
 
 #include <PIActions.h>
 
 #include <cstdint>
 
-/// Plays the action of that name in the set of that name, without a dialog. Also fails as
-/// `PIUCheckPlayResult` does.
+/// Plays the action `actionName` of the set `setName` without a dialog. Also returns the errors of
+/// `PIUCheckPlayResult`.
 int PIUActionsPlayByName(const char* setName, const char* actionName);
 
-/// The name of an action, given by its index in the set. `*length` becomes the name's length;
-/// `name` must have room for one byte more. A host that does not tell the name gives 0 with nothing
-/// written.
+/// Reads the name of the action with an index (from 1) in the set with an index or a name.
+/// `*length` is output only: the name's length in bytes. Returns 0 and writes nothing if the host's
+/// answer has no name.
+/// REQUIRES: `name` has room for the name and a terminator.
 int PIUActionsGetName(std::uint32_t setIndex, std::uint32_t actionIndex, char* name,
                       std::uint32_t* length);
 int PIUActionsGetName(const char* setName, std::uint32_t actionIndex, char* name,
                       std::uint32_t* length);
 
-/// The property `key` of the current object of a class; `value` and `extra` are as
-/// `PIUGetSingleItemFromDescriptor` wants them.
+/// Reads the property `key` of the current object of a class; `value` and `extra` are those of
+/// `PIUGetSingleItemFromDescriptor`.
 int PIUGetInfo(std::uint32_t classID, std::uint32_t key, void* value, void* extra);
 
-/// The same of the object with that index, or that identifier.
+/// The same for the object with an index (from 1) or an identifier.
 int PIUGetInfoByIndex(std::uint32_t index, std::uint32_t classID, std::uint32_t key, void* value,
                       void* extra);
 int PIUGetInfoByID(std::uint32_t identifier, std::uint32_t classID, std::uint32_t key, void* value,
                    void* extra);
 
-/// The same of an object within another, such as a layer of a document: the inner one first.
+/// The same for an object within another, such as a layer of a document; the inner object is the
+/// first of each pair of arguments.
 int PIUGetInfoByIndexIndex(std::uint32_t index1, std::uint32_t index2, std::uint32_t class1,
                            std::uint32_t class2, std::uint32_t key, void* value, void* extra);
 int PIUGetInfoByIDID(std::uint32_t id1, std::uint32_t id2, std::uint32_t class1,
                      std::uint32_t class2, std::uint32_t key, void* value, void* extra);
 
-/// The property `key` of the current document's background layer.
+/// Reads the item `key` from the host's answer for the background layer of the current document.
+/// The answer normally contains only kKeyBackground.
 int PIUGetBackgroundInfo(std::uint32_t key, void* value, void* extra);
 
-/// Reads the item under `key`, whatever its type; an absent one gives 0 with nothing written. What
-/// the pointers must point to, by the item's type:
+/// Reads the item under `key`. Returns 0 and writes nothing if there is none. The item's type
+/// determines what the pointers must point to:
 ///
 ///   type          value                     extra
 ///   GlbC, type    std::uint32_t, the class
@@ -63,25 +66,27 @@ int PIUGetBackgroundInfo(std::uint32_t key, void* value, void* extra);
 ///   long          std::int32_t
 ///   obj           PIActionReference
 ///
-/// A text longer than the capacity, or a null `extra` where one is wanted, gives the parameter
-/// error; any other type gives 0x21494D50 ('!IMP'). The caller frees objects that it is given.
+/// A text longer than the capacity gives the parameter error but still writes the length. A null
+/// `extra` gives the parameter error if the type needs one. Any other type gives 0x21494D50
+/// ('!IMP'). The caller frees the objects and handles that it receives.
 int PIUGetSingleItemFromDescriptor(PIActionDescriptor descriptor, std::uint32_t key, void* value,
                                    void* extra);
 
-/// Copies the message that a played action left, cut to its own length including the terminator;
-/// no message, or an empty one, leaves the buffer alone. One longer than `size` bytes gives the
-/// parameter error.
+/// Copies the error message from an action's result to `buffer`, whose size is `size` bytes. The
+/// terminator replaces the message's last character. Returns 0 and writes nothing if there is no
+/// message or it is empty. A message longer than `size` bytes gives the parameter error.
 int PIUGetErrorStringFromDescriptor(PIActionDescriptor descriptor, char* buffer,
                                     std::uint32_t size);
 
-/// Whether a played action left a message: 0 for none, -1 for one or for a null result, merged by
-/// OR with the host error of asking.
+/// Checks an action's result for an error message: returns 0 if there is none, -1 if there is one
+/// or `result` is null. A host error of the check is merged in by OR.
 int PIUCheckPlayResult(PIActionDescriptor result);
 
-/// Pixels from a length of 1/72 inch ('#Rlt') at `resolution` pixels an inch; a value of any other
-/// unit is returned as it is.
+/// Converts a length in 1/72 inch (unit '#Rlt') to pixels at `resolution` pixels per inch. A value
+/// in any other unit is returned unchanged. [any-thread]
 double UnitsToPixels(double value, std::uint32_t unit, double resolution);
 
-/// The reverse for '#Rlt' (0 at resolution 0); pixels ('#Pxl') stay as they are, and every other
-/// unit gives 0. That the two functions differ there is meant.
+/// Converts pixels to 1/72 inch (unit '#Rlt'), giving 0 at resolution 0. For the unit '#Pxl' the
+/// value is returned unchanged; any other unit gives 0, which differs from `UnitsToPixels` and is
+/// kept as callers in the field have it. [any-thread]
 double PixelsToUnits(double value, std::uint32_t unit, double resolution);

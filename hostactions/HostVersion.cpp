@@ -7,14 +7,14 @@
 
 namespace {
 
-/// Both numbers start at 0 and keep that where the host does not tell them.
+/// A number that cannot be read stays 0.
 struct Version {
   std::int32_t major = 0;
   std::int32_t minor = 0;
 };
 
 bool queryVersion(Version& answer) {
-  // Freed from the last to the first.
+  // Freed in the reverse order of declaration: the result first.
   ActionReference reference;
   ActionDescriptor version;
   ActionDescriptor result;
@@ -46,7 +46,7 @@ int PSMajorVersion(int* major, int* minor) {
 }
 
 bool PSIsModal() {
-  // Leans towards modal: an answer that does not come leaves the 1.
+  // A call that fails normally leaves the 1, so the host counts as modal.
   std::intptr_t modal = 1;
   sPSProperty->getPropertyProc(kPhotoshopSignature, propAppIsModal, 0, &modal, nullptr);
   return modal != 0;

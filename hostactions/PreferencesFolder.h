@@ -1,9 +1,10 @@
-// The user's preferences folder, below which the host keeps a settings folder for each version.
+// The user's preferences folder, which contains the host's settings folder for each version.
 #pragma once
 
 #include <CoreFoundation/CoreFoundation.h>
 
-/// Copies the folder's path, Mac Roman and without a trailing slash, into `path` of `size` bytes,
-/// terminating zero included. A path that does not fit, or a folder that is not found, leaves it
-/// empty. REQUIRES: `size` is at least 1. [main-thread]
+/// Copies the folder's path, in Mac Roman and without a trailing slash, to `path`, a buffer of
+/// `size` bytes. Creates the folder if it does not exist. The path is empty if the folder cannot be
+/// found or the path and its terminator do not fit. [main-thread]
+/// REQUIRES: `size` is at least 1.
 void copyPreferencesFolderPath(char* path, CFIndex size);

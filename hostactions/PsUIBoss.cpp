@@ -37,7 +37,7 @@ bool PsUIBoss::IsToolbarDirty() { return mrvIsWindowUpdatePending(toolbar()); }
 int PsUIBoss::RedrawToolbar() {
   static const SEL retain = sel_registerName("retain");
   const id window = toolbar();
-  // The call below takes one reference over.
+  // mrvInvalWindowRect releases one reference.
   sendMessage<id>(window, retain);
   return mrvInvalWindowRect(window, &kBrushArea);
 }

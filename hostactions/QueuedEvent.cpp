@@ -15,7 +15,7 @@ constexpr double kSmallestDiameter = 1.0;
 constexpr double kLargestDiameter = 2500.0;
 
 int setBrushProperty(const char* stringID, DescriptorUnitID unit) {
-  // The host reads the name only.
+  // The key is only read.
   return PlayeventDynamicSetProperty(const_cast<char*>(stringID), unit, gDoubleValue);
 }
 
@@ -40,7 +40,7 @@ int playRequest() {
   }
 }
 
-/// Makes an event's descriptor with a reference made of `part` as its target.
+/// Creates an event's descriptor whose target is a reference made of `part`.
 template <class Part>
 int makeEvent(ActionDescriptor& event, ActionReference& target, const Part& part) {
   int error = sPSActionDescriptor->Make(event.out());
@@ -49,7 +49,7 @@ int makeEvent(ActionDescriptor& event, ActionReference& target, const Part& part
   return error;
 }
 
-/// Makes the brush's descriptor with the one property in it.
+/// Creates a brush's descriptor with one property.
 int makeBrush(ActionDescriptor& brush, const char* stringID, DescriptorUnitID unit, double value) {
   DescriptorTypeID property = 0;
   int error = sPSActionDescriptor->Make(brush.out());
@@ -81,7 +81,7 @@ void PlayeventWinSetMasterDiameter() { gPlayFunction = kPlayNewBrushSize; }
 bool IsPlayEventBusy() { return gPlayFunction != kPlayNothing; }
 
 int PlayeventDynamicSetProperty(char* key, unsigned long unitID, double value) {
-  // Freed from the last to the first.
+  // Freed in the reverse order of declaration: the result first.
   ActionDescriptor brush;
   ActionReference brushReference;
   ActionDescriptor event;
@@ -97,7 +97,7 @@ int PlayeventDynamicSetProperty(char* key, unsigned long unitID, double value) {
 
 int PlayeventSelectBrush() {
   if (gActiveTool == 0) return 0;
-  // Freed from the last to the first.
+  // Freed in the reverse order of declaration: the result first.
   ActionReference tool;
   ActionDescriptor event;
   ActionDescriptor result;

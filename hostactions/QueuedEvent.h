@@ -1,10 +1,10 @@
-// One host action that waits to be played.
+// The one pending request to play a host action.
 //
-// The host lets a plug-in play actions only while it has called into it. A setter records what to
-// play; the next "Do It" plays it. A later request replaces one that still waits. [main-thread]
+// The host lets a plug-in play actions only during a call from the host. A setter records a
+// request, which the next "Do It" plays. A later request replaces a pending one. [main-thread]
 #pragma once
 
-/// The requests that `gPlayFunction` may hold; any other value plays nothing.
+/// The values of `gPlayFunction`; any other value plays nothing.
 enum : int {
   kPlayNothing = 0,
   kPlayMasterDiameter = 1,  ///< set the diameter, then select the tool again
@@ -13,28 +13,31 @@ enum : int {
   kPlayNewBrushSize = 5
 };
 
-extern int gPlayFunction;      ///< the request that waits; written last of the three
-extern double gDoubleValue;    ///< its value: pixels for the diameter, else percent
-extern long long gActiveTool;  ///< the host's identifier of the tool to select again; 0: none
+extern int gPlayFunction;      ///< the pending request; setters write it last
+extern double gDoubleValue;    ///< its value: pixels for the diameter, otherwise percent
+extern long long gActiveTool;  ///< the host's identifier of the tool to select, 0 for none
 
-/// Plays the request that waits, unless the mouse is down, and clears it. Returns the host error of
-/// what was played, 0 where nothing was. Throws the host's code as a `std::uint32_t` where a suite
-/// cannot be acquired; the request then waits on.
+/// Plays and clears the pending request, unless the mouse is down. Returns the host error, 0 for
+/// success or if nothing was played; the errors of setting a diameter and selecting the tool are
+/// merged by OR. Throws the host's code as a `std::uint32_t` if a suite cannot be acquired; the
+/// request then stays pending.
 int PlayQueuedEvent();
 
-/// Requests a brush diameter in pixels, kept within 1 to 2500 (a NaN passes as it is), and the
-/// selection of the tool `hostToolID` after it, 0 for none. Returns 0.
+/// Requests a brush diameter in pixels, clamped to 1 to 2500 (NaN is kept), followed by the
+/// selection of the tool `hostToolID` unless it is 0. Returns 0.
 int PlayeventDynamicSetMasterDiameter(double diameter, int hostToolID);
 
-/// Requests the new-brush-size hook.
+/// Requests a call of `SetNewBrushSize` (BrushSize.h).
 void PlayeventWinSetMasterDiameter();
 
-/// Whether a request waits.
+/// Returns whether a request is pending.
 bool IsPlayEventBusy();
 
-/// Sets one property of the current brush. `key` is the property's string ID, `unitID` the unit of
-/// `value`. Returns the host error, 0 for success. Throws like `PlayQueuedEvent`.
+/// Sets one property of the current brush. `key` is the property's string ID; the low 32 bits of
+/// `unitID` are the unit of `value`. Returns the host error, 0 for success. Throws what
+/// `PlayQueuedEvent` throws.
 int PlayeventDynamicSetProperty(char* key, unsigned long unitID, double value);
 
-/// Selects the tool `gActiveTool`. Returns the host error, 0 for success or where there is none.
+/// Selects the tool in the low 32 bits of `gActiveTool`. Returns the host error, 0 for success or
+/// if `gActiveTool` is 0. Throws what `PlayQueuedEvent` throws.
 int PlayeventSelectBrush();

@@ -1,4 +1,5 @@
-// References made of their parts, the innermost first.
+// Builds references from their parts, the innermost first. A part is a function that puts one form
+// into a reference and returns the host error, 0 for success.
 //
 //   ActionReference reference;
 //   error = makeReference(reference, indexPart(kClassLayer, 2), currentPart(kClassDocument));
@@ -11,25 +12,29 @@
 
 #include "suites/HostObjects.h"
 
-/// Each part puts itself into a reference and returns the host error, 0 for success.
+/// The object with a name. `name` must outlive the part.
 inline auto namePart(DescriptorClassID classID, const char* name) {
   return [=](PIActionReference r) { return sPSActionReference->PutName(r, classID, name); };
 }
 
+/// The object with an index (from 1).
 inline auto indexPart(DescriptorClassID classID, std::uint32_t index) {
   return [=](PIActionReference r) { return sPSActionReference->PutIndex(r, classID, index); };
 }
 
+/// The object with an identifier.
 inline auto identifierPart(DescriptorClassID classID, std::uint32_t identifier) {
   return [=](PIActionReference r) {
     return sPSActionReference->PutIdentifier(r, classID, identifier);
   };
 }
 
+/// The property `key`; `classID` is normally kClassProperty.
 inline auto propertyPart(DescriptorClassID classID, DescriptorKeyID key) {
   return [=](PIActionReference r) { return sPSActionReference->PutProperty(r, classID, key); };
 }
 
+/// The class itself.
 inline auto classPart(DescriptorClassID classID) {
   return [=](PIActionReference r) { return sPSActionReference->PutClass(r, classID); };
 }
@@ -41,8 +46,8 @@ inline auto currentPart(DescriptorClassID classID) {
   };
 }
 
-/// Makes a reference and puts the parts into it one after the other, until one fails. Returns the
-/// host error, 0 for success.
+/// Creates a reference and puts the parts into it in order, stopping at the first that fails.
+/// Returns the host error, 0 for success. A reference created before an error stays in the owner.
 template <class... Parts>
 int makeReference(ActionReference& reference, const Parts&... putPart) {
   int error = sPSActionReference->Make(reference.out());
@@ -50,7 +55,8 @@ int makeReference(ActionReference& reference, const Parts&... putPart) {
   return error;
 }
 
-/// The same, then has the host answer the reference with the descriptor `result`.
+/// Makes the reference, then gets the host's answer to it in `result`. Returns the first host
+/// error, 0 for success.
 template <class... Parts>
 int getAnswer(ActionReference& reference, ActionDescriptor& result, const Parts&... putPart) {
   const int error = makeReference(reference, putPart...);

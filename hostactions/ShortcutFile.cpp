@@ -15,11 +15,11 @@ namespace {
 
 constexpr CFIndex kPathSize = 1024;
 
-/// The beginning of the plug-in's name as the host writes it, four bytes for each character.
+/// The first six characters of the plug-in's name as the host writes them, four bytes each.
 constexpr std::string_view kRecordName("M\0\0\0r\0\0\0v\0\0\0P\0\0\0h\0\0\0o\0\0\0",
                                        FileChunk::kLongestPattern);
 
-/// Offsets into the record, from the first byte behind the name.
+/// Offsets into the record, from the first byte after the name.
 constexpr std::size_t kControlFlag = 11;
 constexpr std::size_t kShiftFlag = 12;
 constexpr std::size_t kOptionFlag = 13;
@@ -27,17 +27,17 @@ constexpr std::size_t kKey = 18;
 constexpr std::size_t kOtherKey = 20;
 constexpr char kOtherKeys[] = "zxcv`abdemgo";
 
-/// Virtual key codes of the modifier keys. They are no bits: merged by OR, Shift with Control gives
-/// Control alone. That is meant and kept.
+/// Virtual key codes of the modifier keys. They are not single bits: merged by OR, Shift and
+/// Control give the code of Control. Kept as callers in the field have it.
 constexpr unsigned char kControlKeyCode = 59;
 constexpr unsigned char kShiftKeyCode = 56;
 constexpr unsigned char kOptionKeyCode = 58;
 
-/// In the order in which they are tried. The Spanish one is spelled so by the host.
+/// The file's names in the order in which they are tried. The host spells the Spanish one this way.
 constexpr const char* kFileNames[] = {"Keyboard Shortcuts.psp", "Raccourcis clavier.psp",
                                       "MÈtodos abrev de teclado.psp", "Tastaturbefehle.psp"};
 
-/// The number in the host's name for a version: "CS" and N, or N.M where M is not 0.
+/// The version in the name of the host's settings folder: "CS" and n, or n.m if m is not 0.
 struct MarketingVersion {
   int n;
   int m;
@@ -73,7 +73,7 @@ std::string settingsFolderName() {
   return name;
 }
 
-/// The path of the settings folder. The last copy lives to the process's end, deliberately.
+/// Returns the path of the settings folder, valid until the next call. The last one is never freed.
 const char* settingsFolderPath() {
   static char* basePath = nullptr;
   const std::string name = settingsFolderName();
@@ -92,10 +92,10 @@ File openShortcutFile(const std::string& basePath) {
   return File();
 }
 
-/// Reads on behind the name that the chunk holds at `name`.
+/// Reads the chunk that follows the name found at `name` in the chunk.
 void readRecord(std::FILE* file, FileChunk& chunk, std::size_t name) {
-  const auto behind = static_cast<long>(name + kRecordName.size());
-  std::fseek(file, behind - static_cast<long>(chunk.size), SEEK_CUR);
+  const auto afterName = static_cast<long>(name + kRecordName.size());
+  std::fseek(file, afterName - static_cast<long>(chunk.size), SEEK_CUR);
   chunk.read(file);
 }
 

@@ -1,12 +1,13 @@
-// The shortcut that the user gave this plug-in, from the host's keyboard-shortcuts file.
+// The user's shortcut for this plug-in, from the host's keyboard-shortcuts file.
 #pragma once
 
 struct Shortcut {
-  unsigned char modifier = 0;  ///< virtual key codes of the modifier keys, merged by OR
+  unsigned char modifier = 0;  ///< virtual key codes of the modifier keys, merged by OR; 0 for none
   char key = 0;                ///< the key's character, 0 for none
 };
 
-/// Looks for the shortcuts file of the running host's version under each of its names and reads
-/// the first that opens. False, with `shortcut` left alone, where there is no file or this plug-in
-/// has no record in it. Throws what the version query throws. [main-thread]
+/// Reads the shortcut from the shortcuts file of the running host's version: the first of its
+/// localised names that can be opened. Returns false and leaves `shortcut` unchanged if there is no
+/// file or it has no record for this plug-in. Throws what `PSMajorVersion` (HostVersion.h) throws.
+/// [main-thread]
 bool readPluginShortcut(Shortcut& shortcut);

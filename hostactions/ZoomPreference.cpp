@@ -13,7 +13,7 @@ namespace {
 
 constexpr CFIndex kPathSize = 256;
 constexpr std::string_view kKey = "zoomWithScrollWheel";
-/// Where the value lies, counted from the start of the key.
+/// The offset of the value from the start of the key.
 constexpr std::size_t kValueOffset = 23;
 
 const char* preferencesFileOf(int major, int minor) {
@@ -29,8 +29,8 @@ const char* preferencesFileOf(int major, int minor) {
     case 13:
       return "/Adobe Photoshop CS6 Settings/Adobe Photoshop CS6 Prefs.psp";
     default:
-      // The colon is meant: it names a file that does not exist, so a host of any other version
-      // reads as one with the preference off.
+      // Because of the colon this names no existing file, so the preference is off for any other
+      // version of the host.
       return "/Adobe Photoshop CS2 Settings:Adobe Photoshop CS2 Prefs.psp";
   }
 }
@@ -44,9 +44,10 @@ std::string preferencesFilePath() {
   return std::string(folder) + preferencesFileOf(major, minor);
 }
 
-/// The value of the key at `key`. The subtraction wraps, so a chunk shorter than the offset always
-/// answers from the buffer; where the value lies beyond a longer one, the file's next byte answers,
-/// though that is not the byte at the offset. Both are meant: hosts' files are read so.
+/// Reads the value of the key at `key`. The subtraction wraps, so in a chunk shorter than the
+/// offset the value is always taken from the buffer. If the value lies beyond the end of a longer
+/// chunk, the file's next byte is taken instead, which need not be the byte at the offset. Both are
+/// kept as the host's files have it.
 bool readValue(const FileChunk& chunk, std::size_t key, std::FILE* file) {
   if (chunk.size - kValueOffset > key) return chunk.bytes[key + kValueOffset] != 0;
   unsigned char next = 0;
