@@ -10,7 +10,7 @@ namespace {
 using namespace simulator;
 using namespace testing_support;
 
-class HostWindowTest : public testing::Test {
+class HostWindow : public testing::Test {
  protected:
   static void expectRect(const Rect& rect, int top, int left, int bottom, int right) {
     EXPECT_EQ(rect.top, top);
@@ -49,13 +49,13 @@ class HostWindowTest : public testing::Test {
   WindowServer& server = theWindowServer();
 };
 
-TEST_F(HostWindowTest, TheMainWindowIsTheApplicationsOwn) {
+TEST_F(HostWindow, ReturnsTheApplicationsMainWindow) {
   EXPECT_EQ(getMainPhotoshopWindow(), server.windowObject());
   server.window.isMain = false;
   EXPECT_EQ(getMainPhotoshopWindow(), nullptr);
 }
 
-TEST_F(HostWindowTest, TheToolbarWindowIsTheMainWindowWhateverTheId) {
+TEST_F(HostWindow, ReturnsTheMainWindowAsToolbarWindowForEveryId) {
   for (const UInt32 window : {0U, 33U, 0xFFFFFFFFU}) {
     EXPECT_EQ(mrvGetToolbarWindow(window), server.windowObject());
   }
@@ -63,7 +63,7 @@ TEST_F(HostWindowTest, TheToolbarWindowIsTheMainWindowWhateverTheId) {
   EXPECT_EQ(mrvGetToolbarWindow(33), nullptr);
 }
 
-TEST_F(HostWindowTest, AnUpdateIsPendingWhileViewsNeedDisplay) {
+TEST_F(HostWindow, ReportsAPendingUpdateWhileViewsNeedDisplay) {
   EXPECT_FALSE(isPhotoshopWindowUpdatePending());
   server.window.viewsNeedDisplay = true;
   EXPECT_TRUE(isPhotoshopWindowUpdatePending());
@@ -71,7 +71,7 @@ TEST_F(HostWindowTest, AnUpdateIsPendingWhileViewsNeedDisplay) {
   EXPECT_FALSE(isPhotoshopWindowUpdatePending());
 }
 
-TEST_F(HostWindowTest, FlushingHasTheMainWindowDraw) {
+TEST_F(HostWindow, DrawsTheMainWindowWhenFlushed) {
   server.window.viewsNeedDisplay = true;
   flushPhotoshopWindow();
   EXPECT_EQ(server.displaysForced, 1);
@@ -81,48 +81,48 @@ TEST_F(HostWindowTest, FlushingHasTheMainWindowDraw) {
   EXPECT_EQ(server.displaysForced, 1);
 }
 
-TEST_F(HostWindowTest, FractionsAreAddedBeforeTheyAreTruncated) {
+TEST_F(HostWindow, AddsFractionsBeforeTruncatingThem) {
   server.window.content = {{10.9, 20.2}, {100.5, 50.9}};
   expectRect(contentBounds(), 20, 10, 71, 111);
 }
 
-TEST_F(HostWindowTest, TheContentAndTheFrameAreTwoRectangles) {
+TEST_F(HostWindow, DistinguishesTheContentFromTheFrame) {
   expectRect(contentBounds(), 50, 100, 650, 900);
   expectRect(boundsOf(server.windowObject()), 50, 100, 672, 900);
 }
 
-TEST_F(HostWindowTest, WithoutAWindowAllFieldsAreZero) {
+TEST_F(HostWindow, ReturnsZeroBoundsWithoutAWindow) {
   server.window.isMain = false;
   expectRect(contentBounds(), 0, 0, 0, 0);
   expectRect(boundsOf(nullptr), 0, 0, 0, 0);
 }
 
-TEST_F(HostWindowTest, NegativeCoordinatesAreTruncatedTowardZero) {
+TEST_F(HostWindow, TruncatesNegativeCoordinatesTowardsZero) {
   server.window.content = {{-10.9, -20.2}, {5.5, 10.9}};
   expectRect(contentBounds(), -20, -10, -9, -5);
   server.window.frame = {{-0.9, -0.1}, {0.5, 0.05}};
   expectRect(boundsOf(server.windowObject()), 0, 0, 0, 0);
 }
 
-TEST_F(HostWindowTest, CoordinatesBeyondSixteenBitsKeepTheirLowBits) {
+TEST_F(HostWindow, KeepsTheLowBitsOfCoordinatesBeyondSixteenBits) {
   server.window.content = {{40000, 65536}, {65536, 100}};
   expectRect(contentBounds(), 0, -25536, 100, -25536);
 }
 
-TEST_F(HostWindowTest, CoordinatesBeyondThirtyTwoBitsBecomeZero) {
+TEST_F(HostWindow, TurnsCoordinatesBeyondThirtyTwoBitsIntoZero) {
   server.window.content = {{2147483648.0, -2147483649.0}, {1e300, 1.0}};
   expectRect(contentBounds(), 0, 0, 0, 0);
   server.window.content = {{2147483647.9, -2147483648.9}, {0, 0}};
   expectRect(contentBounds(), 0, -1, 0, -1);
 }
 
-TEST_F(HostWindowTest, CoordinatesThatAreNoNumbersBecomeZero) {
+TEST_F(HostWindow, TurnsNaNAndInfiniteCoordinatesIntoZero) {
   const double infinity = std::numeric_limits<double>::infinity();
   server.window.content = {{std::numeric_limits<double>::quiet_NaN(), -infinity}, {infinity, 7}};
   expectRect(contentBounds(), 0, 0, 0, 0);
 }
 
-TEST_F(HostWindowTest, TheMouseIsTruncatedTowardZero) {
+TEST_F(HostWindow, TruncatesTheMouseTowardsZero) {
   Point place = mouseAt(123.9, 456.7);
   EXPECT_EQ(place.h, 123);
   EXPECT_EQ(place.v, 456);
@@ -131,7 +131,7 @@ TEST_F(HostWindowTest, TheMouseIsTruncatedTowardZero) {
   EXPECT_EQ(place.v, 0);
 }
 
-TEST_F(HostWindowTest, AMouseBeyondAllBoundsIsWrappedOrZero) {
+TEST_F(HostWindow, WrapsOrZeroesAMouseBeyondAllBounds) {
   Point place = mouseAt(65537.5, -65537.5);
   EXPECT_EQ(place.h, 1);
   EXPECT_EQ(place.v, -1);
@@ -140,7 +140,7 @@ TEST_F(HostWindowTest, AMouseBeyondAllBoundsIsWrappedOrZero) {
   EXPECT_EQ(place.v, 0);
 }
 
-TEST_F(HostWindowTest, PointsAreFlippedAtTheScreensHeight) {
+TEST_F(HostWindow, FlipsPointsAtTheScreensHeight) {
   EXPECT_EQ(flipped(350), 550);
   EXPECT_EQ(flipped(0), 900);
   EXPECT_EQ(flipped(-100), 1000);
@@ -150,12 +150,12 @@ TEST_F(HostWindowTest, PointsAreFlippedAtTheScreensHeight) {
   EXPECT_EQ(flipped(901), 0);
 }
 
-TEST_F(HostWindowTest, TheScreensOriginDoesNotMatter) {
+TEST_F(HostWindow, IgnoresTheScreensOrigin) {
   server.screen.origin = {-500, 300};
   EXPECT_EQ(flipped(350), 550);
 }
 
-TEST_F(HostWindowTest, WithoutAScreenTheHeightIsZero) {
+TEST_F(HostWindow, TakesTheHeightAsZeroWithoutAScreen) {
   server.windowHasScreen = false;
   EXPECT_EQ(flipped(350), -350);
   EXPECT_EQ(flipped(-32768), -32768);
@@ -164,7 +164,7 @@ TEST_F(HostWindowTest, WithoutAScreenTheHeightIsZero) {
   EXPECT_EQ(flipped(350), -350);
 }
 
-TEST_F(HostWindowTest, AWindowsUpdateIsPendingWhileItsContentViewNeedsDisplay) {
+TEST_F(HostWindow, ReportsAWindowsPendingUpdateWhileItsContentViewNeedsDisplay) {
   EXPECT_FALSE(mrvIsWindowUpdatePending(server.windowObject()));
   server.window.viewsNeedDisplay = true;
   EXPECT_FALSE(mrvIsWindowUpdatePending(server.windowObject()));
@@ -173,7 +173,7 @@ TEST_F(HostWindowTest, AWindowsUpdateIsPendingWhileItsContentViewNeedsDisplay) {
   EXPECT_FALSE(mrvIsWindowUpdatePending(nullptr));
 }
 
-TEST_F(HostWindowTest, InvalidatingMarksTheRectangleAndTakesOneReferenceOver) {
+TEST_F(HostWindow, InvalidatesTheRectangleAndReleasesOneReference) {
   server.window.references = 2;  // the caller has retained the window
   const Rect rect = {.top = 10, .left = -20, .bottom = 41, .right = 60};
   EXPECT_EQ(mrvInvalWindowRect(server.windowObject(), &rect), 0);
@@ -186,7 +186,7 @@ TEST_F(HostWindowTest, InvalidatingMarksTheRectangleAndTakesOneReferenceOver) {
   EXPECT_EQ(marked.size.height, 31.0);
 }
 
-TEST_F(HostWindowTest, InvalidatingSubtractsInMoreThanSixteenBits) {
+TEST_F(HostWindow, SubtractsInMoreThanSixteenBitsWhenInvalidating) {
   server.window.references = 2;
   const Rect rect = {.top = -32768, .left = -32768, .bottom = 32767, .right = 32767};
   mrvInvalWindowRect(server.windowObject(), &rect);
@@ -194,7 +194,7 @@ TEST_F(HostWindowTest, InvalidatingSubtractsInMoreThanSixteenBits) {
   EXPECT_EQ(server.invalidated.at(0).size.height, 65535.0);
 }
 
-TEST_F(HostWindowTest, InvalidatingWithoutAReferenceToHandOverIsTheCallersMisuse) {
+TEST_F(HostWindow, OverreleasesAWindowThatTheCallerHasNotRetained) {
   machine.expectMisuses(1);
   const Rect rect = {};
   mrvInvalWindowRect(server.windowObject(), &rect);
@@ -202,7 +202,7 @@ TEST_F(HostWindowTest, InvalidatingWithoutAReferenceToHandOverIsTheCallersMisuse
   server.window.references = 1;
 }
 
-TEST_F(HostWindowTest, InvalidatingNoWindowDoesNothing) {
+TEST_F(HostWindow, DoesNothingWhenInvalidatingNoWindow) {
   const Rect rect = {1, 2, 3, 4};
   EXPECT_EQ(mrvInvalWindowRect(nullptr, &rect), 0);
   EXPECT_TRUE(server.invalidated.empty());

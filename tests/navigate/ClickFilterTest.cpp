@@ -9,9 +9,10 @@ using simulator::theEventManager;
 
 constexpr EventParamName kMarker = fourCharCode("MrVe");
 
-class ClickFilterTest : public NavigatorFixture {
+class ClickFilter : public NavigatorFixture {
  protected:
-  /// Whether a mouse event reaches the host; with a marker of so many bytes where one is given.
+  /// Dispatches a mouse event, with the marker unless it is empty, and returns whether it reached
+  /// the host.
   bool passes(UInt32 kind, const std::vector<std::byte>& marker = {},
               EventParamType type = typeChar) {
     const EventRef event = theEventManager().create(kEventClassMouse, kind, 0.0);
@@ -25,9 +26,9 @@ class ClickFilterTest : public NavigatorFixture {
   bool clicksPass() { return passes(kEventMouseDown) && passes(kEventMouseUp); }
 };
 
-TEST_F(ClickFilterTest, ClicksPassWhileNothingPans) { EXPECT_TRUE(clicksPass()); }
+TEST_F(ClickFilter, PassesClicksWhileNothingPans) { EXPECT_TRUE(clicksPass()); }
 
-TEST_F(ClickFilterTest, RealClicksAreSwallowedFromTheFirstPanSampleToRest) {
+TEST_F(ClickFilter, SwallowsRealClicksFromTheFirstPanSampleToRest) {
   navigator->PanEvent(1, 0);
   EXPECT_FALSE(passes(kEventMouseDown));
   EXPECT_FALSE(passes(kEventMouseUp));
@@ -37,44 +38,44 @@ TEST_F(ClickFilterTest, RealClicksAreSwallowedFromTheFirstPanSampleToRest) {
   EXPECT_TRUE(clicksPass());
 }
 
-TEST_F(ClickFilterTest, OtherMouseEventsPassWhileTheFilterIsInstalled) {
+TEST_F(ClickFilter, PassesOtherMouseEventsWhileInstalled) {
   navigator->InstallMouseDownHandler();
   for (const UInt32 kind : {0U, 5U, 6U, 8U, 10U}) EXPECT_TRUE(passes(kind)) << kind;
 }
 
-/// The filter is installed for clicks alone; what it does with other kinds is asked of it directly.
-TEST_F(ClickFilterTest, TheHandlerItselfPassesOtherKindsOn) {
+/// The plug-in installs the filter only for clicks, so the test installs it for other kinds itself.
+TEST_F(ClickFilter, PassesOtherKindsOnIfGivenThem) {
   const std::vector<EventTypeSpec> types = {{kEventClassMouse, 5}, {kEventClassMouse, 6}};
   theEventManager().install(GetEventDispatcherTarget(), mouseDownHandler, types, nullptr, nullptr);
   EXPECT_TRUE(passes(5));
   EXPECT_TRUE(passes(6));
 }
 
-TEST_F(ClickFilterTest, AClickMarkedWithOnePasses) {
+TEST_F(ClickFilter, PassesAClickMarkedWithOne) {
   navigator->InstallMouseDownHandler();
   EXPECT_TRUE(passes(kEventMouseDown, {std::byte{1}}));
   EXPECT_TRUE(passes(kEventMouseUp, {std::byte{1}}));
 }
 
-TEST_F(ClickFilterTest, AnyOtherMarkIsNone) {
+TEST_F(ClickFilter, SwallowsAClickWithAnyOtherMark) {
   navigator->InstallMouseDownHandler();
   for (const int mark : {0, 2, 0x7F, 0x80, 0xFF}) {
     EXPECT_FALSE(passes(kEventMouseDown, {static_cast<std::byte>(mark)})) << mark;
   }
 }
 
-TEST_F(ClickFilterTest, AMarkOfAnotherTypeIsNone) {
+TEST_F(ClickFilter, SwallowsAClickWithAMarkOfAnotherType) {
   navigator->InstallMouseDownHandler();
   EXPECT_FALSE(passes(kEventMouseDown, {std::byte{1}}, fourCharCode("bool")));
 }
 
-TEST_F(ClickFilterTest, OfALongerMarkTheFirstByteCounts) {
+TEST_F(ClickFilter, ReadsTheFirstByteOfALongerMark) {
   navigator->InstallMouseDownHandler();
   EXPECT_TRUE(passes(kEventMouseDown, {std::byte{1}, std::byte{0}}));
   EXPECT_FALSE(passes(kEventMouseDown, {std::byte{0}, std::byte{1}}));
 }
 
-TEST_F(ClickFilterTest, AtMostOneInstallationExists) {
+TEST_F(ClickFilter, IsInstalledAtMostOnce) {
   navigator->InstallMouseDownHandler();
   const EventHandlerRef filter = navigator->m_mouseDownHandlerRef;
   navigator->InstallMouseDownHandler();
@@ -84,7 +85,7 @@ TEST_F(ClickFilterTest, AtMostOneInstallationExists) {
   EXPECT_EQ(machine.drain(), Lines{line});
 }
 
-TEST_F(ClickFilterTest, RemovingTwiceRemovesOnce) {
+TEST_F(ClickFilter, IsRemovedAtMostOnce) {
   navigator->InstallMouseDownHandler();
   navigator->RemoveMouseDownHandler();
   EXPECT_EQ(navigator->m_mouseDownHandlerRef, nullptr);

@@ -1,4 +1,4 @@
-// What the receiver of device events does with each sample, seen by what reaches the machine.
+// The receiver of device events, observed through its effects on the simulated machine.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -39,8 +39,8 @@ class DeviceDispatch : public NavigatorFixture {
     return event;
   }
 
-  /// Hands the event over as the dispatcher does; it is always consumed. What it posts is
-  /// dispatched.
+  /// Calls the handler as the dispatcher does, expects it to consume the event, and dispatches what
+  /// it posts.
   void dispatch(EventRef event) {
     EXPECT_EQ(deviceHandler(nullptr, event, navigator), noErr);
     theEventManager().release(event);
@@ -49,7 +49,7 @@ class DeviceDispatch : public NavigatorFixture {
     EXPECT_EQ(theEventManager().live(), 0U);
   }
 
-  /// The kinds of the lines that a sample writes on a machine that waits for nothing.
+  /// The kinds of the lines that the event causes if no redraw is awaited.
   std::vector<std::string> linesOf(EventRef event) {
     navigator->m_refreshWait = 0;
     machine.drain();
@@ -81,20 +81,20 @@ TEST_F(DeviceDispatch, PansAgainstTheMotion) {
   EXPECT_EQ(tickOf({.y = -100}), Json({-8}));
 }
 
-/// The steps of +-32767 counts wrap in 16 bits, which turns their signs round.
-TEST_F(DeviceDispatch, LeavesTheSmallestTranslationAsItIsWhenItNegates) {
+/// The steps of +-32767 counts wrap at 16 bits, which reverses their signs.
+TEST_F(DeviceDispatch, LeavesTheSmallestTranslationUnchangedWhenNegating) {
   EXPECT_EQ(tickOf({.x = -32767}), Json({0, 8}));
   EXPECT_EQ(tickOf({.x = -32768}), Json({0, -8}));
   EXPECT_EQ(tickOf({.y = -32767}), Json({8}));
   EXPECT_EQ(tickOf({.y = -32768}), Json({-8}));
 }
 
-TEST_F(DeviceDispatch, TakesATwistForTheBrush) {
+TEST_F(DeviceDispatch, ChangesTheBrushAtATwist) {
   EXPECT_EQ(linesOf(axesEvent({.rz = 600})),
             (std::vector<std::string>{"get", "get", "posted", "posted"}));
 }
 
-TEST_F(DeviceDispatch, TakesABrushGestureForEndedAtEachOtherSample) {
+TEST_F(DeviceDispatch, EndsABrushGestureAtEveryOtherSample) {
   const auto asksForTheTool = [&](const Sample& sample) {
     dispatch(axesEvent(sample));
     return !machine.drain().empty();
@@ -119,12 +119,12 @@ TEST_F(DeviceDispatch, HoldsClicksBackFromTheFirstPanToTheFirstRest) {
   EXPECT_EQ(navigator->m_mouseDownHandlerRef, nullptr);
 }
 
-TEST_F(DeviceDispatch, MakesAMouseMovedEventAtATwistAndDropsItUnposted) {
+TEST_F(DeviceDispatch, CreatesAMouseMovedEventAtATwistWithoutPostingIt) {
   std::vector<EventContent> gone;
   theEventManager().setObserver([&](const EventContent& event) { gone.push_back(event); });
   dispatch(axesEvent({.rz = 5}));
   theEventManager().setObserver({});
-  ASSERT_EQ(gone.size(), 2U);  // the other one is the sample itself
+  ASSERT_EQ(gone.size(), 2U);  // the other event is the sample itself
   const EventContent& idle = gone.front();
   EXPECT_EQ(idle.eventClass, fourCharCode("mous"));
   EXPECT_EQ(idle.kind, 5U);
@@ -142,7 +142,7 @@ TEST_F(DeviceDispatch, MakesAMouseMovedEventAtATwistAndDropsItUnposted) {
   EXPECT_EQ(theEventManager().queued(), 0U);
 }
 
-TEST_F(DeviceDispatch, MakesNoEventAtAnyOtherSample) {
+TEST_F(DeviceDispatch, CreatesNoEventAtAnyOtherSample) {
   std::vector<EventContent> gone;
   theEventManager().setObserver([&](const EventContent& event) { gone.push_back(event); });
   for (const Sample& sample : {Sample{}, Sample{.x = 5}, Sample{.z = 5}})
@@ -152,8 +152,8 @@ TEST_F(DeviceDispatch, MakesNoEventAtAnyOtherSample) {
   EXPECT_EQ(gone.size(), 3U);
 }
 
-TEST_F(DeviceDispatch, SurvivesAMouseEventThatCannotBeMade) {
-  machine.expectMisuses(2);  // its two parameters, set on null
+TEST_F(DeviceDispatch, SurvivesAMouseEventThatCannotBeCreated) {
+  machine.expectMisuses(2);  // its two parameters are set on a null event
   const EventRef event = axesEvent({.rz = 5});
   theEventManager().failCreations(1);
   dispatch(event);
@@ -176,7 +176,7 @@ TEST_F(DeviceDispatch, ConsumesOtherKindsWithoutEffect) {
   }
 }
 
-TEST_F(DeviceDispatch, CountsMissingParametersAsZero) {
+TEST_F(DeviceDispatch, TakesMissingParametersAsZero) {
   const EventRef event = makeEvent(kDeviceAxes);
   setShort(event, kTranslationZ, 11);
   dispatch(event);
@@ -184,7 +184,7 @@ TEST_F(DeviceDispatch, CountsMissingParametersAsZero) {
   EXPECT_EQ(linesOf(makeEvent(kDeviceAxes)), std::vector<std::string>{});
 }
 
-TEST_F(DeviceDispatch, SwallowsWhatAnActionThrows) {
+TEST_F(DeviceDispatch, SwallowsExceptionsOfActions) {
   PIUSuitesRelease();
   theFaults().add({"Basic.AcquireSuite", -1, 0, 1});
   dispatch(axesEvent({.rz = 30}));

@@ -44,7 +44,7 @@ TEST(Dominance, IgnoresTheOtherTwoRotations) {
   EXPECT_EQ(dominantAct({.rx = 32767, .ry = -32768}), Act::kPan);
 }
 
-/// Against a second implementation that compares magnitudes; values are drawn so that ties abound.
+/// Compares with a second implementation that uses magnitudes. The few values make ties frequent.
 TEST(Dominance, AgreesWithAComparisonOfMagnitudes) {
   constexpr std::array<std::int16_t, 12> kValues = {0,  1,    -1,    2,      -2,     181,
                                                     46, -181, 32767, -32767, -32768, 7};

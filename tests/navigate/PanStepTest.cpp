@@ -1,4 +1,3 @@
-// How far one sample of pan goes.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -13,7 +12,8 @@ std::int16_t lowSixteenBits(double truncated) {
   return static_cast<std::int16_t>(static_cast<std::int64_t>(truncated));
 }
 
-/// The same in plain steps: the first quotient in single precision, everything else in double.
+/// The calculation step by step, with the first quotient in the precision of `Quotient` and
+/// everything else in double.
 template <class Quotient>
 int plainEnd(int s) {
   if (s == 0) return 5;
@@ -24,30 +24,30 @@ int plainEnd(int s) {
   return lowSixteenBits(std::trunc(signedSquare + 5.0));
 }
 
-TEST(PanStep, EveryDeflectionEndsWhereThePlainStepsEnd) {
+TEST(PanStep, AgreesWithAPlainCalculationForEveryDeflection) {
   for (int s = -32768; s <= 32767; ++s) ASSERT_EQ(panStepEnd(s), plainEnd<float>(s)) << s;
 }
 
-TEST(PanStep, TheSinglePrecisionOfTheFirstQuotientShows) {
+TEST(PanStep, DependsOnTheSinglePrecisionOfTheFirstQuotient) {
   int differing = 0;
   for (int s = -32768; s <= 32767; ++s) differing += panStepEnd(s) != plainEnd<double>(s);
   EXPECT_GT(differing, 0);
 }
 
-/// 350·350/250 is 490 exactly; the quotient in single precision makes it a little less.
-TEST(PanStep, AtThreeHundredFiftySinglePrecisionFallsShortOfTheWholeNumber) {
+/// 350·350/250 is exactly 490; the quotient in single precision makes it slightly less.
+TEST(PanStep, FallsShortOfTheWholeNumberAtThreeHundredFifty) {
   EXPECT_EQ(panStepEnd(350), 494);
   EXPECT_EQ(panStepEnd(-350), -484);
   EXPECT_EQ(plainEnd<double>(350), 495);
   EXPECT_EQ(plainEnd<double>(-350), -485);
 }
 
-TEST(PanStep, SmallDeflectionsEndAtTheTruncatedQuotientOfIntegers) {
-  // s·|s|/250 + 5 in whole numbers, truncated toward zero as integer division is.
+TEST(PanStep, EndsSmallDeflectionsAtTheTruncatedIntegerQuotient) {
+  // s·|s|/250 + 5 in integers; integer division truncates towards zero.
   for (int s = -50; s <= 50; ++s) EXPECT_EQ(panStepEnd(s), (s * std::abs(s) + 1250) / 250) << s;
 }
 
-TEST(PanStep, KnownDeflections) {
+TEST(PanStep, EndsKnownDeflectionsAtKnownPixels) {
   EXPECT_EQ(panStepEnd(0), 5);
   EXPECT_EQ(panStepEnd(-100), -35);
   EXPECT_EQ(panStepEnd(15), 5);
@@ -57,7 +57,7 @@ TEST(PanStep, KnownDeflections) {
   EXPECT_EQ(panStepEnd(-30), 1);
 }
 
-TEST(PanStep, LargeDeflectionsKeepTheLowSixteenBits) {
+TEST(PanStep, KeepsTheLowSixteenBitsOfLargeDeflections) {
   EXPECT_EQ(panStepEnd(-32768), static_cast<std::int16_t>(-4294962));
   EXPECT_EQ(panStepEnd(32767), static_cast<std::int16_t>(4294710));
 }

@@ -1,4 +1,3 @@
-// The synthesized scroll wheel and the modifier keys round it.
 #include "tests/support/Input.h"
 
 namespace {
@@ -9,7 +8,7 @@ constexpr UInt32 kCommand = 0x0100;
 constexpr UInt32 kOption = 0x0800;
 constexpr Point kPlace = {.v = 350, .h = 500};
 
-class WheelTickTest : public NavigatorFixture {
+class WheelTick : public NavigatorFixture {
  protected:
   Lines tick(UInt16 axis, SInt32 delta, UInt32 modifiers, Point where = kPlace) {
     EXPECT_EQ(navigator->SimulateWheelMovedEvent(nullptr, axis, delta, where, modifiers), 0);
@@ -18,31 +17,31 @@ class WheelTickTest : public NavigatorFixture {
   }
 };
 
-TEST_F(WheelTickTest, WithoutModifiersTheWheelComesAlone) {
+TEST_F(WheelTick, PostsOnlyTheWheelWithoutModifiers) {
   EXPECT_EQ(tick(1, 3, 0), (Lines{wheelLine({3}, 0, 500, 550)}));
 }
 
-TEST_F(WheelTickTest, OptionIsPressedAndReleasedRoundTheWheel) {
+TEST_F(WheelTick, HoldsOptionDuringTheWheelEvent) {
   EXPECT_EQ(tick(1, 3, kOption),
             (Lines{keyLine(58, true), wheelLine({3}, 0x80000, 500, 550), keyLine(58, false)}));
 }
 
-TEST_F(WheelTickTest, CommandIsPressedAndReleasedRoundTheWheel) {
+TEST_F(WheelTick, HoldsCommandDuringTheWheelEvent) {
   EXPECT_EQ(tick(1, 3, kCommand),
             (Lines{keyLine(55, true), wheelLine({3}, 0x100000, 500, 550), keyLine(55, false)}));
 }
 
-TEST_F(WheelTickTest, BothAreReleasedInTheReverseOrderOfPressing) {
+TEST_F(WheelTick, ReleasesBothKeysInTheReverseOrderOfPressing) {
   EXPECT_EQ(tick(1, 3, kOption | kCommand),
             (Lines{keyLine(58, true), keyLine(55, true), wheelLine({3}, 0x180000, 500, 550),
                    keyLine(55, false), keyLine(58, false)}));
 }
 
-TEST_F(WheelTickTest, OtherModifierBitsMeanNothing) {
+TEST_F(WheelTick, IgnoresOtherModifierBits) {
   EXPECT_EQ(tick(1, 3, ~(kOption | kCommand)), (Lines{wheelLine({3}, 0, 500, 550)}));
 }
 
-TEST_F(WheelTickTest, SelectorOneIsASingleWheelAndAnyOtherTheSecondOfTwo) {
+TEST_F(WheelTick, TurnsTheFirstWheelForAxisOneAndTheSecondForAnyOther) {
   EXPECT_EQ(tick(1, -7, 0), (Lines{wheelLine({-7}, 0, 500, 550)}));
   for (const int axis : {0, 2, 3, 0xFFFF}) {
     EXPECT_EQ(tick(static_cast<UInt16>(axis), -7, 0), (Lines{wheelLine({0, -7}, 0, 500, 550)}))
@@ -50,12 +49,12 @@ TEST_F(WheelTickTest, SelectorOneIsASingleWheelAndAnyOtherTheSecondOfTwo) {
   }
 }
 
-TEST_F(WheelTickTest, TheDeltaPassesAsAllThirtyTwoBits) {
+TEST_F(WheelTick, PassesAllThirtyTwoBitsOfTheDelta) {
   EXPECT_EQ(tick(1, 2147483647, 0), (Lines{wheelLine({2147483647}, 0, 500, 550)}));
   EXPECT_EQ(tick(0, -2147483647 - 1, 0), (Lines{wheelLine({0, -2147483647 - 1}, 0, 500, 550)}));
 }
 
-TEST_F(WheelTickTest, ThePlaceIsMeasuredFromTheTopOfTheWindowsScreen) {
+TEST_F(WheelTick, MeasuresTheLocationFromTheTopOfTheWindowsScreen) {
   server.screen.size.height = 1080;
   EXPECT_EQ(tick(1, 1, 0), (Lines{wheelLine({1}, 0, 500, 730)}));
   server.windowHasScreen = false;
@@ -63,7 +62,7 @@ TEST_F(WheelTickTest, ThePlaceIsMeasuredFromTheTopOfTheWindowsScreen) {
   EXPECT_EQ(tick(1, 1, 0, {.v = -20, .h = -30}), (Lines{wheelLine({1}, 0, -30, 20)}));
 }
 
-TEST_F(WheelTickTest, AReceiverOfTheInputStreamGetsWhatWasPosted) {
+TEST_F(WheelTick, ReachesAReceiverOfTheInputStream) {
   std::vector<unsigned> types;
   server.setApplication(
       [&](const simulator::SynthesizedEvent& event) { types.push_back(event.type); });
@@ -72,7 +71,7 @@ TEST_F(WheelTickTest, AReceiverOfTheInputStreamGetsWhatWasPosted) {
   EXPECT_EQ(types, (std::vector<unsigned>{10, 22, 11}));
 }
 
-TEST_F(WheelTickTest, TheTwoEmptyOperationsDoNothing) {
+TEST_F(WheelTick, DoesNothingInTheTwoPlaceholders) {
   EXPECT_EQ(navigator->SimulateMouseDragEvent(nullptr, kPlace, kPlace), 0);
   auto* const untouched = reinterpret_cast<ControlRef>(&server);
   ControlRef control = untouched;

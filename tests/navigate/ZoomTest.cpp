@@ -6,9 +6,10 @@ using namespace testing_support;
 
 constexpr unsigned kOptionFlag = 0x80000;
 
-class ZoomTest : public NavigatorFixture {
+class Zoom : public NavigatorFixture {
  protected:
-  /// One sample, with the host's redraw behind it; the wheels of the tick, 0 where there is none.
+  /// Takes one sample with no redraw awaited and returns the tick's wheel delta, 0 if there is no
+  /// tick.
   int sample(int z) {
     navigator->m_refreshWait = 0;
     navigator->ZoomEvent(static_cast<short>(z));
@@ -18,18 +19,18 @@ class ZoomTest : public NavigatorFixture {
   }
 };
 
-TEST_F(ZoomTest, FivePlusFivePlusOnePostsOneTickAndStartsOver) {
+TEST_F(Zoom, PostsOneTickForFivePlusFivePlusOneAndStartsAgain) {
   EXPECT_EQ(sample(5), 0);
   EXPECT_EQ(sample(5), 0);
   EXPECT_EQ(sample(1), 1);
-  // The accumulator is 0 again.
+  // The accumulator was reset to 0.
   EXPECT_EQ(sample(10), 0);
   EXPECT_EQ(sample(1), 1);
 }
 
-TEST_F(ZoomTest, MinusElevenInOneSamplePostsOneZoomOutTick) { EXPECT_EQ(sample(-11), -1); }
+TEST_F(Zoom, PostsOneZoomOutTickForMinusEleven) { EXPECT_EQ(sample(-11), -1); }
 
-TEST_F(ZoomTest, TheThresholdIsElevenEitherWay) {
+TEST_F(Zoom, ActsFromElevenCountsEitherWay) {
   EXPECT_EQ(sample(10), 0);
   EXPECT_EQ(sample(-20), 0);
   EXPECT_EQ(sample(-1), -1);
@@ -38,12 +39,12 @@ TEST_F(ZoomTest, TheThresholdIsElevenEitherWay) {
   EXPECT_EQ(sample(1), 1);
 }
 
-TEST_F(ZoomTest, WhatIsBeyondTheThresholdIsDropped) {
+TEST_F(Zoom, DropsTheExcessOverTheThreshold) {
   EXPECT_EQ(sample(1000), 1);
   EXPECT_EQ(sample(10), 0);
 }
 
-TEST_F(ZoomTest, TheAccumulatorWrapsAtSixteenBits) {
+TEST_F(Zoom, WrapsTheAccumulatorAtSixteenBits) {
   EXPECT_EQ(sample(10), 0);
   EXPECT_EQ(sample(32767), -1);  // 32777 is -32759
   EXPECT_EQ(sample(-10), 0);
@@ -52,9 +53,9 @@ TEST_F(ZoomTest, TheAccumulatorWrapsAtSixteenBits) {
   EXPECT_EQ(sample(32767), -1);  // 32768 is -32768
 }
 
-TEST_F(ZoomTest, TheSmallestSampleZoomsOut) { EXPECT_EQ(sample(-32768), -1); }
+TEST_F(Zoom, ZoomsOutForTheSmallestSample) { EXPECT_EQ(sample(-32768), -1); }
 
-TEST_F(ZoomTest, ADeltaBeyondSixteenBitsCountsByItsLowSixteenBits) {
+TEST_F(Zoom, AddsTheLowSixteenBitsOfADelta) {
   navigator->SimulateScrollWheelZoom(10);
   navigator->SimulateScrollWheelZoom(0x7FFF0000);
   navigator->SimulateScrollWheelZoom(0x10000);
@@ -64,37 +65,37 @@ TEST_F(ZoomTest, ADeltaBeyondSixteenBitsCountsByItsLowSixteenBits) {
   EXPECT_EQ(wheels().size(), 1U);
 }
 
-TEST_F(ZoomTest, OptionIsHeldWhereTheHostScrollsWithTheWheel) {
+TEST_F(Zoom, HoldsOptionIfTheHostScrollsWithTheWheel) {
   navigator->m_zoomWithScrollWheel = false;
   navigator->ZoomEvent(11);
   EXPECT_EQ(input(),
             (Lines{keyLine(58, true), wheelLine({1}, kOptionFlag, 500, 550), keyLine(58, false)}));
 }
 
-TEST_F(ZoomTest, NothingIsHeldWhereTheHostZoomsWithTheWheel) {
+TEST_F(Zoom, HoldsNoKeyIfTheHostZoomsWithTheWheel) {
   navigator->m_zoomWithScrollWheel = true;
   navigator->ZoomEvent(-11);
   EXPECT_EQ(input(), (Lines{wheelLine({-1}, 0, 500, 550)}));
 }
 
-TEST_F(ZoomTest, WithoutAMainWindowTheAccumulatorIsNotTouched) {
+TEST_F(Zoom, LeavesTheAccumulatorUnchangedWithoutAMainWindow) {
   EXPECT_EQ(sample(10), 0);
   server.window.isMain = false;
   EXPECT_EQ(sample(1), 0);
   EXPECT_EQ(sample(1000), 0);
-  EXPECT_EQ(navigator->m_refreshWait, 0);  // they pass the throttle
+  EXPECT_EQ(navigator->m_refreshWait, 0);  // neither sample was dropped
   server.window.isMain = true;
   EXPECT_EQ(sample(1), 1);
 }
 
-TEST_F(ZoomTest, ATickStartsTheWait) {
+TEST_F(Zoom, StartsTheWaitWithATick) {
   navigator->ZoomEvent(10);
   EXPECT_EQ(navigator->m_refreshWait, 0);
   navigator->ZoomEvent(1);
   EXPECT_EQ(navigator->m_refreshWait, 1);
 }
 
-TEST_F(ZoomTest, ATickLeavesAWaitThatRunsAlone) {
+TEST_F(Zoom, LeavesARunningWaitUnchanged) {
   navigator->m_refreshWait = 17;
   navigator->SimulateScrollWheelZoom(11);
   EXPECT_EQ(navigator->m_refreshWait, 17);
@@ -103,7 +104,7 @@ TEST_F(ZoomTest, ATickLeavesAWaitThatRunsAlone) {
   EXPECT_EQ(navigator->m_refreshWait, 1);
 }
 
-TEST_F(ZoomTest, AWaitThatAPanTickStartedDropsZoomSamplesToo) {
+TEST_F(Zoom, DropsSamplesDuringAWaitThatAPanTickStarted) {
   navigator->PanEvent(-100, 20);
   EXPECT_EQ(wheels().size(), 1U);
   navigator->ZoomEvent(11);

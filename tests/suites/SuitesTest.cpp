@@ -16,7 +16,7 @@ using namespace testing_support;
 
 using SuiteKey = std::pair<std::string, int>;
 
-/// What the host is asked for, in the order in which the holders stand.
+/// The names and versions of the holders, in the order of their definitions.
 const std::vector<SuiteKey> kTable = {
     {"df135115-c769-11d0-8079-00c04fd7ec47", 5},
     {"df135115-c769-11d0-8079-00c04fd7ec47", 3},
@@ -58,7 +58,7 @@ void forEachHolder(Visit visit) {
                       sPSChannelProcs, sSPRuntime, sPSProperty, sPSAlias, sPSResource, sScripting));
 }
 
-/// A host that has every suite, or refuses them all, and writes the calls down.
+/// A host that provides every suite, or refuses every suite with `refusal`, and records the calls.
 struct RecordingHost {
   static inline std::vector<SuiteKey> acquired, released;
   static inline std::int32_t refusal = 0;
@@ -88,7 +88,7 @@ struct RecordingHost {
   SPBasicSuite suite = {acquire, release, nullptr, nullptr, nullptr, nullptr, nullptr};
 };
 
-TEST(Suites, MembersStandInTheirOrder) {
+TEST(Suites, KeepTheMembersOfTheirHoldersInOrder) {
   using Holder = AutoSuite<PSActionDescriptorProcs>;
   static_assert(std::is_same_v<decltype(Holder::suite), const PSActionDescriptorProcs*>);
   static_assert(std::is_same_v<decltype(Holder::version), std::int32_t>);
@@ -103,7 +103,7 @@ TEST(Suites, MembersStandInTheirOrder) {
   EXPECT_LT(at(holder.name), at(holder.error));
 }
 
-TEST(Suites, TwentySixHoldersStartEmptyWithTheirNameAndVersion) {
+TEST(Suites, StartInTwentySixEmptyHoldersWithNameAndVersion) {
   std::vector<SuiteKey> found;
   forEachHolder([&](auto& holder) {
     EXPECT_EQ(holder.suite, nullptr);
@@ -114,7 +114,7 @@ TEST(Suites, TwentySixHoldersStartEmptyWithTheirNameAndVersion) {
   EXPECT_EQ(found, kTable);
 }
 
-TEST(Suites, EachAsksTheHostForItsNameAndVersion) {
+TEST(Suites, AreAcquiredByTheirNameAndVersion) {
   const RecordingHost host;
   forEachHolder([](auto& holder) {
     EXPECT_NE(holder.operator->(), nullptr);
@@ -123,7 +123,7 @@ TEST(Suites, EachAsksTheHostForItsNameAndVersion) {
   EXPECT_EQ(RecordingHost::acquired, kTable);
 }
 
-TEST(Suites, ReleaseInTheTablesOrderWithRowsTwelveAndThirteenSwapped) {
+TEST(Suites, AreReleasedInTheTablesOrderWithRowsTwelveAndThirteenSwapped) {
   const RecordingHost host;
   forEachHolder([](auto& holder) { holder.AcquireSuite(true); });
   PIUSuitesRelease();
@@ -133,13 +133,13 @@ TEST(Suites, ReleaseInTheTablesOrderWithRowsTwelveAndThirteenSwapped) {
   forEachHolder([](auto& holder) { EXPECT_EQ(holder.suite, nullptr); });
 }
 
-TEST(Suites, ReleaseBeforeAnyUseCallsTheHostZeroTimes) {
+TEST(Suites, AreNotReleasedBeforeAnyUse) {
   const RecordingHost host;
   PIUSuitesRelease();
   EXPECT_TRUE(RecordingHost::released.empty());
 }
 
-TEST(Suites, ReleaseGivesBackTheHeldOnesAlone) {
+TEST(Suites, AreReleasedOnlyIfHeld) {
   const RecordingHost host;
   sPSAlias.AcquireSuite(true);
   sPSHandle.AcquireSuite(true);
@@ -149,7 +149,7 @@ TEST(Suites, ReleaseGivesBackTheHeldOnesAlone) {
   EXPECT_EQ(RecordingHost::released.size(), 2U);
 }
 
-TEST(Suites, AReleasedHolderIsAcquiredAgainOnItsNextUse) {
+TEST(Suites, AreAcquiredAgainAtTheNextUseAfterARelease) {
   const RecordingHost host;
   EXPECT_NE(sPSProperty.operator->(), nullptr);
   PIUSuitesRelease();
@@ -157,7 +157,7 @@ TEST(Suites, AReleasedHolderIsAcquiredAgainOnItsNextUse) {
   EXPECT_EQ(RecordingHost::acquired, (std::vector<SuiteKey>{kTable[22], kTable[22]}));
 }
 
-TEST(Suites, AHeldSuiteIsLeftUntouchedWithoutABasicSuite) {
+TEST(Suites, StayHeldIfThereIsNoBasicSuiteToReleaseThem) {
   const RecordingHost host;
   sPSAlias.AcquireSuite(true);
   const auto* held = sPSAlias.suite;
@@ -169,7 +169,7 @@ TEST(Suites, AHeldSuiteIsLeftUntouchedWithoutABasicSuite) {
   EXPECT_TRUE(RecordingHost::released.empty());
 }
 
-TEST(Suites, AHolderGivesItsSuiteBackAtItsEnd) {
+TEST(Suites, AreReleasedWhenTheirHolderIsDestroyed) {
   const RecordingHost host;
   {
     AutoSuite<PSAliasSuite> holder("of a test", 9);
@@ -181,7 +181,7 @@ TEST(Suites, AHolderGivesItsSuiteBackAtItsEnd) {
   EXPECT_EQ(RecordingHost::released, (std::vector<SuiteKey>{{"of a test", 9}}));
 }
 
-TEST(Suites, AHolderWithoutANameIsNeverGivenBack) {
+TEST(Suites, AreNotReleasedIfTheirHolderHasNoName) {
   const RecordingHost host;
   {
     AutoSuite<PSAliasSuite> holder("of a test", 9);
@@ -191,7 +191,7 @@ TEST(Suites, AHolderWithoutANameIsNeverGivenBack) {
   EXPECT_TRUE(RecordingHost::released.empty());
 }
 
-TEST(Suites, WithoutABasicSuiteTheFirstUseThrowsTheParameterError) {
+TEST(Suites, ThrowTheParameterErrorWithoutABasicSuite) {
   sSPBasic = nullptr;
   try {
     sPSActionDescriptor.operator->();
@@ -203,7 +203,7 @@ TEST(Suites, WithoutABasicSuiteTheFirstUseThrowsTheParameterError) {
   EXPECT_EQ(sPSActionDescriptor.error, 0x5061726D);
 }
 
-TEST(Suites, ARefusalIsStoredAndThrownAsAnUnsignedCode) {
+TEST(Suites, StoreARefusalAndThrowItAsAnUnsignedCode) {
   const RecordingHost host;
   for (const std::int32_t code : {-1, -30900, 0x53214364, 1}) {
     RecordingHost::refusal = code;
@@ -218,25 +218,25 @@ TEST(Suites, ARefusalIsStoredAndThrownAsAnUnsignedCode) {
   }
 }
 
-TEST(Suites, ARefusalIsNotThrownWhereItIsNotWanted) {
+TEST(Suites, DoNotThrowARefusalUnlessAsked) {
   const RecordingHost host;
   RecordingHost::refusal = -5;
   EXPECT_NO_THROW(sPSActionList.AcquireSuite(false));
   EXPECT_EQ(sPSActionList.error, -5);
 }
 
-TEST(Suites, ATransientRefusalIsTriedAgainAtTheNextUse) {
+TEST(Suites, AreAskedForAgainAtTheNextUseAfterARefusal) {
   const RecordingHost host;
   RecordingHost::refusal = -5;
   EXPECT_THROW(sPSActionList.operator->(), std::uint32_t);
-  EXPECT_EQ(RecordingHost::acquired.size(), 1U);  // nothing is retried at that moment
+  EXPECT_EQ(RecordingHost::acquired.size(), 1U);  // not retried immediately
   RecordingHost::refusal = 0;
   EXPECT_NE(sPSActionList.operator->(), nullptr);
   EXPECT_EQ(sPSActionList.error, 0);
   EXPECT_EQ(RecordingHost::acquired.size(), 2U);
 }
 
-TEST(Suites, UsingTheDescriptorSuiteTwiceAcquiresItOnce) {
+TEST(Suites, AreAcquiredOnceForTwoUses) {
   Machine machine;
   for (int use = 0; use < 2; ++use) {
     ActionDescriptor descriptor;
@@ -245,73 +245,12 @@ TEST(Suites, UsingTheDescriptorSuiteTwiceAcquiresItOnce) {
   EXPECT_EQ(machine.lines("suite").size(), 1U);
 }
 
-TEST(Suites, AnUnknownVersionThrowsTheHostsOwnCode) {
+TEST(Suites, ThrowTheHostsCodeForAnUnknownVersion) {
   Machine machine;
   AutoSuite<PSAliasSuite> holder("Photoshop Alias Utility Suite", 77);
   EXPECT_THROW(holder.operator->(), std::uint32_t);
   EXPECT_NE(holder.error, 0);
   EXPECT_EQ(theHost().suitesHeld(), 0);
-}
-
-TEST(HostObjects, AreFreedAtTheirEndAndOnceAlone) {
-  Machine machine;
-  {
-    ActionDescriptor first;
-    ASSERT_EQ(sPSActionDescriptor->Make(first.out()), 0);
-    EXPECT_TRUE(first);
-    ActionDescriptor second = std::move(first);
-    EXPECT_FALSE(first);  // NOLINT(bugprone-use-after-move): what a move leaves is the question
-    EXPECT_TRUE(second);
-    EXPECT_EQ(theHost().objectsOwned(), 1U);
-  }
-  EXPECT_EQ(theHost().objectsOwned(), 0U);
-}
-
-TEST(HostObjects, MakingAnotherInTheSamePlaceFreesTheFirst) {
-  Machine machine;
-  ActionReference reference;
-  ASSERT_EQ(sPSActionReference->Make(reference.out()), 0);
-  const PIActionReference first = reference.get();
-  ASSERT_EQ(sPSActionReference->Make(reference.out()), 0);
-  EXPECT_NE(reference.get(), first);
-  EXPECT_EQ(theHost().objectsOwned(), 1U);
-}
-
-TEST(HostObjects, AssignmentTakesOverAndTheOldOneIsFreed) {
-  Machine machine;
-  ActionList kept;
-  ASSERT_EQ(sPSActionList->Make(kept.out()), 0);
-  {
-    ActionList other;
-    ASSERT_EQ(sPSActionList->Make(other.out()), 0);
-    const PIActionList wanted = other.get();
-    kept = std::move(other);
-    EXPECT_EQ(kept.get(), wanted);
-  }
-  EXPECT_EQ(theHost().objectsOwned(), 1U);
-}
-
-TEST(HostObjects, AreFreedThroughASuiteThatWasGivenBackMeanwhile) {
-  Machine machine;
-  {
-    ActionDescriptor descriptor;
-    ASSERT_EQ(sPSActionDescriptor->Make(descriptor.out()), 0);
-    PIUSuitesRelease();
-  }
-  EXPECT_EQ(theHost().objectsOwned(), 0U);
-}
-
-TEST(HostObjects, AnObjectWhoseSuiteIsRefusedIsGivenUpSilently) {
-  Machine machine;
-  machine.expectMisuses(1);  // the leak
-  {
-    ActionDescriptor descriptor;
-    ASSERT_EQ(sPSActionDescriptor->Make(descriptor.out()), 0);
-    PIUSuitesRelease();
-    theFaults().add({"Basic.AcquireSuite", -5, 0, 1});
-  }
-  EXPECT_EQ(theFaults().fired(), 1U);
-  EXPECT_EQ(theHost().objectsOwned(), 1U);
 }
 
 }  // namespace

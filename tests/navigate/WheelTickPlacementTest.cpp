@@ -1,4 +1,4 @@
-// Where ticks go.
+// The position of ticks.
 #include <limits>
 
 #include "tests/support/Input.h"
@@ -7,11 +7,11 @@ namespace {
 
 using namespace testing_support;
 
-class TickPlacementTest : public NavigatorFixture {
+class WheelTickPlacement : public NavigatorFixture {
  protected:
-  TickPlacementTest() { navigator->m_zoomWithScrollWheel = true; }
+  WheelTickPlacement() { navigator->m_zoomWithScrollWheel = true; }
 
-  /// The place of one tick, measured from the screen's top, of zoom and of pan alike.
+  /// Returns the line of a zoom tick, after checking that a pan tick has the same location.
   Lines tickWithMouseAt(double x, double y) {
     server.mouse = {x, y};
     navigator->m_refreshWait = 0;
@@ -36,32 +36,32 @@ class TickPlacementTest : public NavigatorFixture {
   static Lines at(double x, double y) { return {wheelLine({1}, 0, x, y)}; }
 };
 
-TEST_F(TickPlacementTest, TheMouseInsideTheWindowIsThePlace) {
+TEST_F(WheelTickPlacement, UsesTheMouseInsideTheWindow) {
   EXPECT_EQ(tickWithMouseAt(123, 456), at(123, 444));
 }
 
-TEST_F(TickPlacementTest, TheMouseIsTruncatedTowardZero) {
+TEST_F(WheelTickPlacement, TruncatesTheMouseTowardsZero) {
   EXPECT_EQ(tickWithMouseAt(123.9, 456.9), at(123, 444));
 }
 
-TEST_F(TickPlacementTest, TheMouseOutsideTheWindowPutsTheTickAtTheCentre) {
+TEST_F(WheelTickPlacement, UsesTheCentreIfTheMouseIsOutsideTheWindow) {
   EXPECT_EQ(tickWithMouseAt(99, 350), at(500, 550));
   EXPECT_EQ(tickWithMouseAt(901, 350), at(500, 550));
   EXPECT_EQ(tickWithMouseAt(200, 49), at(500, 550));
   EXPECT_EQ(tickWithMouseAt(200, 651), at(500, 550));
 }
 
-TEST_F(TickPlacementTest, TheEdgesBelongToTheWindow) {
+TEST_F(WheelTickPlacement, TreatsTheEdgesAsInsideTheWindow) {
   EXPECT_EQ(tickWithMouseAt(100, 350), at(100, 550));
   EXPECT_EQ(tickWithMouseAt(200, 50), at(200, 850));
   EXPECT_EQ(tickWithMouseAt(200, 650), at(200, 250));
 }
 
-TEST_F(TickPlacementTest, TheMouseExactlyOnTheRightEdgeMovesToTheHorizontalCentre) {
+TEST_F(WheelTickPlacement, MovesFromTheRightEdgeToTheCentreLine) {
   EXPECT_EQ(tickWithMouseAt(900, 60), at(500, 840));
 }
 
-TEST_F(TickPlacementTest, TheCentreOfOddSumsIsTruncatedTowardZero) {
+TEST_F(WheelTickPlacement, TruncatesTheCentreTowardsZero) {
   content(-11, -8, 4, 3);  // sums -18 and -13
   EXPECT_EQ(tickWithMouseAt(500, 350), at(-9, 906));
   content(-10, -8, 5, 3);  // sums -15 and -13
@@ -70,37 +70,37 @@ TEST_F(TickPlacementTest, TheCentreOfOddSumsIsTruncatedTowardZero) {
   EXPECT_EQ(tickWithMouseAt(500, 350), at(12, 891));
 }
 
-TEST_F(TickPlacementTest, SumsOfEdgesDoNotWrapAtSixteenBits) {
+TEST_F(WheelTickPlacement, AddsEdgesInMoreThanSixteenBits) {
   content(30000, 100, 2000, 100);
   EXPECT_EQ(tickWithMouseAt(0, 0), at(31000, 750));
   content(-32000, 100, 2000, 100);
   EXPECT_EQ(tickWithMouseAt(0, 0), at(-31000, 750));
 }
 
-TEST_F(TickPlacementTest, AWindowOfNoWidthGetsNoTickButTheWaitStarts) {
+TEST_F(WheelTickPlacement, StartsTheWaitWithoutATickIfTheWindowHasNoWidth) {
   content(100, 50, 0, 600);
   EXPECT_EQ(tickWithMouseAt(500, 350), Lines{});
   EXPECT_EQ(tickWithMouseAt(100, 350), Lines{});
 }
 
-TEST_F(TickPlacementTest, AWindowOneWideHasNoPlaceForAMouseOnItsRightEdge) {
+TEST_F(WheelTickPlacement, PostsNoTickFromTheRightEdgeOfAWindowOnePixelWide) {
   content(100, 50, 1, 600);
   EXPECT_EQ(tickWithMouseAt(101, 350), Lines{});
   EXPECT_EQ(tickWithMouseAt(100, 350), at(100, 550));
   EXPECT_EQ(tickWithMouseAt(0, 0), at(100, 550));
 }
 
-TEST_F(TickPlacementTest, AWindowTwoWideHasAPlaceForAMouseOnItsRightEdge) {
+TEST_F(WheelTickPlacement, PostsATickFromTheRightEdgeOfAWindowTwoPixelsWide) {
   content(100, 50, 2, 600);
   EXPECT_EQ(tickWithMouseAt(102, 350), at(101, 550));
 }
 
-TEST_F(TickPlacementTest, AWindowTurnedInsideOutIsLeftAtTheSameTest) {
-  content(100, 50, -20, 600);  // right is 80: the centre, 90, is beyond it
+TEST_F(WheelTickPlacement, PostsNoTickIfTheWindowsWidthIsNegative) {
+  content(100, 50, -20, 600);  // the right edge is 80, the centre 90
   EXPECT_EQ(tickWithMouseAt(500, 350), Lines{});
 }
 
-TEST_F(TickPlacementTest, AWindowThatIsNowhereGetsNoTick) {
+TEST_F(WheelTickPlacement, PostsNoTickIfTheWindowsBoundsAreNaN) {
   const double nowhere = std::numeric_limits<double>::quiet_NaN();
   content(nowhere, nowhere, nowhere, nowhere);
   EXPECT_EQ(tickWithMouseAt(500, 350), Lines{});

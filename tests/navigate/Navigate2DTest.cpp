@@ -1,4 +1,4 @@
-// The making and the end of the navigator.
+// Construction and destruction of the navigator.
 #include <gtest/gtest.h>
 
 #include <memory>
@@ -21,7 +21,7 @@ const Json kUnregister = {{"t", 0}, {"what", "refreshCallback"}, {"do", "unregis
 const Json kDeviceTypes = eventTypes({{"mrvE", 1}, {"mrvE", 2}, {"mrvE", 5}});
 const Json kInstall = {{"t", 0}, {"what", "handler"}, {"do", "install"}, {"types", kDeviceTypes}};
 
-class NavigatorTest : public testing::Test {
+class Navigate2DLifetime : public testing::Test {
  protected:
   std::vector<Json> linesWithoutHostCalls() {
     std::vector<Json> lines = machine.drain();
@@ -32,7 +32,7 @@ class NavigatorTest : public testing::Test {
   Machine machine;
 };
 
-TEST_F(NavigatorTest, FieldsStandInTheirOrder) {
+TEST_F(Navigate2DLifetime, KeepsTheFieldsAtTheirOffsets) {
   const Navigate2D& navigator = Navigate2D::Instance();
   const auto at = [&](const auto& member) {
     return reinterpret_cast<const char*>(&member) - reinterpret_cast<const char*>(&navigator);
@@ -43,7 +43,7 @@ TEST_F(NavigatorTest, FieldsStandInTheirOrder) {
   EXPECT_EQ(at(navigator.m_mouseDownHandlerRef), 16);
 }
 
-TEST_F(NavigatorTest, IsMadeOnceInItsFixedOrder) {
+TEST_F(Navigate2DLifetime, CreatesOneNavigatorInAFixedOrder) {
   Navigate2D& navigator = Navigate2D::Instance();
   EXPECT_EQ(linesWithoutHostCalls(), (std::vector<Json>{kSuppression, kRegister, kInstall}));
   EXPECT_EQ(&Navigate2D::Instance(), &navigator);
@@ -53,7 +53,7 @@ TEST_F(NavigatorTest, IsMadeOnceInItsFixedOrder) {
   EXPECT_EQ(navigator.m_mouseDownHandlerRef, nullptr);
 }
 
-TEST_F(NavigatorTest, ThePreferenceIsReadBeforeAnythingIsInstalled) {
+TEST_F(Navigate2DLifetime, ReadsThePreferenceBeforeInstallingAnything) {
   theFaults().add({"Basic.AcquireSuite", -5, 0, 1});
   EXPECT_THROW(Navigate2D::Instance(), std::uint32_t);
   EXPECT_TRUE(linesWithoutHostCalls().empty());
@@ -62,7 +62,7 @@ TEST_F(NavigatorTest, ThePreferenceIsReadBeforeAnythingIsInstalled) {
   EXPECT_EQ(linesWithoutHostCalls(), (std::vector<Json>{kSuppression, kRegister, kInstall}));
 }
 
-TEST_F(NavigatorTest, ThePreferenceIsReadOnce) {
+TEST_F(Navigate2DLifetime, ReadsThePreferenceOnce) {
   HostSetup setup;
   setup.zoomWithScrollWheel = true;
   writeHostFiles(setup, machine.preferences());
@@ -73,14 +73,14 @@ TEST_F(NavigatorTest, ThePreferenceIsReadOnce) {
   EXPECT_FALSE(Navigate2D::getZoomWithScrollWheel());
 }
 
-TEST_F(NavigatorTest, ItsEndUnregistersTheRefreshCallbackAlone) {
+TEST_F(Navigate2DLifetime, EndsByUnregisteringOnlyTheRefreshCallback) {
   alignas(Navigate2D) std::byte storage[sizeof(Navigate2D)] = {};
   auto* navigator = new (storage) Navigate2D;
   navigator->InstallMouseDownHandler();
   machine.drain();
   std::destroy_at(navigator);
   EXPECT_EQ(machine.drain(), std::vector<Json>{kUnregister});
-  EXPECT_EQ(theEventManager().installed(), 2U);  // both handlers stay, deliberately
+  EXPECT_EQ(theEventManager().installed(), 2U);  // both handlers stay until the process ends
 }
 
 }  // namespace
