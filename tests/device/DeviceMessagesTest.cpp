@@ -48,15 +48,15 @@ Json pressLine(int button, std::uint32_t modifiers) {
   return postedLine(1, std::move(parameters));
 }
 
-class DeviceMessagesTest : public testing::Test {
+class DeviceMessages : public testing::Test {
  protected:
-  DeviceMessagesTest() {
+  DeviceMessages() {
     MrvDeviceEvents::m_clientID = kClient;
     MrvDeviceEvents::m_mainEventQueue = GetMainEventQueue();
     MrvDeviceEvents::m_appIsActive = true;
   }
 
-  /// The lines of what one message posts. The events go through the main queue and end there.
+  /// Relays one message and returns the lines of what it posts. Dispatches the posted events.
   std::vector<Json> relay(MoravinDeviceState record,
                           std::uint32_t type = kMoravinMessageDeviceState) {
     record.time = kTime;
@@ -80,24 +80,24 @@ class DeviceMessagesTest : public testing::Test {
 
 using Lines = std::vector<Json>;
 
-TEST_F(DeviceMessagesTest, AxisDataIsZeroAtTheStart) {
+TEST_F(DeviceMessages, StartWithZeroAxisData) {
   EXPECT_EQ(relayedAxes(), (std::array<int, 6>{}));
   EXPECT_FALSE(gIn3DTool);
 }
 
-TEST_F(DeviceMessagesTest, AMessageOfAnotherTypePostsNothing) {
+TEST_F(DeviceMessages, PostNothingIfTheirTypeIsAnother) {
   for (const std::uint32_t type : {0U, 1U, 0x33645353U, 0x52536433U, 0x33445352U}) {
     EXPECT_EQ(relay(axesRecord(kClient, {1, 2, 3, 4, 5, 6}), type), Lines{});
   }
   EXPECT_EQ(relayedAxes(), (std::array<int, 6>{}));
 }
 
-TEST_F(DeviceMessagesTest, ARecordIsNotReadWhereTheTypeIsAnother) {
+TEST_F(DeviceMessages, LeaveTheRecordUnreadIfTheirTypeIsAnother) {
   MrvDeviceEvents::messageHandlerProc(1, 0x33645353, nullptr);
   EXPECT_TRUE(machine.lines().empty());
 }
 
-TEST_F(DeviceMessagesTest, AMessageForAnotherClientPostsNothing) {
+TEST_F(DeviceMessages, PostNothingIfTheyAreForAnotherClient) {
   for (const int other : {0, 6, 8, 7 + 256, 0xFFFF}) {
     const auto client = static_cast<std::uint16_t>(other);
     EXPECT_EQ(relay(axesRecord(client, {1, 2, 3, 4, 5, 6})), Lines{});
@@ -107,28 +107,28 @@ TEST_F(DeviceMessagesTest, AMessageForAnotherClientPostsNothing) {
   EXPECT_EQ(relayedAxes(), (std::array<int, 6>{}));
 }
 
-TEST_F(DeviceMessagesTest, WithoutRegistrationOnlyARecordForClientZeroPasses) {
+TEST_F(DeviceMessages, PassWithoutRegistrationOnlyIfTheyAreForClientZero) {
   MrvDeviceEvents::m_clientID = 0;
   EXPECT_EQ(relay(axesRecord(1, {1, 0, 0, 0, 0, 0})), Lines{});
   EXPECT_EQ(relay(axesRecord(0, {1, 0, 0, 0, 0, 0})), Lines{axesLine({1, 0, 0, 0, 0, 0})});
 }
 
-TEST_F(DeviceMessagesTest, TheHighestClientIdIsComparedWithoutSign) {
+TEST_F(DeviceMessages, CompareTheClientIdWithoutSign) {
   MrvDeviceEvents::m_clientID = 0xFFFF;
   EXPECT_EQ(relay(commandRecord(0xFFFF, 3)), Lines{postedLine(5, shorts({{"tpac", 3}}))});
 }
 
-TEST_F(DeviceMessagesTest, SecondAndThirdTranslationsAndRotationsTradePlaces) {
+TEST_F(DeviceMessages, SwapTheSecondAndThirdTranslationsAndRotations) {
   EXPECT_EQ(relay(axesRecord(kClient, {1, 2, 3, 4, 5, 6})), Lines{axesLine({1, 3, 2, 4, 6, 5})});
   EXPECT_EQ(relayedAxes(), (std::array<int, 6>{1, 3, 2, 4, 6, 5}));
 }
 
-TEST_F(DeviceMessagesTest, AxisValuesPassUnscaledToTheirLimits) {
+TEST_F(DeviceMessages, PassAxisValuesUnscaledUpToTheirLimits) {
   EXPECT_EQ(relay(axesRecord(kClient, {-32768, 32767, -1, 1, -32768, 32767})),
             Lines{axesLine({-32768, -1, 32767, 1, 32767, -32768})});
 }
 
-TEST_F(DeviceMessagesTest, AnAxisMessageWhileTheHostIsInactivePostsSixZeros) {
+TEST_F(DeviceMessages, PostSixZerosForAxesWhileTheHostIsInactive) {
   relay(axesRecord(kClient, {1, 2, 3, 4, 5, 6}));
   MrvDeviceEvents::m_appIsActive = false;
   EXPECT_EQ(relay(axesRecord(kClient, {1, 2, 3, 4, 5, 6})), Lines{axesLine({0, 0, 0, 0, 0, 0})});
@@ -136,65 +136,65 @@ TEST_F(DeviceMessagesTest, AnAxisMessageWhileTheHostIsInactivePostsSixZeros) {
   EXPECT_EQ(relay(axesRecord(kClient, {1, 2, 3, 4, 5, 6})).size(), 1U);
 }
 
-TEST_F(DeviceMessagesTest, ButtonsAndCommandsPassWhileTheHostIsInactive) {
+TEST_F(DeviceMessages, PassButtonsAndCommandsWhileTheHostIsInactive) {
   MrvDeviceEvents::m_appIsActive = false;
   EXPECT_EQ(relay(buttonRecord(kClient, 4, 1)), Lines{pressLine(4, 0)});
   EXPECT_EQ(relay(commandRecord(kClient, 4)), Lines{postedLine(5, shorts({{"tpac", 4}}))});
 }
 
-TEST_F(DeviceMessagesTest, InA3DToolAnAxisMessageUpdatesAxisDataAndPostsNothing) {
+TEST_F(DeviceMessages, UpdateAxisDataButPostNoAxesInA3DTool) {
   gIn3DTool = true;
   EXPECT_EQ(relay(axesRecord(kClient, {1, 2, 3, 4, 5, 6})), Lines{});
   EXPECT_EQ(relayedAxes(), (std::array<int, 6>{1, 3, 2, 4, 6, 5}));
   MrvDeviceEvents::m_appIsActive = false;
   EXPECT_EQ(relay(axesRecord(kClient, {1, 2, 3, 4, 5, 6})), Lines{});
   EXPECT_EQ(relayedAxes(), (std::array<int, 6>{}));
-  // Buttons and commands are not concerned.
+  // Buttons and commands are still posted.
   EXPECT_EQ(relay(buttonRecord(kClient, 1, 0)).size(), 1U);
   EXPECT_EQ(relay(commandRecord(kClient, 1)).size(), 1U);
   gIn3DTool = false;
 }
 
-TEST_F(DeviceMessagesTest, AReleaseReportsTheButtonLastPressedAndOnlyThePressHasModifiers) {
+TEST_F(DeviceMessages, ReportTheLastPressedButtonAtAReleaseAndModifiersOnlyAtAPress) {
   setKeyModifiers(0x0900);
   EXPECT_EQ(relay(buttonRecord(kClient, 7, 1)), Lines{pressLine(7, 0x0900)});
   EXPECT_EQ(relay(buttonRecord(kClient, 0, 0)), Lines{releaseLine(7)});
 }
 
-TEST_F(DeviceMessagesTest, AReleaseIgnoresItsOwnButtonWord) {
+TEST_F(DeviceMessages, IgnoreTheButtonWordOfARelease) {
   relay(buttonRecord(kClient, 7, 1));
   EXPECT_EQ(relay(buttonRecord(kClient, 9, 0)), Lines{releaseLine(7)});
   EXPECT_EQ(relay(buttonRecord(kClient, 9, 0)), Lines{releaseLine(7)});
 }
 
-TEST_F(DeviceMessagesTest, AReleaseBeforeAnyPressReportsButtonZero) {
+TEST_F(DeviceMessages, ReportButtonZeroForAReleaseBeforeAnyPress) {
   EXPECT_EQ(relay(buttonRecord(kClient, 5, 0)), Lines{releaseLine(0)});
 }
 
-TEST_F(DeviceMessagesTest, AnyNonZeroValueIsAPress) {
+TEST_F(DeviceMessages, TreatAnyNonZeroValueAsAPress) {
   for (const std::uint32_t value : {1U, 0x80U, 0x10000U, 0x80000000U, 0xFFFFFFFFU}) {
     EXPECT_EQ(relay(buttonRecord(kClient, 2, value)), Lines{pressLine(2, 0)}) << value;
   }
 }
 
-TEST_F(DeviceMessagesTest, ButtonWordsAboveTheSignedRangeComeOutNegative) {
+TEST_F(DeviceMessages, ReportButtonWordsAboveTheSignedRangeAsNegative) {
   EXPECT_EQ(relay(buttonRecord(kClient, 0x8000, 1)), Lines{pressLine(-32768, 0)});
   EXPECT_EQ(relay(buttonRecord(kClient, 0xFFFF, 1)), Lines{pressLine(-1, 0)});
 }
 
-TEST_F(DeviceMessagesTest, ModifiersPassAsAllThirtyTwoBits) {
+TEST_F(DeviceMessages, PassAllThirtyTwoBitsOfTheModifiers) {
   setKeyModifiers(0xFFFFFFFF);
   EXPECT_EQ(relay(buttonRecord(kClient, 1, 1)), Lines{pressLine(1, 0xFFFFFFFF)});
 }
 
-TEST_F(DeviceMessagesTest, ACommandIsTheLowSixteenBits) {
+TEST_F(DeviceMessages, PassTheLowSixteenBitsOfACommand) {
   EXPECT_EQ(relay(commandRecord(kClient, 0x00010004)), Lines{postedLine(5, shorts({{"tpac", 4}}))});
   EXPECT_EQ(relay(commandRecord(kClient, 0xFFFF0000)), Lines{postedLine(5, shorts({{"tpac", 0}}))});
   EXPECT_EQ(relay(commandRecord(kClient, 0x00018000)),
             Lines{postedLine(5, shorts({{"tpac", -32768}}))});
 }
 
-TEST_F(DeviceMessagesTest, OtherCommandsPostNothing) {
+TEST_F(DeviceMessages, PostNothingForOtherCommands) {
   for (std::uint16_t command = 0; command < 300; ++command) {
     if (command == 2 || command == 3 || command == 10) continue;
     EXPECT_EQ(relay(deviceRecord(kClient, command)), Lines{}) << command;
@@ -203,8 +203,8 @@ TEST_F(DeviceMessagesTest, OtherCommandsPostNothing) {
   EXPECT_EQ(relay(deviceRecord(kClient, 0x0302)), Lines{});
 }
 
-TEST_F(DeviceMessagesTest, TheFieldsLieAtTheirOffsets) {
-  // Every byte differs, so that a field read from elsewhere would show.
+TEST_F(DeviceMessages, AreReadAtTheOffsetsOfTheirFields) {
+  // All bytes differ, so a field read at a wrong offset has a wrong value.
   unsigned char bytes[sizeof(MoravinDeviceState)];
   for (std::size_t i = 0; i < sizeof bytes; ++i) bytes[i] = static_cast<unsigned char>(0x20 + i);
   const std::uint16_t command = kMoravinCommandAxes;
@@ -220,7 +220,7 @@ TEST_F(DeviceMessagesTest, TheFieldsLieAtTheirOffsets) {
   }
 }
 
-TEST_F(DeviceMessagesTest, TheTimeStampPassesUnchangedAlsoWhereItIsNegative) {
+TEST_F(DeviceMessages, PassANegativeTimeStampUnchanged) {
   MoravinDeviceState record = commandRecord(kClient, 1);
   record.time = 0xFFFFFFFFFFFFFFFE;
   MrvDeviceEvents::messageHandlerProc(0, kMoravinMessageDeviceState, &record);
@@ -229,7 +229,7 @@ TEST_F(DeviceMessagesTest, TheTimeStampPassesUnchangedAlsoWhereItIsNegative) {
   }
 }
 
-TEST_F(DeviceMessagesTest, AFailedCreationDropsThatOneMessage) {
+TEST_F(DeviceMessages, AreDroppedOnlyIfTheirOwnEventCannotBeCreated) {
   for (const MoravinDeviceState& record :
        {axesRecord(kClient, {1, 2, 3, 4, 5, 6}), buttonRecord(kClient, 1, 1),
         commandRecord(kClient, 1)}) {
@@ -239,20 +239,20 @@ TEST_F(DeviceMessagesTest, AFailedCreationDropsThatOneMessage) {
   }
 }
 
-TEST_F(DeviceMessagesTest, APressWhoseEventCannotBeMadeIsNotRemembered) {
+TEST_F(DeviceMessages, DoNotRememberAPressWhoseEventCannotBeCreated) {
   relay(buttonRecord(kClient, 3, 1));
   theEventManager().failCreations(1);
   relay(buttonRecord(kClient, 7, 1));
   EXPECT_EQ(relay(buttonRecord(kClient, 0, 0)), Lines{releaseLine(3)});
 }
 
-TEST_F(DeviceMessagesTest, AxisDataIsUpdatedAlsoWhereTheEventCannotBeMade) {
+TEST_F(DeviceMessages, UpdateAxisDataEvenIfTheEventCannotBeCreated) {
   theEventManager().failCreations(1);
   EXPECT_EQ(relay(axesRecord(kClient, {1, 2, 3, 4, 5, 6})), Lines{});
   EXPECT_EQ(relayedAxes(), (std::array<int, 6>{1, 3, 2, 4, 6, 5}));
 }
 
-TEST_F(DeviceMessagesTest, AQueueThatRefusesTheEventLeaksNothing) {
+TEST_F(DeviceMessages, LeakNothingIfTheQueueRefusesTheEvent) {
   MrvDeviceEvents::m_mainEventQueue = nullptr;
   EXPECT_EQ(relay(axesRecord(kClient, {1, 2, 3, 4, 5, 6})), Lines{});
 }

@@ -20,8 +20,8 @@ using namespace testing_support;
 
 constexpr char kActionReferenceSuite[] = "df135117-c769-11d0-8079-00c04fd7ec47";
 
-/// A basic suite that is the host's but for the comparison, which it writes down. It stays for the
-/// process: suites held at its end are given back through it.
+/// The host's basic suite with a comparison that records its arguments. The suite is static,
+/// because suites held at the end of the process are released through it.
 struct ComparingHost {
   static inline SPBasicSuite suite;
   static inline std::vector<std::pair<std::string, std::string>> asked;
@@ -43,19 +43,19 @@ struct ComparingHost {
   }
 };
 
-class AutoPluginMainTest : public testing::Test {
+class AutoPluginMainDispatch : public testing::Test {
  protected:
-  ~AutoPluginMainTest() override { runMainLoopUntilIdle(); }
+  ~AutoPluginMainDispatch() override { runMainLoopUntilIdle(); }
 
   Machine machine;
 };
 
-TEST_F(AutoPluginMainTest, GlobalsAreNullBeforeTheFirstCall) {
+TEST_F(AutoPluginMainDispatch, StartsWithNullGlobals) {
   EXPECT_EQ(gPlugInRef, nullptr);
   EXPECT_EQ(gMrvDeviceEvents, nullptr);
 }
 
-TEST_F(AutoPluginMainTest, EveryCallRefreshesBasicSuiteAndPlugInReference) {
+TEST_F(AutoPluginMainDispatch, RefreshesBasicSuiteAndPlugInReferenceAtEveryCall) {
   for (int call = 1; call <= 2; ++call) {
     static SPBasicSuite basics[3];
     SPBasicSuite& basic = basics[call] = *theHost().basicSuite();
@@ -67,7 +67,7 @@ TEST_F(AutoPluginMainTest, EveryCallRefreshesBasicSuiteAndPlugInReference) {
   }
 }
 
-TEST_F(AutoPluginMainTest, AboutBeforeAnyStartupOnlyWritesTheDebugString) {
+TEST_F(AutoPluginMainDispatch, WritesOnlyTheDebugStringForAboutBeforeStartup) {
   EXPECT_EQ(callPlugin("SP Interface", "About"), 0);
   ASSERT_EQ(machine.lines().size(), 1U);
   EXPECT_EQ(machine.lines()[0]["what"], "debug");
@@ -76,13 +76,13 @@ TEST_F(AutoPluginMainTest, AboutBeforeAnyStartupOnlyWritesTheDebugString) {
   EXPECT_EQ(gMrvDeviceEvents, nullptr);
 }
 
-TEST_F(AutoPluginMainTest, ShowsNothingAndExecutesNothing) {
+TEST_F(AutoPluginMainDispatch, DoesNothingInShowAboutAndExecute) {
   ShowAbout();
   EXPECT_EQ(Execute(nullptr), 0);
   EXPECT_TRUE(machine.lines().empty());
 }
 
-TEST_F(AutoPluginMainTest, StartupBringsTheDeviceConnectionUp) {
+TEST_F(AutoPluginMainDispatch, StartsTheDeviceConnectionAtStartup) {
   EXPECT_EQ(startUp(), 0);
   runMainLoopUntilIdle();
   EXPECT_NE(gMrvDeviceEvents, nullptr);
@@ -91,7 +91,7 @@ TEST_F(AutoPluginMainTest, StartupBringsTheDeviceConnectionUp) {
   EXPECT_EQ(shutDown(), 0);
 }
 
-TEST_F(AutoPluginMainTest, TwoStartupCallsCreateOneDeviceConnection) {
+TEST_F(AutoPluginMainDispatch, CreatesOneDeviceConnectionForTwoStartups) {
   EXPECT_EQ(startUp(), 0);
   const MrvDeviceEvents* first = gMrvDeviceEvents;
   EXPECT_EQ(startUp(), 0);
@@ -101,7 +101,7 @@ TEST_F(AutoPluginMainTest, TwoStartupCallsCreateOneDeviceConnection) {
   EXPECT_EQ(shutDown(), 0);
 }
 
-TEST_F(AutoPluginMainTest, ShutdownTakesTheDeviceDownBeforeTheSuites) {
+TEST_F(AutoPluginMainDispatch, EndsTheDeviceConnectionBeforeTheSuitesAtShutdown) {
   startUp();
   runMainLoopUntilIdle();
   machine.drain();
@@ -111,14 +111,14 @@ TEST_F(AutoPluginMainTest, ShutdownTakesTheDeviceDownBeforeTheSuites) {
   for (const Json& line : machine.drain()) {
     order.push_back(line["what"].get<std::string>() + " " + line["do"].get<std::string>());
   }
-  // The version query of the start-up has used descriptor, control and reference.
+  // The version query at start-up acquired the descriptor, control and reference suites.
   EXPECT_EQ(order,
             (std::vector<std::string>{"handler remove", "framework unregister", "framework cleanup",
                                       "suite release", "suite release", "suite release"}));
   EXPECT_EQ(theHost().suitesHeld(), 0);
 }
 
-TEST_F(AutoPluginMainTest, ShutdownWithoutStartupStillReleasesTheSuites) {
+TEST_F(AutoPluginMainDispatch, ReleasesTheSuitesAtAShutdownWithoutStartup) {
   sPSActionReference.AcquireSuite(true);
   machine.drain();
   EXPECT_EQ(shutDown(), 0);
@@ -129,19 +129,19 @@ TEST_F(AutoPluginMainTest, ShutdownWithoutStartupStillReleasesTheSuites) {
   EXPECT_EQ(gMrvDeviceEvents, nullptr);
 }
 
-TEST_F(AutoPluginMainTest, ShutdownBeforeAnyUseReleasesNothing) {
+TEST_F(AutoPluginMainDispatch, ReleasesNothingAtAShutdownBeforeAnyUse) {
   EXPECT_EQ(shutDown(), 0);
   EXPECT_TRUE(machine.lines().empty());
 }
 
-TEST_F(AutoPluginMainTest, DoItFromPhotoshopPlaysTheQueuedRequest) {
+TEST_F(AutoPluginMainDispatch, PlaysTheQueuedRequestForDoItFromPhotoshop) {
   PlayeventDynamicSetMasterDiameter(42.0, 0);
   EXPECT_EQ(callPlugin("PS Photoshop", "Do It"), 0);
   EXPECT_EQ(theHost().brush(), 42.0);
   EXPECT_FALSE(IsPlayEventBusy());
 }
 
-TEST_F(AutoPluginMainTest, DoItOfAnotherCallerDoesNothing) {
+TEST_F(AutoPluginMainDispatch, IgnoresDoItFromAnotherCaller) {
   PlayeventDynamicSetMasterDiameter(42.0, 0);
   for (const char* caller : {"SP Interface", "PS photoshop", "", "PS Photoshop "}) {
     EXPECT_EQ(callPlugin(caller, "Do It"), 0) << caller;
@@ -150,7 +150,7 @@ TEST_F(AutoPluginMainTest, DoItOfAnotherCallerDoesNothing) {
   EXPECT_TRUE(IsPlayEventBusy());
 }
 
-TEST_F(AutoPluginMainTest, UnknownCallersAndSelectorsAreIgnored) {
+TEST_F(AutoPluginMainDispatch, IgnoresUnknownCallersAndSelectors) {
   for (const char* caller : {"", "SP Interfac", "sp interface", "SP Interface "}) {
     EXPECT_EQ(callPlugin(caller, "Startup"), 0) << caller;
   }
@@ -162,7 +162,7 @@ TEST_F(AutoPluginMainTest, UnknownCallersAndSelectorsAreIgnored) {
   EXPECT_EQ(gMrvDeviceEvents, nullptr);
 }
 
-TEST_F(AutoPluginMainTest, ComparesInItsFixedOrderThroughTheHostAlone) {
+TEST_F(AutoPluginMainDispatch, ComparesInAFixedOrderOnlyThroughTheHost) {
   ComparingHost host([](const std::string& left, const std::string& right) {
     return left == "caller" && right == "SP Interface";
   });
@@ -175,14 +175,14 @@ TEST_F(AutoPluginMainTest, ComparesInItsFixedOrderThroughTheHostAlone) {
                                                               {"caller", "PS Photoshop"}}));
 }
 
-TEST_F(AutoPluginMainTest, TextsThatTheHostCallsDifferentMatchNothing) {
+TEST_F(AutoPluginMainDispatch, MatchesNothingThatTheHostCallsDifferent) {
   ComparingHost host([](const std::string&, const std::string&) { return false; });
   EXPECT_EQ(host.call("SP Interface", "Startup"), 0);
   EXPECT_EQ(host.call("PS Photoshop", "Do It"), 0);
   EXPECT_TRUE(machine.lines().empty());
 }
 
-TEST_F(AutoPluginMainTest, TheHostsOwnEqualityDecides) {
+TEST_F(AutoPluginMainDispatch, MatchesWhateverTheHostCallsEqual) {
   ComparingHost host([](const std::string& left, const std::string& right) {
     return strcasecmp(left.c_str(), right.c_str()) == 0;
   });
@@ -190,12 +190,12 @@ TEST_F(AutoPluginMainTest, TheHostsOwnEqualityDecides) {
   EXPECT_EQ(machine.lines("debug").size(), 1U);
 }
 
-TEST_F(AutoPluginMainTest, OneCallMayMatchSeveralBranches) {
+TEST_F(AutoPluginMainDispatch, RunsEveryBranchThatOneCallMatches) {
   PlayeventDynamicSetMasterDiameter(42.0, 0);
   ComparingHost host([](const std::string&, const std::string&) { return true; });
   theThreads().holdNewTasks(true);
   EXPECT_EQ(host.call("", ""), 0);
-  // Shown, started, shut down, and then played, all by this one call.
+  // This one call runs About, Startup, Shutdown and Do It.
   EXPECT_EQ(machine.lines("debug").size(), 1U);
   EXPECT_EQ(machine.lines("thread").size(), 1U);
   EXPECT_EQ(machine.lines("framework").size(), 1U);
@@ -204,19 +204,19 @@ TEST_F(AutoPluginMainTest, OneCallMayMatchSeveralBranches) {
   theThreads().holdNewTasks(false);
 }
 
-TEST_F(AutoPluginMainTest, AThrowingDeviceConnectionYieldsTheParameterError) {
+TEST_F(AutoPluginMainDispatch, ReturnsTheParameterErrorIfTheDeviceConnectionThrows) {
   theFaults().add({"Basic.AcquireSuite", -4, 0, 1});
   EXPECT_EQ(startUp(), 0x5061726D);
   EXPECT_EQ(gMrvDeviceEvents, nullptr);
   EXPECT_TRUE(machine.lines("thread").empty());
-  // The refusal has passed, and so has the failure.
+  // The suite is refused only once.
   EXPECT_EQ(startUp(), 0);
   EXPECT_NE(gMrvDeviceEvents, nullptr);
   runMainLoopUntilIdle();
   EXPECT_EQ(shutDown(), 0);
 }
 
-TEST_F(AutoPluginMainTest, ASuiteThatDoItCannotAcquireYieldsTheParameterError) {
+TEST_F(AutoPluginMainDispatch, ReturnsTheParameterErrorIfDoItCannotAcquireASuite) {
   PlayeventDynamicSetMasterDiameter(42.0, 0);
   theFaults().add({"Basic.AcquireSuite", -1234, 0, 1});
   EXPECT_EQ(callPlugin("PS Photoshop", "Do It"), 0x5061726D);
@@ -224,7 +224,7 @@ TEST_F(AutoPluginMainTest, ASuiteThatDoItCannotAcquireYieldsTheParameterError) {
   EXPECT_EQ(theHost().brush(), 42.0);
 }
 
-TEST_F(AutoPluginMainTest, AHostErrorWhilePlayingIsNotReported) {
+TEST_F(AutoPluginMainDispatch, DoesNotReportAHostErrorWhilePlaying) {
   PlayeventDynamicSetMasterDiameter(42.0, 0);
   theFaults().add({"ActionControl.Play", -1715, 0, 1});
   EXPECT_EQ(callPlugin("PS Photoshop", "Do It"), 0);

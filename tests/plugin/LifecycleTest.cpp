@@ -1,4 +1,4 @@
-// Start-up and shut-down, again and again in one process.
+// Repeated start-up and shut-down in one process.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -17,7 +17,7 @@ using namespace testing_support;
 
 constexpr int kRounds = 1000;
 
-class LifecycleTest : public testing::Test {
+class Lifecycle : public testing::Test {
  protected:
   std::size_t handlerInstalls(const char* eventClass) const {
     const auto lines = machine.lines("handler");
@@ -38,7 +38,7 @@ class LifecycleTest : public testing::Test {
   Machine machine;
 };
 
-TEST_F(LifecycleTest, AThousandStartUpsAndShutDowns) {
+TEST_F(Lifecycle, SurvivesAThousandStartUpsAndShutDowns) {
   for (int round = 1; round <= kRounds; ++round) {
     ASSERT_EQ(startUp(), 0);
     runMainLoopUntilIdle();
@@ -49,7 +49,7 @@ TEST_F(LifecycleTest, AThousandStartUpsAndShutDowns) {
     ASSERT_EQ(theFramework().client(), 0);
   }
   EXPECT_EQ(theThreads().started(), kRounds);
-  // The navigator and the application handler are made once for the process.
+  // The navigator and the application handler are created once per process.
   EXPECT_EQ(handlerInstalls("mrvE"), 1U);
   EXPECT_EQ(handlerInstalls("appl"), 1U);
   EXPECT_EQ(theEventManager().installed(), 1U);
@@ -57,7 +57,7 @@ TEST_F(LifecycleTest, AThousandStartUpsAndShutDowns) {
   EXPECT_EQ(theHost().objectsOwned(), 0U);
 }
 
-TEST_F(LifecycleTest, AfterManyRoundsAMessageIsPostedOnce) {
+TEST_F(Lifecycle, PostsAMessageOnceAfterManyRounds) {
   for (int round = 0; round < 20; ++round) {
     startUp();
     runMainLoopUntilIdle();
@@ -70,7 +70,7 @@ TEST_F(LifecycleTest, AfterManyRoundsAMessageIsPostedOnce) {
   shutDown();
 }
 
-TEST_F(LifecycleTest, ShutDownWithoutWaitingForTheDeviceThread) {
+TEST_F(Lifecycle, AllowsAShutDownBeforeTheDeviceThreadIsReady) {
   for (int round = 0; round < 200; ++round) {
     ASSERT_EQ(startUp(), 0);
     ASSERT_EQ(shutDown(), 0);
@@ -81,7 +81,7 @@ TEST_F(LifecycleTest, ShutDownWithoutWaitingForTheDeviceThread) {
   EXPECT_EQ(theHost().suitesHeld(), 0);
 }
 
-TEST_F(LifecycleTest, RepeatedStartUpsAndShutDownsChangeNothingMore) {
+TEST_F(Lifecycle, IgnoresRepeatedStartUpsAndShutDowns) {
   for (int i = 0; i < 3; ++i) EXPECT_EQ(startUp(), 0);
   runMainLoopUntilIdle();
   for (int i = 0; i < 3; ++i) EXPECT_EQ(shutDown(), 0);

@@ -19,8 +19,8 @@ namespace {
 using namespace simulator;
 using namespace testing_support;
 
-// Ten million, but fewer in a build without optimisation, and fewer still under a sanitizer, where
-// freed memory stays with the process for a while, so that its size tells nothing.
+// Fewer in a build without optimisation, and fewer still under a sanitizer. A sanitizer also keeps
+// freed memory for a while, so the size of the process is not checked there.
 constexpr int kSamples = kSanitized ? 100'000 : kOptimized ? 10'000'000 : 1'000'000;
 constexpr int kWarmUp = kSamples / 10;
 
@@ -32,7 +32,7 @@ std::size_t residentBytes() {
   return resident * static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
 }
 
-/// Pushes, pulls, pans and twists of every size, with rest now and then.
+/// Random pushes, pulls, pans and twists of every size, with occasional rest.
 class RandomMotion {
  public:
   std::array<std::int16_t, 6> next() {
@@ -48,9 +48,9 @@ class RandomMotion {
   std::uniform_int_distribution<int> uniform_{-32768, 32767};
 };
 
-class SoakTest : public testing::Test {
+class Soak : public testing::Test {
  protected:
-  SoakTest() {
+  Soak() {
     startUp();
     runMainLoopUntilIdle();
     theLog().setSink({});
@@ -62,7 +62,7 @@ class SoakTest : public testing::Test {
     });
     theEventManager().setApplication([&view](EventRef event) { view.react(event); });
   }
-  ~SoakTest() override { shutDown(); }
+  ~Soak() override { shutDown(); }
 
   void play(int samples) {
     for (int i = 0; i < samples; ++i) {
@@ -80,12 +80,12 @@ class SoakTest : public testing::Test {
   static inline long input = 0;
 };
 
-TEST_F(SoakTest, MillionsOfRandomSamplesDoNotGrowTheProcess) {
+TEST_F(Soak, DoesNotGrowTheProcessOverMillionsOfRandomSamples) {
   play(kWarmUp);
   const std::size_t before = residentBytes();
   play(kSamples - kWarmUp);
   const std::size_t after = residentBytes();
-  // All of it happened: each sample was dispatched, and many of them made ticks.
+  // Each sample was dispatched, and many caused ticks.
   EXPECT_GE(dispatched, kSamples);
   EXPECT_GT(input, kSamples / 100);
   EXPECT_EQ(theEventManager().live(), 0U);

@@ -1,4 +1,4 @@
-// The hand-over from the device thread to a main thread that is busy.
+// Passing of messages from the device thread to a busy main thread.
 #include <gtest/gtest.h>
 
 #include <atomic>
@@ -18,7 +18,7 @@ using namespace testing_support;
 
 constexpr std::uint64_t kMessages = kSanitized ? 5'000 : 100'000;
 
-/// What came out at the main thread's end.
+/// The events that arrived on the main thread.
 struct Arrivals {
   std::uint64_t count = 0;
   std::uint64_t lastTime = 0;
@@ -27,7 +27,7 @@ struct Arrivals {
   std::thread::id mainThread = std::this_thread::get_id();
 };
 
-/// Called before the plug-in's own handler, because it is installed later.
+/// Runs before the plug-in's handler, because it is installed later.
 OSStatus watch(EventHandlerCallRef next, EventRef event, void* userData) {
   auto& arrivals = *static_cast<Arrivals*>(userData);
   std::uint64_t time = 0;
@@ -40,9 +40,9 @@ OSStatus watch(EventHandlerCallRef next, EventRef event, void* userData) {
   return CallNextEventHandler(next, event);
 }
 
-class DeviceThreadTest : public testing::Test {
+class MrvDeviceEventsThread : public testing::Test {
  protected:
-  DeviceThreadTest() {
+  MrvDeviceEventsThread() {
     runMainLoopUntilIdle();
     theLog().setSink({});
     constexpr EventTypeSpec kTypes[] = {{kDeviceEventClass, kDeviceAxes},
@@ -50,7 +50,7 @@ class DeviceThreadTest : public testing::Test {
     theEventManager().install(GetEventDispatcherTarget(), watch, kTypes, &arrivals, nullptr);
   }
 
-  /// Pans and zooms; every hundredth message is a button.
+  /// Returns a pan or zoom message; every hundredth is a button message.
   static MoravinDeviceState messageNumber(std::uint64_t number) {
     const std::uint16_t client = theFramework().client();
     const auto size = static_cast<std::int16_t>(number % 200);
@@ -78,7 +78,7 @@ class DeviceThreadTest : public testing::Test {
   MrvDeviceEvents connection;
 };
 
-TEST_F(DeviceThreadTest, MessagesCrossInOrderWhileTheMainThreadIsBusyDispatching) {
+TEST_F(MrvDeviceEventsThread, PassesMessagesInOrderWhileTheMainThreadDispatches) {
   std::thread device([] {
     for (std::uint64_t number = 1; number <= kMessages; ++number) {
       theFramework().send(kMoravinMessageDeviceState, messageNumber(number));
@@ -98,7 +98,7 @@ TEST_F(DeviceThreadTest, MessagesCrossInOrderWhileTheMainThreadIsBusyDispatching
   EXPECT_EQ(theEventManager().live(), 0U);
 }
 
-TEST_F(DeviceThreadTest, MessagesWaitInTheQueueWhileTheMainThreadDoesNotDispatch) {
+TEST_F(MrvDeviceEventsThread, KeepsMessagesQueuedWhileTheMainThreadDoesNotDispatch) {
   constexpr std::uint64_t kBacklog = 2'000;
   for (std::uint64_t number = 1; number <= kBacklog; ++number) {
     theFramework().send(kMoravinMessageDeviceState, messageNumber(number));

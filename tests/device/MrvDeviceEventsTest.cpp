@@ -23,11 +23,11 @@ Json handlerLine(const char* what, Json types) {
 const Json kApplicationTypes = eventTypes({{"appl", 2}, {"appl", 1}});
 const Json kDeviceTypes = eventTypes({{"mrvE", 1}, {"mrvE", 2}, {"mrvE", 5}});
 
-class ConnectionTest : public testing::Test {
+class MrvDeviceEventsConnection : public testing::Test {
  protected:
-  ConnectionTest() { machine.drain(); }
+  MrvDeviceEventsConnection() { machine.drain(); }
 
-  /// Has the main thread do its part first, so that the order of the log is fixed.
+  /// Holds the device thread back until the constructor has returned, which fixes the log's order.
   void connect() {
     theThreads().holdNewTasks(true);
     connection.emplace();
@@ -36,7 +36,7 @@ class ConnectionTest : public testing::Test {
   }
   void disconnect() { connection.reset(); }
 
-  /// Sends an event of the system's own and tells whether the host saw it.
+  /// Dispatches a system event and returns whether it reached the host.
   bool send(OSType eventClass, UInt32 kind) {
     const EventRef event = theEventManager().create(eventClass, kind, 0.0);
     const Dispatched dispatched = theEventManager().dispatch(event);
@@ -58,14 +58,14 @@ class ConnectionTest : public testing::Test {
   std::optional<MrvDeviceEvents> connection;
 };
 
-TEST_F(ConnectionTest, StartsWithNothingRegisteredAndTheHostActive) {
+TEST_F(MrvDeviceEventsConnection, StartsWithNothingRegisteredAndTheHostActive) {
   EXPECT_EQ(MrvDeviceEvents::m_clientID, 0);
   EXPECT_EQ(MrvDeviceEvents::m_mainEventQueue, nullptr);
   EXPECT_EQ(MrvDeviceEvents::m_eventHandler, nullptr);
   EXPECT_TRUE(MrvDeviceEvents::m_appIsActive);
 }
 
-TEST_F(ConnectionTest, TheReceiverIsThereBeforeTheThreadAndTheThreadRegistersInOrder) {
+TEST_F(MrvDeviceEventsConnection, InstallsTheReceiverBeforeTheThreadStartsAndRegistersInOrder) {
   connect();
   std::vector<Json> lines = machine.drain();
   std::erase_if(lines, [](const Json& l) { return l["what"] == "suite" || l["what"] == "get"; });
@@ -86,7 +86,7 @@ TEST_F(ConnectionTest, TheReceiverIsThereBeforeTheThreadAndTheThreadRegistersInO
   EXPECT_NE(MrvDeviceEvents::m_eventHandler, nullptr);
 }
 
-TEST_F(ConnectionTest, TheEndRemovesUnregistersAndCleansUpAndKeepsTheWords) {
+TEST_F(MrvDeviceEventsConnection, RemovesUnregistersAndCleansUpAtItsEndAndKeepsTheSharedWords) {
   connect();
   const EventHandlerRef handler = MrvDeviceEvents::m_eventHandler;
   machine.drain();
@@ -101,7 +101,7 @@ TEST_F(ConnectionTest, TheEndRemovesUnregistersAndCleansUpAndKeepsTheWords) {
   EXPECT_EQ(MrvDeviceEvents::m_mainEventQueue, GetMainEventQueue());
 }
 
-TEST_F(ConnectionTest, AnEndBeforeTheThreadHasRunOnlyCleansUp) {
+TEST_F(MrvDeviceEventsConnection, OnlyCleansUpIfItEndsBeforeTheThreadHasRun) {
   theThreads().holdNewTasks(true);
   connection.emplace();
   machine.drain();
@@ -112,7 +112,7 @@ TEST_F(ConnectionTest, AnEndBeforeTheThreadHasRunOnlyCleansUp) {
   runMainLoopUntilIdle();
 }
 
-TEST_F(ConnectionTest, AFailedInstallationRegistersNothingAndNoMessageIsActedUpon) {
+TEST_F(MrvDeviceEventsConnection, RegistersNothingAndIgnoresMessagesAfterAFailedInstallation) {
   theFaults().add({"Framework.Install", -1, 0, 1});
   connect();
   const auto lines = machine.lines("framework");
@@ -123,15 +123,15 @@ TEST_F(ConnectionTest, AFailedInstallationRegistersNothingAndNoMessageIsActedUpo
   EXPECT_EQ(postedBy(axesRecord(1, {0, 9, 0, 0, 0, 0})), 0U);
   machine.drain();
   disconnect();
-  EXPECT_EQ(machine.drain().size(), 2U);  // handler removed, cleaned up: nothing to unregister
+  EXPECT_EQ(machine.drain().size(), 2U);  // handler removed and cleaned up, but not unregistered
 }
 
-TEST_F(ConnectionTest, BeforeTheFirstActivationEventTheHostIsActive) {
+TEST_F(MrvDeviceEventsConnection, TreatsTheHostAsActiveBeforeTheFirstActivationEvent) {
   connect();
   EXPECT_TRUE(MrvDeviceEvents::m_appIsActive);
 }
 
-TEST_F(ConnectionTest, FollowsWhetherTheHostIsInFrontAndPassesTheEventsOn) {
+TEST_F(MrvDeviceEventsConnection, FollowsTheHostsActivationAndPassesTheEventsOn) {
   connect();
   EXPECT_TRUE(send(kEventClassApplication, kEventAppDeactivated));
   EXPECT_FALSE(MrvDeviceEvents::m_appIsActive);
@@ -141,8 +141,8 @@ TEST_F(ConnectionTest, FollowsWhetherTheHostIsInFrontAndPassesTheEventsOn) {
   EXPECT_TRUE(MrvDeviceEvents::m_appIsActive);
 }
 
-/// Installed for whatever the handler may be given, not only for what it asks for.
-TEST_F(ConnectionTest, ApplicationEventsOfOtherKindsChangeNothingAndArePassedOn) {
+/// Also installs the handler for events for which the plug-in does not install it.
+TEST_F(MrvDeviceEventsConnection, PassesEventsOfOtherKindsOnWithoutEffect) {
   const std::vector<EventTypeSpec> types = {{kEventClassApplication, 0},
                                             {kEventClassApplication, 3},
                                             {kEventClassApplication, 101},
@@ -159,7 +159,7 @@ TEST_F(ConnectionTest, ApplicationEventsOfOtherKindsChangeNothingAndArePassedOn)
   }
 }
 
-TEST_F(ConnectionTest, ASecondStartRegistersANewClientAndInstallsNoSecondApplicationHandler) {
+TEST_F(MrvDeviceEventsConnection, RegistersANewClientButNoNewApplicationHandlerAtASecondStart) {
   connect();
   send(kEventClassApplication, kEventAppDeactivated);
   disconnect();
@@ -168,12 +168,12 @@ TEST_F(ConnectionTest, ASecondStartRegistersANewClientAndInstallsNoSecondApplica
   EXPECT_EQ(MrvDeviceEvents::m_clientID, 2);
   for (const Json& line : machine.drain()) EXPECT_NE(line["what"], "handler") << line.dump();
   EXPECT_EQ(theEventManager().installed(), 1U);  // the receiver of device events
-  // From now on the last value stays.
+  // Without the handler the value no longer changes.
   EXPECT_TRUE(send(kEventClassApplication, kEventAppActivated));
   EXPECT_FALSE(MrvDeviceEvents::m_appIsActive);
 }
 
-TEST_F(ConnectionTest, AfterASecondStartEachMessageComesOnce) {
+TEST_F(MrvDeviceEventsConnection, DeliversEachMessageOnceAfterASecondStart) {
   connect();
   disconnect();
   connect();
@@ -181,7 +181,7 @@ TEST_F(ConnectionTest, AfterASecondStartEachMessageComesOnce) {
   EXPECT_EQ(postedBy(axesRecord(1, {0, 9, 0, 0, 0, 0})), 0U);
 }
 
-TEST_F(ConnectionTest, ASecondEndRemovesNothingElseThroughTheOldReference) {
+TEST_F(MrvDeviceEventsConnection, RemovesNoOtherHandlerThroughTheOldReferenceAtASecondEnd) {
   connect();
   disconnect();
   connect();
@@ -191,7 +191,7 @@ TEST_F(ConnectionTest, ASecondEndRemovesNothingElseThroughTheOldReference) {
   EXPECT_EQ(theEventManager().installed(), 1U);
 }
 
-TEST_F(ConnectionTest, InstallingTheApplicationHandlerTwiceInstallsItOnce) {
+TEST_F(MrvDeviceEventsConnection, InstallsTheApplicationHandlerOnce) {
   MrvDeviceEvents::installEventHandler();
   const EventHandlerRef first = MrvDeviceEvents::m_eventHandler;
   MrvDeviceEvents::installEventHandler();

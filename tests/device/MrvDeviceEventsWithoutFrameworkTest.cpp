@@ -11,19 +11,19 @@ namespace {
 using namespace simulator;
 using namespace testing_support;
 
-class FrameworkAbsentTest : public testing::Test {
+class MrvDeviceEventsWithoutFramework : public testing::Test {
  protected:
   Machine machine;
 };
 
-TEST_F(FrameworkAbsentTest, TheFourFunctionsAreNull) {
+TEST_F(MrvDeviceEventsWithoutFramework, FindsTheFourFunctionsNull) {
   EXPECT_FALSE(InstallMoravinHandlers);
   EXPECT_FALSE(RegisterMoravinClient);
   EXPECT_FALSE(UnregisterMoravinClient);
   EXPECT_FALSE(CleanupMoravinHandlers);
 }
 
-TEST_F(FrameworkAbsentTest, ConstructionAndDestructionDoNothingAndNoThreadExists) {
+TEST_F(MrvDeviceEventsWithoutFramework, DoesNothingAndStartsNoThread) {
   {
     const MrvDeviceEvents connection;
   }
@@ -34,7 +34,7 @@ TEST_F(FrameworkAbsentTest, ConstructionAndDestructionDoNothingAndNoThreadExists
   EXPECT_EQ(theEventManager().installed(), 0U);
 }
 
-TEST_F(FrameworkAbsentTest, ThePlugInStartsAndStopsAllTheSame) {
+TEST_F(MrvDeviceEventsWithoutFramework, LetsThePlugInStartAndStop) {
   EXPECT_EQ(startUp(), 0);
   EXPECT_NE(gMrvDeviceEvents, nullptr);
   EXPECT_EQ(shutDown(), 0);
