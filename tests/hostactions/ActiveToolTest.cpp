@@ -56,7 +56,7 @@ class ActiveTool : public testing::Test {
     return number;
   }
 
-  /// Has the host answer the question for its tool with this descriptor.
+  /// Sets the host's answer to the query for its tool.
   void setAnswer(const char* json) {
     theHost().setAnswer(kKeyTool, descriptorFromJson(Json::parse(json), theHost().typeIds()));
   }
@@ -64,15 +64,15 @@ class ActiveTool : public testing::Test {
   Machine machine_;
 };
 
-using BrushSizeQuery = ActiveTool;
+using ActiveToolBrushSize = ActiveTool;
 
 }  // namespace
 
-TEST_F(ActiveTool, EveryNameOfTheTableYieldsItsNumber) {
+TEST_F(ActiveTool, HasTheNumberOfEachNameInTheTable) {
   for (const auto& [name, number] : kTools) EXPECT_EQ(numberOf(name), number) << name;
 }
 
-TEST_F(ActiveTool, ATableNameWithFurtherCharactersBehindItOrCutShortYields62) {
+TEST_F(ActiveTool, Is62ForANameLongerOrShorterThanATableName) {
   for (const auto& [tool, number] : kTools) {
     const std::string name = tool;
     EXPECT_EQ(numberOf(name + "s"), kOtherTool);
@@ -83,26 +83,26 @@ TEST_F(ActiveTool, ATableNameWithFurtherCharactersBehindItOrCutShortYields62) {
   }
 }
 
-TEST_F(ActiveTool, NamesAreComparedByCase) {
+TEST_F(ActiveTool, ComparesNamesCaseSensitively) {
   EXPECT_EQ(numberOf("PaintbrushTool"), kOtherTool);
   EXPECT_EQ(numberOf("QUICKSELECTTOOL"), kOtherTool);
   EXPECT_EQ(numberOf("burninTool"), kOtherTool);
 }
 
-TEST_F(ActiveTool, MagicWandYields60QuickSelect61AndAnythingUnknownAfterThem62) {
+TEST_F(ActiveTool, Is60ForMagicWand61ForQuickSelectAnd62ForUnknownNames) {
   EXPECT_EQ(numberOf("magicWandTool"), 60);
   EXPECT_EQ(numberOf("quickSelectTool"), 61);
   EXPECT_EQ(numberOf("moveTool"), 62);
   EXPECT_EQ(numberOf("handTool"), 62);
 }
 
-TEST_F(ActiveTool, ANameLongerThanTheBufferOf50BytesIsAnotherTool) {
+TEST_F(ActiveTool, Is62ForANameLongerThanTheBufferOf50Bytes) {
   RecordingHost recorder;
   EXPECT_EQ(numberOf(std::string(60, 'x')), kOtherTool);
   EXPECT_EQ(recorder.typeNameSizes, std::vector<std::uint32_t>{50});
 }
 
-TEST_F(ActiveTool, TheHostsOwnIdentifierIsHandedOutWhereItIsWanted) {
+TEST_F(ActiveTool, ReturnsTheHostsIdentifierIfRequested) {
   theHost().setTool("smudgeTool");
   int number = 0;
   int hostToolID = 0;
@@ -118,7 +118,7 @@ TEST_F(ActiveTool, AsksForTheToolOfTheCurrentApplication) {
   EXPECT_EQ(gets[0]["reference"], kToolReference);
 }
 
-TEST_F(ActiveTool, AHostAnswerWithoutToolYields0AndLeavesBothOutputsUntouched) {
+TEST_F(ActiveTool, Returns0AndLeavesBothOutputsUnchangedIfTheAnswerHasNoTool) {
   theHost().setTool("");
   int number = 7;
   int hostToolID = 8;
@@ -127,7 +127,7 @@ TEST_F(ActiveTool, AHostAnswerWithoutToolYields0AndLeavesBothOutputsUntouched) {
   EXPECT_EQ(hostToolID, 8);
 }
 
-TEST_F(ActiveTool, AToolThatIsNoEnumerationEndsTheQueryWithTheHostsError) {
+TEST_F(ActiveTool, ReturnsTheHostsErrorIfTheToolIsNotAnEnumeration) {
   setAnswer(R"([{"key": "Tool", "type": "long", "value": 29}])");
   int number = 7;
   int hostToolID = 8;
@@ -136,7 +136,7 @@ TEST_F(ActiveTool, AToolThatIsNoEnumerationEndsTheQueryWithTheHostsError) {
   EXPECT_EQ(hostToolID, 8);
 }
 
-TEST_F(ActiveTool, AFailedTypeToStringConversionStillWritesANumberAndReturnsTheError) {
+TEST_F(ActiveTool, WritesANumberAndReturnsTheErrorIfTheConversionFails) {
   theHost().setTool("paintbrushTool");
   theFaults().add({"ActionControl.TypeIDToStringID", -108, 0, 1});
   int number = 7;
@@ -146,7 +146,7 @@ TEST_F(ActiveTool, AFailedTypeToStringConversionStillWritesANumberAndReturnsTheE
   EXPECT_EQ(static_cast<std::uint32_t>(hostToolID), theHost().typeIds().idOf("paintbrushTool"));
 }
 
-TEST_F(ActiveTool, AConversionThatFailsAfterFillingTheBufferWritesTheNumberOfWhatItHolds) {
+TEST_F(ActiveTool, WritesTheNumberOfTheBufferIfTheConversionFailsAfterFillingIt) {
   RecordingHost recorder;
   recorder.typeNameError = -1;
   theHost().setTool("pencilTool");
@@ -155,7 +155,7 @@ TEST_F(ActiveTool, AConversionThatFailsAfterFillingTheBufferWritesTheNumberOfWha
   EXPECT_EQ(number, 49);
 }
 
-TEST_F(BrushSizeQuery, ADiameterIsTruncatedTowardsZero) {
+TEST_F(ActiveToolBrushSize, IsTruncatedTowardsZero) {
   const std::pair<double, int> diameters[] = {{12.9, 12}, {0.5, 0},  {0.0, 0},     {1.0, 1},
                                               {-3.7, -3}, {-0.9, 0}, {2500, 2500}, {4999.99, 4999}};
   for (const auto& [diameter, expected] : diameters) {
@@ -166,7 +166,7 @@ TEST_F(BrushSizeQuery, ADiameterIsTruncatedTowardsZero) {
   }
 }
 
-TEST_F(BrushSizeQuery, TheUnitIsNotExamined) {
+TEST_F(ActiveToolBrushSize, IgnoresTheUnit) {
   setAnswer(R"([{"key": "Tool", "type": "enum", "enumType": "$x", "value": "Trgt"},
                 {"key": "CrnT", "type": "Objc", "class": "null", "value": [
                   {"key": "Brsh", "type": "Objc", "class": "null", "value": [
@@ -176,7 +176,7 @@ TEST_F(BrushSizeQuery, TheUnitIsNotExamined) {
   EXPECT_EQ(size, 41);
 }
 
-TEST_F(BrushSizeQuery, AsksForTheToolOfTheCurrentApplication) {
+TEST_F(ActiveToolBrushSize, AsksForTheToolOfTheCurrentApplication) {
   int size = 0;
   EXPECT_EQ(PlayeventGetBrushSize(&size), 0);
   const auto gets = machine_.lines("get");
@@ -184,14 +184,14 @@ TEST_F(BrushSizeQuery, AsksForTheToolOfTheCurrentApplication) {
   EXPECT_EQ(gets[0]["reference"], kToolReference);
 }
 
-TEST_F(BrushSizeQuery, AHostAnswerWithoutToolYields0AndLeavesTheSizeUntouched) {
+TEST_F(ActiveToolBrushSize, Returns0AndLeavesTheSizeUnchangedIfTheAnswerHasNoTool) {
   theHost().setTool("");
   int size = 7;
   EXPECT_EQ(PlayeventGetBrushSize(&size), 0);
   EXPECT_EQ(size, 7);
 }
 
-TEST_F(BrushSizeQuery, AToolWithoutOptionsOrWithoutABrushYieldsTheErrorOfTheMissingKey) {
+TEST_F(ActiveToolBrushSize, ReturnsTheErrorOfTheMissingKeyForAToolWithoutOptionsOrBrush) {
   int size = 7;
   theHost().setBrush(std::nullopt);
   EXPECT_EQ(PlayeventGetBrushSize(&size), -1715);
@@ -201,7 +201,7 @@ TEST_F(BrushSizeQuery, AToolWithoutOptionsOrWithoutABrushYieldsTheErrorOfTheMiss
   EXPECT_EQ(size, 7);
 }
 
-TEST_F(BrushSizeQuery, ADiameterThatIsNoUnitFloatYieldsTheHostsError) {
+TEST_F(ActiveToolBrushSize, ReturnsTheHostsErrorIfTheDiameterIsNotAUnitFloat) {
   setAnswer(R"([{"key": "Tool", "type": "enum", "enumType": "$x", "value": "Trgt"},
                 {"key": "CrnT", "type": "Objc", "class": "null", "value": [
                   {"key": "Brsh", "type": "Objc", "class": "null", "value": [
@@ -211,7 +211,7 @@ TEST_F(BrushSizeQuery, ADiameterThatIsNoUnitFloatYieldsTheHostsError) {
   EXPECT_EQ(size, 7);
 }
 
-TEST_F(BrushSizeQuery, AnAnswerWhoseToolIsNoEnumerationEndsTheWalk) {
+TEST_F(ActiveToolBrushSize, ReturnsTheHostsErrorIfTheToolIsNotAnEnumeration) {
   setAnswer(R"([{"key": "Tool", "type": "long", "value": 1},
                 {"key": "CrnT", "type": "Objc", "class": "null", "value": [
                   {"key": "Brsh", "type": "Objc", "class": "null", "value": [

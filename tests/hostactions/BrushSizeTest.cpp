@@ -1,4 +1,4 @@
-// Twist to keystrokes: which keys, when, and what a gesture asks of the host.
+// Twists to keystrokes: the keys, when they are typed, and what a gesture asks the host for.
 #include <Carbon/Carbon.h>
 #include <HostTerms.h>
 #include <gtest/gtest.h>
@@ -23,7 +23,7 @@ namespace {
 constexpr int kUSSmaller = 33;
 constexpr int kUSLarger = 30;
 
-/// "posted" as the log tells it of a brush key.
+/// The log's "posted" line of a brush key.
 Json keyLine(int kind, int key, int character = 0, std::uint32_t modifiers = 0) {
   return {{"t", 0},
           {"what", "posted"},
@@ -53,7 +53,7 @@ class BrushSize : public testing::Test {
     return keys;
   }
 
-  /// How often the host was asked for its tool; a lookup asks twice, for the tool and its brush.
+  /// The number of queries for the tool. A lookup makes two, for the tool and for its brush.
   int toolQuestions() {
     int questions = 0;
     for (const Json& line : machine_.lines("get")) {
@@ -72,9 +72,9 @@ struct LayoutKeys {
 
 void PrintTo(const LayoutKeys& keys, std::ostream* out) { *out << keys.layout; }
 
-class Layout : public BrushSize, public testing::WithParamInterface<LayoutKeys> {};
+class BrushSizeLayout : public BrushSize, public testing::WithParamInterface<LayoutKeys> {};
 
-/// The messages that the host's objects are sent, of those that the guards send.
+/// The messages sent by the checks at the start of `AdjustBrushSize`.
 std::vector<std::string> messages;
 
 BOOL contentNeedsDisplay(id, SEL) {
@@ -96,7 +96,7 @@ void replaceMethod(id object, const char* name, Result (*function)(Arguments...)
   }
 }
 
-/// Has the messages noted from here on.
+/// Starts recording `messages`.
 void noteMessages() {
   const id application = sendMessage<id>(reinterpret_cast<id>(objc_getClass("NSApplication")),
                                          sel_registerName("sharedApplication"));
@@ -109,21 +109,21 @@ void noteMessages() {
 
 }  // namespace
 
-TEST_F(BrushSize, ADeltaOf19OrMinus19DoesNothingNotEvenTheToolLookup) {
+TEST_F(BrushSize, IgnoresDeltasUpTo19WithoutAskingForTheTool) {
   for (const int delta : {19, -19, 1, -1, 0}) AdjustBrushSize(delta);
   EXPECT_EQ(toolQuestions(), 0);
   EXPECT_TRUE(machine_.lines("posted").empty());
 }
 
-TEST_F(BrushSize, DeltasOf20AndMinus20AreTaken) {
+TEST_F(BrushSize, TakesDeltasOf20AndMinus20) {
   AdjustBrushSize(20);
   EXPECT_EQ(toolQuestions(), 2);
-  AdjustBrushSize(-20);  // back at 0: the next one asks again
+  AdjustBrushSize(-20);  // back at 0, so the next sample asks again
   AdjustBrushSize(-20);
   EXPECT_EQ(toolQuestions(), 4);
 }
 
-TEST_F(BrushSize, TwoOf300TypeOneLargerBrushKeyAndLeave1) {
+TEST_F(BrushSize, TypesOneLargerBrushKeyForTwo300sAndLeaves1) {
   AdjustBrushSize(300);
   EXPECT_TRUE(typed().empty());
   AdjustBrushSize(300);
@@ -134,7 +134,7 @@ TEST_F(BrushSize, TwoOf300TypeOneLargerBrushKeyAndLeave1) {
   EXPECT_EQ(typed(), std::vector{kUSLarger});
 }
 
-TEST_F(BrushSize, TwoOfMinus300TypeOneSmallerBrushKeyAndAFollowingMinus500TypesNothing) {
+TEST_F(BrushSize, TypesOneSmallerBrushKeyForTwoMinus300sAndNothingForAFollowingMinus500) {
   AdjustBrushSize(-300);
   AdjustBrushSize(-300);
   EXPECT_EQ(typed(), std::vector{kUSSmaller});
@@ -144,7 +144,7 @@ TEST_F(BrushSize, TwoOfMinus300TypeOneSmallerBrushKeyAndAFollowingMinus500TypesN
   EXPECT_EQ(typed(), std::vector{kUSSmaller});
 }
 
-TEST_F(BrushSize, TheThresholdIs501EitherWay) {
+TEST_F(BrushSize, TypesFrom501EitherWay) {
   for (const int sign : {1, -1}) {
     ResetBrushSizeAccumulator();
     AdjustBrushSize(sign * 500);
@@ -155,14 +155,14 @@ TEST_F(BrushSize, TheThresholdIs501EitherWay) {
   }
 }
 
-TEST_F(BrushSize, OneSampleTypesAtMostOneKey) {
+TEST_F(BrushSize, TypesAtMostOneKeyForOneSample) {
   AdjustBrushSize(32767);
   EXPECT_EQ(typed(), std::vector{kUSLarger});
   AdjustBrushSize(499);
   EXPECT_TRUE(typed().empty()) << "what was left over is dropped";
 }
 
-TEST_F(BrushSize, OppositeMotionsCancelOut) {
+TEST_F(BrushSize, CancelsOppositeMotionsOut) {
   AdjustBrushSize(400);
   AdjustBrushSize(-300);
   AdjustBrushSize(400);
@@ -171,7 +171,7 @@ TEST_F(BrushSize, OppositeMotionsCancelOut) {
   EXPECT_EQ(typed(), std::vector{kUSLarger});
 }
 
-TEST_F(BrushSize, TheAccumulatorWrapsIn16Bits) {
+TEST_F(BrushSize, WrapsTheAccumulatorAt16Bits) {
   AdjustBrushSize(400);
   AdjustBrushSize(32767);  // 33167 is -32369
   EXPECT_EQ(typed(), std::vector{kUSSmaller});
@@ -180,12 +180,12 @@ TEST_F(BrushSize, TheAccumulatorWrapsIn16Bits) {
   EXPECT_EQ(typed(), std::vector{kUSLarger});
 }
 
-TEST_F(BrushSize, TheLeastNumberOf16BitsIsFarEnoughForASmallerBrush) {
+TEST_F(BrushSize, TypesTheSmallerBrushKeyForTheLeastNumberOf16Bits) {
   AdjustBrushSize(-32768);
   EXPECT_EQ(typed(), std::vector{kUSSmaller});
 }
 
-TEST_F(BrushSize, DeltasBeyond16BitsCountByTheirLow16Bits) {
+TEST_F(BrushSize, AddsTheLow16BitsOfADelta) {
   AdjustBrushSize(65536 + 500);
   EXPECT_TRUE(typed().empty());
   AdjustBrushSize(65536 + 20);
@@ -195,7 +195,7 @@ TEST_F(BrushSize, DeltasBeyond16BitsCountByTheirLow16Bits) {
   EXPECT_EQ(typed(), std::vector{kUSSmaller});
 }
 
-TEST_F(BrushSize, TheToolIsAskedOnlyAtTheStartOfEachGesture) {
+TEST_F(BrushSize, AsksForTheToolOnlyAtTheStartOfEachGesture) {
   for (int i = 0; i < 20; ++i) AdjustBrushSize(100);
   EXPECT_EQ(typed().size(), 3U);
   EXPECT_EQ(toolQuestions(), 2);
@@ -204,7 +204,7 @@ TEST_F(BrushSize, TheToolIsAskedOnlyAtTheStartOfEachGesture) {
   EXPECT_EQ(toolQuestions(), 4);
 }
 
-TEST_F(BrushSize, AToolTakenUpWithinAGestureIsNotNoticedUntilTheNext) {
+TEST_F(BrushSize, DoesNotNoticeAToolChangeUntilTheNextGesture) {
   AdjustBrushSize(100);
   theHost().setTool("magicWandTool");
   AdjustBrushSize(500);
@@ -214,7 +214,7 @@ TEST_F(BrushSize, AToolTakenUpWithinAGestureIsNotNoticedUntilTheNext) {
   EXPECT_TRUE(typed().empty());
 }
 
-TEST_F(BrushSize, AnAccumulatorThatComesBackTo0AsksForTheToolAgain) {
+TEST_F(BrushSize, AsksForTheToolAgainWhenTheAccumulatorReturnsTo0) {
   AdjustBrushSize(100);
   AdjustBrushSize(-100);
   theHost().setTool("lassoTool");
@@ -223,14 +223,14 @@ TEST_F(BrushSize, AnAccumulatorThatComesBackTo0AsksForTheToolAgain) {
   EXPECT_EQ(toolQuestions(), 4);
 }
 
-TEST_F(BrushSize, WithTheMagicWandNothingIsEverAccumulatedOrTyped) {
+TEST_F(BrushSize, AccumulatesAndTypesNothingWithTheMagicWand) {
   theHost().setTool("magicWandTool");
   for (int i = 0; i < 5; ++i) AdjustBrushSize(400);
   EXPECT_TRUE(typed().empty());
   EXPECT_EQ(toolQuestions(), 10) << "each sample finds the accumulator at 0";
 }
 
-TEST_F(BrushSize, OnlyTheToolsOfTheBitSetHaveABrush) {
+TEST_F(BrushSize, TypesOnlyForTheToolsOfTheBitSet) {
   constexpr std::uint64_t kMask = 0x23F6700BE0000000;
   const std::pair<const char*, int> tools[] = {{"paintbrushTool", 29},
                                                {"cloneStampTool", 30},
@@ -277,7 +277,7 @@ TEST_F(BrushSize, OnlyTheToolsOfTheBitSetHaveABrush) {
   EXPECT_EQ(brushes, expected);
 }
 
-TEST_F(BrushSize, AToolWithoutBrushOptionsStopsTheGesture) {
+TEST_F(BrushSize, StopsTheGestureForAToolWithoutBrushOptions) {
   theHost().setBrush(std::nullopt);
   for (int i = 0; i < 3; ++i) AdjustBrushSize(600);
   EXPECT_TRUE(typed().empty());
@@ -286,8 +286,8 @@ TEST_F(BrushSize, AToolWithoutBrushOptionsStopsTheGesture) {
   EXPECT_EQ(typed(), std::vector{kUSLarger});
 }
 
-TEST_F(BrushSize, AFailedToolQueryEndsTheCallAndTheNextValueTriesAgain) {
-  AdjustBrushSize(0);  // the version query is over
+TEST_F(BrushSize, IgnoresASampleWhoseToolQueryFailsAndAsksAgain) {
+  AdjustBrushSize(0);  // makes the version query before the fault is armed
   theFaults().add({"ActionControl.Get", -1715, 0, 1});
   AdjustBrushSize(600);
   EXPECT_TRUE(typed().empty());
@@ -297,7 +297,7 @@ TEST_F(BrushSize, AFailedToolQueryEndsTheCallAndTheNextValueTriesAgain) {
   EXPECT_EQ(typed(), std::vector{kUSLarger});
 }
 
-TEST_F(BrushSize, AHostThatNamesNoToolLeavesTheOneOfTheGestureBefore) {
+TEST_F(BrushSize, KeepsTheLastToolIfTheHostNamesNone) {
   AdjustBrushSize(600);
   EXPECT_EQ(typed(), std::vector{kUSLarger});
   theHost().setTool("");
@@ -306,14 +306,14 @@ TEST_F(BrushSize, AHostThatNamesNoToolLeavesTheOneOfTheGestureBefore) {
   EXPECT_EQ(typed(), std::vector{kUSLarger});
 }
 
-TEST_F(BrushSize, BeforeAnyLookupHasToldAToolNothingHappens) {
+TEST_F(BrushSize, TypesNothingBeforeTheHostHasNamedATool) {
   theHost().setTool("");
   AdjustBrushSize(600);
   EXPECT_TRUE(typed().empty());
   EXPECT_EQ(toolQuestions(), 2);
 }
 
-TEST_F(BrushSize, APendingToolBarRedrawSuppressesTheWholeCallAccumulationIncluded) {
+TEST_F(BrushSize, IgnoresSamplesWhileAToolBarRedrawIsPending) {
   AdjustBrushSize(300);
   theWindowServer().window.contentNeedsDisplay = true;
   for (int i = 0; i < 5; ++i) AdjustBrushSize(300);
@@ -325,15 +325,15 @@ TEST_F(BrushSize, APendingToolBarRedrawSuppressesTheWholeCallAccumulationInclude
   EXPECT_EQ(typed(), std::vector{kUSLarger});
 }
 
-TEST_F(BrushSize, WithoutAMainWindowNothingIsAskedOrTyped) {
+TEST_F(BrushSize, AsksAndTypesNothingWithoutAMainWindow) {
   theWindowServer().window.isMain = false;
   AdjustBrushSize(600);
   EXPECT_TRUE(typed().empty());
   EXPECT_EQ(toolQuestions(), 0);
 }
 
-TEST_F(BrushSize, AsksForTheToolBarThenTheWindowThenTheSizeOfTheDelta) {
-  AdjustBrushSize(0);  // from here on the tool-bar window is known
+TEST_F(BrushSize, ChecksTheToolBarThenTheWindowThenTheDelta) {
+  AdjustBrushSize(0);  // caches the tool-bar window
   noteMessages();
   AdjustBrushSize(0);
   EXPECT_EQ(messages, (std::vector<std::string>{"needsDisplay", "mainWindow"}));
@@ -344,7 +344,7 @@ TEST_F(BrushSize, AsksForTheToolBarThenTheWindowThenTheSizeOfTheDelta) {
   EXPECT_EQ(toolQuestions(), 0);
 }
 
-TEST_F(BrushSize, TheFirstSampleReadsTheVersionHoweverSmallItIs) {
+TEST_F(BrushSize, ReadsTheVersionAtTheFirstSampleOfAnySize) {
   theWindowServer().window.isMain = false;
   AdjustBrushSize(1);
   const auto gets = machine_.lines("get");
@@ -352,7 +352,7 @@ TEST_F(BrushSize, TheFirstSampleReadsTheVersionHoweverSmallItIs) {
   EXPECT_EQ(gets[0]["reference"][0]["key"], "HstV");
 }
 
-TEST_F(BrushSize, TheKeyIsPressedAndReleasedWithoutCharacterOrModifiersAtHighPriority) {
+TEST_F(BrushSize, PressesAndReleasesTheKeyWithoutCharacterOrModifiersAtHighPriority) {
   AdjustBrushSize(501);
   const auto posted = machine_.lines("posted");
   ASSERT_EQ(posted.size(), 2U);
@@ -360,7 +360,7 @@ TEST_F(BrushSize, TheKeyIsPressedAndReleasedWithoutCharacterOrModifiersAtHighPri
   EXPECT_EQ(posted[1], keyLine(3, kUSLarger));
 }
 
-TEST_F(BrushSize, ASimulatedKeyCarriesItsCodeCharacterAndModifiers) {
+TEST_F(BrushSize, PostsTheCodeCharacterAndModifiersOfASimulatedKey) {
   EXPECT_EQ(SimulateKeyboardEvent(0x12345678, 'q', 0x900), 0);
   const auto posted = machine_.lines("posted");
   ASSERT_EQ(posted.size(), 2U);
@@ -368,7 +368,7 @@ TEST_F(BrushSize, ASimulatedKeyCarriesItsCodeCharacterAndModifiers) {
   EXPECT_EQ(posted[1], keyLine(3, 0x12345678, 'q', 0x900));
 }
 
-TEST_F(BrushSize, PostedKeysAreReleasedToTheQueue) {
+TEST_F(BrushSize, ReleasesPostedKeysToTheQueue) {
   SimulateKeyboardEvent(1, 0, 0);
   EXPECT_EQ(theEventManager().queued(), 2U);
   EXPECT_EQ(theEventManager().live(), 2U);
@@ -377,7 +377,7 @@ TEST_F(BrushSize, PostedKeysAreReleasedToTheQueue) {
   EXPECT_EQ(theEventManager().live(), 0U);
 }
 
-TEST_F(BrushSize, AnEventThatCannotBeMadeIsPassedOver) {
+TEST_F(BrushSize, SkipsAnEventThatCannotBeCreated) {
   theEventManager().failCreations(1);
   EXPECT_EQ(SimulateKeyboardEvent(5, 0, 0), 0);
   const auto posted = machine_.lines("posted");
@@ -388,7 +388,7 @@ TEST_F(BrushSize, AnEventThatCannotBeMadeIsPassedOver) {
   EXPECT_EQ(machine_.lines("posted").size(), 1U);
 }
 
-TEST_F(BrushSize, TheNewBrushSizeHookDoesNothing) {
+TEST_F(BrushSize, DoesNothingInSetNewBrushSize) {
   AdjustBrushSize(300);
   machine_.drain();
   SetNewBrushSize();
@@ -397,7 +397,7 @@ TEST_F(BrushSize, TheNewBrushSizeHookDoesNothing) {
   EXPECT_EQ(typed(), std::vector{kUSLarger}) << "the accumulator is as it was";
 }
 
-TEST_P(Layout, TypesTheKeysOfTheLayout) {
+TEST_P(BrushSizeLayout, DeterminesTheKeys) {
   const auto& [layout, smaller, larger] = GetParam();
   keyboardLayout() = layout;
   InitBrushSize(nullptr);
@@ -407,7 +407,7 @@ TEST_P(Layout, TypesTheKeysOfTheLayout) {
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    BrushSize, Layout,
+    BrushSize, BrushSizeLayout,
     testing::Values(LayoutKeys{"com.apple.keylayout.US", 33, 30},
                     LayoutKeys{"com.apple.keylayout.German", 41, 42},
                     LayoutKeys{"com.apple.keylayout.French", 30, 50},
@@ -421,21 +421,21 @@ INSTANTIATE_TEST_SUITE_P(
                     LayoutKeys{"", 33, 30}),
     [](const auto& test) { return "Number" + std::to_string(test.index); });
 
-TEST_F(BrushSize, AnIdentifierLongerThanAnyLayoutsIsNoneOfThem) {
+TEST_F(BrushSize, UsesTheUSKeysForAnOverlongLayoutIdentifier) {
   keyboardLayout() = "com.apple.keylayout.German" + std::string(400, 'x');
   InitBrushSize(nullptr);
   AdjustBrushSize(501);
   EXPECT_EQ(typed(), std::vector{kUSLarger});
 }
 
-TEST_F(BrushSize, TheLanguageGivenIsIgnored) {
+TEST_F(BrushSize, IgnoresTheLanguage) {
   char german[] = "de";
   InitBrushSize(german);
   AdjustBrushSize(501);
   EXPECT_EQ(typed(), std::vector{kUSLarger});
 }
 
-TEST_F(BrushSize, AChangeOfLayoutIsNotNoticedUntilTheNextStart) {
+TEST_F(BrushSize, DoesNotNoticeALayoutChangeUntilTheNextStart) {
   keyboardLayout() = "com.apple.keylayout.French";
   AdjustBrushSize(501);
   EXPECT_EQ(typed(), std::vector{kUSLarger});

@@ -1,4 +1,4 @@
-// Reading one item of any type, and the message that a played action left.
+// Reads of one item of any type, and of the message in an action's result.
 #include <HostTerms.h>
 #include <gtest/gtest.h>
 
@@ -18,7 +18,7 @@ constexpr int kNotImplemented = 0x21494D50;
 constexpr std::uint32_t kKey = fourCharCode("Test");
 constexpr std::uint32_t kOtherKey = fourCharCode("Othr");
 
-class SingleItem : public testing::Test {
+class DescriptorUtilitiesItem : public testing::Test {
  protected:
   /// A descriptor with one item of these fields under `kKey`.
   PIActionDescriptor item(const char* fields) {
@@ -35,7 +35,7 @@ class SingleItem : public testing::Test {
     return descriptor({{{"key", "Test"}, {"type", "TEXT"}, {"value", value}}});
   }
 
-  /// Reads the item as a `T`; the extra output must stay as it is.
+  /// Reads the item as a `T`; the extra output must stay unchanged.
   template <class T>
   int readPlain(const char* fields, T& value) {
     std::uint32_t extra = 99;
@@ -45,18 +45,18 @@ class SingleItem : public testing::Test {
     return error;
   }
 
-  /// Reads the item as a handle and tells the path that it stands for.
+  /// Reads the item as a handle.
   int readAlias(const char* fields, Handle& alias) { return readPlain(fields, alias); }
 
   Machine machine_;
 };
 
-using ErrorString = SingleItem;
-using PlayResult = SingleItem;
+using DescriptorUtilitiesErrorString = DescriptorUtilitiesItem;
+using DescriptorUtilitiesPlayResult = DescriptorUtilitiesItem;
 
 }  // namespace
 
-TEST_F(SingleItem, ReadsClassesOfBothTypes) {
+TEST_F(DescriptorUtilitiesItem, ReadsClassesOfBothTypes) {
   std::uint32_t value = 0;
   EXPECT_EQ(readPlain(R"({"type": "type", "value": "RGBM"})", value), 0);
   EXPECT_EQ(value, fourCharCode("RGBM"));
@@ -64,7 +64,7 @@ TEST_F(SingleItem, ReadsClassesOfBothTypes) {
   EXPECT_EQ(value, fourCharCode("GnrP"));
 }
 
-TEST_F(SingleItem, ReadsBooleansOfOneByte) {
+TEST_F(DescriptorUtilitiesItem, ReadsBooleansOfOneByte) {
   Boolean value[2] = {7, 7};
   EXPECT_EQ(readPlain(R"({"type": "bool", "value": true})", value), 0);
   EXPECT_EQ(value[0], 1);
@@ -73,7 +73,7 @@ TEST_F(SingleItem, ReadsBooleansOfOneByte) {
   EXPECT_EQ(value[1], 7);
 }
 
-TEST_F(SingleItem, ReadsNumbersOfEachWidth) {
+TEST_F(DescriptorUtilitiesItem, ReadsNumbersOfEachWidth) {
   std::int32_t integer = 0;
   EXPECT_EQ(readPlain(R"({"type": "long", "value": -2147483648})", integer), 0);
   EXPECT_EQ(integer, INT32_MIN);
@@ -85,7 +85,7 @@ TEST_F(SingleItem, ReadsNumbersOfEachWidth) {
   EXPECT_EQ(number, -0.1);
 }
 
-TEST_F(SingleItem, ReadsAliasesAndPaths) {
+TEST_F(DescriptorUtilitiesItem, ReadsAliasesAndPaths) {
   Handle alias = nullptr;
   EXPECT_EQ(readAlias(R"({"type": "alis", "value": "/a"})", alias), 0);
   ASSERT_NE(alias, nullptr);
@@ -96,7 +96,7 @@ TEST_F(SingleItem, ReadsAliasesAndPaths) {
   sPSHandle->DisposeRegularHandle(alias);
 }
 
-TEST_F(SingleItem, ReadsListsForTheCallerToFree) {
+TEST_F(DescriptorUtilitiesItem, ReadsListsForTheCallerToFree) {
   PIActionList list = nullptr;
   EXPECT_EQ(readPlain(R"({"type": "VlLs", "value": [{"type": "long", "value": 5}]})", list), 0);
   const ActionList owner(list);
@@ -105,7 +105,7 @@ TEST_F(SingleItem, ReadsListsForTheCallerToFree) {
   EXPECT_EQ(first, 5);
 }
 
-TEST_F(SingleItem, ReadsReferencesForTheCallerToFree) {
+TEST_F(DescriptorUtilitiesItem, ReadsReferencesForTheCallerToFree) {
   PIActionReference reference = nullptr;
   const char* item = R"({"type": "obj ", "value": [{"form": "Clss", "class": "Lyr "}]})";
   EXPECT_EQ(readPlain(item, reference), 0);
@@ -115,7 +115,7 @@ TEST_F(SingleItem, ReadsReferencesForTheCallerToFree) {
   EXPECT_EQ(forms[0].desiredClass, kClassLayer);
 }
 
-TEST_F(SingleItem, ReadsObjectsOfBothTypesWithTheirClass) {
+TEST_F(DescriptorUtilitiesItem, ReadsObjectsOfBothTypesWithTheirClass) {
   for (const char* type : {"Objc", "GlbO"}) {
     Json entry = Json::parse(R"({"key": "Test", "class": "Rctn", "value": [
         {"key": "Top ", "type": "long", "value": 5}]})");
@@ -132,7 +132,7 @@ TEST_F(SingleItem, ReadsObjectsOfBothTypesWithTheirClass) {
   }
 }
 
-TEST_F(SingleItem, ReadsUnitFloatsWithTheirUnit) {
+TEST_F(DescriptorUtilitiesItem, ReadsUnitFloatsWithTheirUnit) {
   double value = 0;
   std::uint32_t unit = 0;
   const auto given = item(R"({"type": "UntF", "unit": "#Rlt", "value": 1.5})");
@@ -141,7 +141,7 @@ TEST_F(SingleItem, ReadsUnitFloatsWithTheirUnit) {
   EXPECT_EQ(unit, kUnitDistance);
 }
 
-TEST_F(SingleItem, ReadsEnumerationsWithTheirType) {
+TEST_F(DescriptorUtilitiesItem, ReadsEnumerationsWithTheirType) {
   std::uint32_t value = 0;
   std::uint32_t type = 0;
   const auto given = item(R"({"type": "enum", "enumType": "BlnM", "value": "Nrml"})");
@@ -150,7 +150,7 @@ TEST_F(SingleItem, ReadsEnumerationsWithTheirType) {
   EXPECT_EQ(type, fourCharCode("BlnM"));
 }
 
-TEST_F(SingleItem, ATextOfLength10WithACapacityOf9GivesTheParameterError) {
+TEST_F(DescriptorUtilitiesItem, ReturnsTheParameterErrorForATextOfLength10WithACapacityOf9) {
   RecordingHost recorder;
   char buffer[16] = "untouched";
   std::uint32_t length = 9;
@@ -160,7 +160,7 @@ TEST_F(SingleItem, ATextOfLength10WithACapacityOf9GivesTheParameterError) {
   EXPECT_TRUE(recorder.textLimits.empty());
 }
 
-TEST_F(SingleItem, ATextOfLength10WithACapacityOf10IsReadWithLimit11) {
+TEST_F(DescriptorUtilitiesItem, ReadsATextOfLength10WithACapacityOf10WithLimit11) {
   RecordingHost recorder;
   char buffer[12] = "xxxxxxxxxxx";
   std::uint32_t length = 10;
@@ -170,14 +170,14 @@ TEST_F(SingleItem, ATextOfLength10WithACapacityOf10IsReadWithLimit11) {
   EXPECT_EQ(recorder.textLimits, std::vector<std::uint32_t>{11});
 }
 
-TEST_F(SingleItem, AnEmptyTextIsReadIntoABufferOfCapacity0) {
+TEST_F(DescriptorUtilitiesItem, ReadsAnEmptyTextIntoABufferOfCapacity0) {
   char buffer[2] = "x";
   std::uint32_t length = 0;
   EXPECT_EQ(PIUGetSingleItemFromDescriptor(text(""), kKey, buffer, &length), 0);
   EXPECT_STREQ(buffer, "");
 }
 
-TEST_F(SingleItem, ATypeThatWantsAnExtraGivesTheParameterErrorWithoutOne) {
+TEST_F(DescriptorUtilitiesItem, ReturnsTheParameterErrorForAMissingExtraThatTheTypeNeeds) {
   const char* const items[] = {R"({"type": "GlbO", "class": "null", "value": []})",
                                R"({"type": "Objc", "class": "null", "value": []})",
                                R"({"type": "TEXT", "value": "x"})",
@@ -190,7 +190,7 @@ TEST_F(SingleItem, ATypeThatWantsAnExtraGivesTheParameterErrorWithoutOne) {
   }
 }
 
-TEST_F(SingleItem, TheOtherTypesDoWithoutAnExtra) {
+TEST_F(DescriptorUtilitiesItem, ReadsTheOtherTypesWithoutAnExtra) {
   const char* const items[] = {
       R"({"type": "type", "value": "RGBM"})", R"({"type": "GlbC", "value": "RGBM"})",
       R"({"type": "bool", "value": true})",   R"({"type": "comp", "value": 1})",
@@ -202,7 +202,7 @@ TEST_F(SingleItem, TheOtherTypesDoWithoutAnExtra) {
   }
 }
 
-TEST_F(SingleItem, AnyOtherTypeGivesNotImplementedWithNothingWritten) {
+TEST_F(DescriptorUtilitiesItem, ReturnsNotImplementedForAnyOtherTypeAndWritesNothing) {
   const char* const items[] = {R"({"type": "tdta", "value": "AAAA"})",
                                R"({"type": "bkmk", "value": "/a"})", R"({"type": "xxxx"})"};
   for (const char* fields : items) {
@@ -215,7 +215,7 @@ TEST_F(SingleItem, AnyOtherTypeGivesNotImplementedWithNothingWritten) {
   }
 }
 
-TEST_F(SingleItem, AnAbsentKeyGives0WithNothingWritten) {
+TEST_F(DescriptorUtilitiesItem, Returns0ForAnAbsentKeyAndWritesNothing) {
   std::uint64_t value = 5;
   std::uint32_t extra = 6;
   const auto given = item(R"({"type": "long", "value": 1})");
@@ -224,14 +224,14 @@ TEST_F(SingleItem, AnAbsentKeyGives0WithNothingWritten) {
   EXPECT_EQ(extra, 6U);
 }
 
-TEST_F(SingleItem, ANullValueGivesTheParameterErrorBeforeTheHostIsAsked) {
+TEST_F(DescriptorUtilitiesItem, ReturnsTheParameterErrorForANullValueBeforeCallingTheHost) {
   std::uint32_t extra = 6;
   const auto given = item(R"({"type": "long", "value": 1})");
   EXPECT_EQ(PIUGetSingleItemFromDescriptor(given, kKey, nullptr, &extra), kParameter);
   EXPECT_TRUE(machine_.lines().empty()) << "no suite was acquired";
 }
 
-TEST_F(ErrorString, AMessageIsCopiedWithTheLimitOfItsOwnLength) {
+TEST_F(DescriptorUtilitiesErrorString, IsCopiedWithTheLimitOfItsOwnLength) {
   RecordingHost recorder;
   char buffer[32] = "xxxxxxxxxxxxxxxx";
   const auto given = descriptor(Json::parse(R"([{"key": "Msge", "type": "TEXT",
@@ -241,7 +241,8 @@ TEST_F(ErrorString, AMessageIsCopiedWithTheLimitOfItsOwnLength) {
   EXPECT_STREQ(buffer, "It broke") << "the terminator takes the last character's place";
 }
 
-TEST_F(ErrorString, AMessageLongerThanTheSizeGivesTheParameterErrorAndOneOfExactlyTheSizeIsRead) {
+TEST_F(DescriptorUtilitiesErrorString,
+       IsReadIfItHasExactlyTheSizeAndGivesTheParameterErrorIfLonger) {
   RecordingHost recorder;
   char buffer[32] = "untouched";
   const auto given = descriptor(Json::parse(R"([{"key": "Msge", "type": "TEXT",
@@ -254,14 +255,14 @@ TEST_F(ErrorString, AMessageLongerThanTheSizeGivesTheParameterErrorAndOneOfExact
   EXPECT_EQ(recorder.textLimits, std::vector<std::uint32_t>{10});
 }
 
-TEST_F(ErrorString, AMessageOfOneCharacterIsReadAsNothing) {
+TEST_F(DescriptorUtilitiesErrorString, IsReadAsEmptyIfItHasOneCharacter) {
   char buffer[4] = "xyz";
   const auto given = descriptor(Json::parse(R"([{"key": "Msge", "type": "TEXT", "value": "!"}])"));
   EXPECT_EQ(PIUGetErrorStringFromDescriptor(given, buffer, 1), 0);
   EXPECT_EQ(std::string_view(buffer, 3), std::string_view("\0yz", 3));
 }
 
-TEST_F(ErrorString, AnEmptyMessageOrNoneLeavesTheBufferAlone) {
+TEST_F(DescriptorUtilitiesErrorString, LeavesTheBufferUnchangedIfItIsEmptyOrMissing) {
   char buffer[4] = "xyz";
   const auto empty = descriptor(Json::parse(R"([{"key": "Msge", "type": "TEXT", "value": ""}])"));
   EXPECT_EQ(PIUGetErrorStringFromDescriptor(empty, buffer, 4), 0);
@@ -270,19 +271,19 @@ TEST_F(ErrorString, AnEmptyMessageOrNoneLeavesTheBufferAlone) {
   EXPECT_STREQ(buffer, "xyz");
 }
 
-TEST_F(ErrorString, AMessageThatIsNoTextGivesTheHostsError) {
+TEST_F(DescriptorUtilitiesErrorString, GivesTheHostsErrorIfItIsNotAText) {
   char buffer[4] = "xyz";
   const auto given = descriptor(Json::parse(R"([{"key": "Msge", "type": "long", "value": 1}])"));
   EXPECT_EQ(PIUGetErrorStringFromDescriptor(given, buffer, 4), -1703);
   EXPECT_STREQ(buffer, "xyz");
 }
 
-TEST_F(ErrorString, ANullBufferGivesTheParameterErrorBeforeTheHostIsAsked) {
+TEST_F(DescriptorUtilitiesErrorString, GivesTheParameterErrorForANullBufferBeforeCallingTheHost) {
   EXPECT_EQ(PIUGetErrorStringFromDescriptor(text("x"), nullptr, 10), kParameter);
   EXPECT_TRUE(machine_.lines().empty());
 }
 
-TEST_F(PlayResult, IsMinus1WithAMessage0WithoutAndMinus1ForNull) {
+TEST_F(DescriptorUtilitiesPlayResult, IsMinus1WithAMessageOrForNullAndOtherwise0) {
   const auto message = descriptor(Json::parse(R"([{"key": "Msge", "type": "TEXT", "value": ""}])"));
   EXPECT_EQ(PIUCheckPlayResult(message), -1);
   EXPECT_EQ(PIUCheckPlayResult(descriptor(Json::array())), 0);
@@ -290,12 +291,12 @@ TEST_F(PlayResult, IsMinus1WithAMessage0WithoutAndMinus1ForNull) {
   EXPECT_EQ(PIUCheckPlayResult(nullptr), -1);
 }
 
-TEST_F(PlayResult, AMessageOfAnyTypeCounts) {
+TEST_F(DescriptorUtilitiesPlayResult, IsMinus1WithAMessageOfAnyType) {
   const auto given = descriptor(Json::parse(R"([{"key": "Msge", "type": "long", "value": 0}])"));
   EXPECT_EQ(PIUCheckPlayResult(given), -1);
 }
 
-TEST_F(PlayResult, IsTheHostsErrorWhereAskingFails) {
+TEST_F(DescriptorUtilitiesPlayResult, IsTheHostsErrorIfTheCheckFails) {
   const auto empty = descriptor(Json::array());
   theFaults().add({"ActionDescriptor.HasKey", -1728, 0, 1});
   EXPECT_EQ(PIUCheckPlayResult(empty), -1728);

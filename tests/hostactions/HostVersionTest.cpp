@@ -33,7 +33,7 @@ std::ostream& operator<<(std::ostream& out, const Answer& a) {
 
 constexpr Answer kNone = {0, kUntouched, kUntouched};
 
-class HostVersionTest : public testing::Test {
+class HostVersionQuery : public testing::Test {
  protected:
   static Answer ask() {
     Answer answer = kNone;
@@ -50,7 +50,7 @@ class HostVersionTest : public testing::Test {
     sPSActionDescriptor.AcquireSuite(true);
   }
 
-  /// Has the host answer with a version descriptor of these entries.
+  /// Makes the host answer with a version descriptor of these entries.
   static void answerWith(std::vector<Entry> version) {
     const Object object = {kIgnoredClass, std::make_shared<Container>(std::move(version))};
     auto answer = std::make_shared<Container>();
@@ -65,9 +65,9 @@ class HostVersionTest : public testing::Test {
   Machine machine;
 };
 
-TEST_F(HostVersionTest, TellsMajorAndMinor) { EXPECT_EQ(ask(), (Answer{12, 12, 1})); }
+TEST_F(HostVersionQuery, ReturnsMajorAndMinor) { EXPECT_EQ(ask(), (Answer{12, 12, 1})); }
 
-TEST_F(HostVersionTest, AsksForThePropertyOfTheCurrentApplication) {
+TEST_F(HostVersionQuery, AsksForThePropertyOfTheCurrentApplication) {
   ask();
   ASSERT_EQ(questions(), 1U);
   const Json reference = {
@@ -76,7 +76,7 @@ TEST_F(HostVersionTest, AsksForThePropertyOfTheCurrentApplication) {
   EXPECT_EQ(machine.lines("get")[0]["reference"], reference);
 }
 
-TEST_F(HostVersionTest, ANullPointerYieldsZeroAndAsksNothing) {
+TEST_F(HostVersionQuery, ReturnsZeroForANullPointerWithoutAsking) {
   int number = kUntouched;
   EXPECT_EQ(PSMajorVersion(nullptr, &number), 0);
   EXPECT_EQ(PSMajorVersion(&number, nullptr), 0);
@@ -85,7 +85,7 @@ TEST_F(HostVersionTest, ANullPointerYieldsZeroAndAsksNothing) {
   EXPECT_TRUE(machine.lines().empty());
 }
 
-TEST_F(HostVersionTest, ANullPointerYieldsZeroAlsoWhereTheVersionIsCached) {
+TEST_F(HostVersionQuery, ReturnsZeroForANullPointerEvenIfTheVersionIsCached) {
   ask();
   int number = kUntouched;
   EXPECT_EQ(PSMajorVersion(&number, nullptr), 0);
@@ -94,7 +94,7 @@ TEST_F(HostVersionTest, ANullPointerYieldsZeroAlsoWhereTheVersionIsCached) {
   EXPECT_EQ(ask(), (Answer{12, 12, 1}));
 }
 
-TEST_F(HostVersionTest, AfterTheFirstSuccessTheCachedVersionIsTold) {
+TEST_F(HostVersionQuery, ReturnsTheCachedVersionAfterTheFirstSuccess) {
   ask();
   theHost().setVersion({{13, 7}});
   machine.drain();
@@ -104,7 +104,7 @@ TEST_F(HostVersionTest, AfterTheFirstSuccessTheCachedVersionIsTold) {
   EXPECT_TRUE(machine.drain().empty());
 }
 
-TEST_F(HostVersionTest, MajorVersionZeroIsToldAndAskedForAgain) {
+TEST_F(HostVersionQuery, ReturnsMajorVersionZeroAndAsksAgain) {
   theHost().setVersion({{0, 5}});
   for (std::size_t call = 1; call <= 3; ++call) {
     EXPECT_EQ(ask(), (Answer{0, 0, 5}));
@@ -114,14 +114,14 @@ TEST_F(HostVersionTest, MajorVersionZeroIsToldAndAskedForAgain) {
   EXPECT_EQ(ask(), (Answer{11, 11, 0}));
 }
 
-TEST_F(HostVersionTest, NegativeVersionsAreVersions) {
+TEST_F(HostVersionQuery, AcceptsNegativeVersions) {
   theHost().setVersion({{-3, -4}});
   EXPECT_EQ(ask(), (Answer{-3, -3, -4}));
   EXPECT_EQ(ask(), (Answer{-3, -3, -4}));
   EXPECT_EQ(questions(), 1U);
 }
 
-TEST_F(HostVersionTest, AHostWithoutAnAnswerIsAskedAgainByEachCall) {
+TEST_F(HostVersionQuery, AsksAHostWithoutAnAnswerAgainAtEachCall) {
   theHost().setVersion(std::nullopt);
   for (std::size_t call = 1; call <= 3; ++call) {
     EXPECT_EQ(ask(), kNone);
@@ -131,26 +131,26 @@ TEST_F(HostVersionTest, AHostWithoutAnAnswerIsAskedAgainByEachCall) {
   EXPECT_EQ(ask(), (Answer{12, 12, 1}));
 }
 
-TEST_F(HostVersionTest, AnAnswerWithoutTheVersionYieldsZero) {
+TEST_F(HostVersionQuery, ReturnsZeroForAnAnswerWithoutTheVersion) {
   theHost().setAnswer(kKeyHostVersion, std::make_shared<Container>());
   EXPECT_EQ(ask(), kNone);
   theHost().setAnswer(kKeyHostVersion, nullptr);
   EXPECT_EQ(ask(), (Answer{12, 12, 1}));
 }
 
-TEST_F(HostVersionTest, AVersionThatIsNoObjectYieldsZero) {
+TEST_F(HostVersionQuery, ReturnsZeroIfTheVersionIsNotAnObject) {
   auto answer = std::make_shared<Container>();
   answer->put(kKeyHostVersion, {kTypeInteger, 12});
   theHost().setAnswer(kKeyHostVersion, answer);
   EXPECT_EQ(ask(), kNone);
 }
 
-TEST_F(HostVersionTest, AVersionWithoutAMajorNumberYieldsZero) {
+TEST_F(HostVersionQuery, ReturnsZeroForAVersionWithoutAMajorNumber) {
   answerWith({number(kKeyVersionMinor, 5)});
   EXPECT_EQ(ask(), kNone);
 }
 
-TEST_F(HostVersionTest, AVersionWithoutAMinorNumberHasMinorZeroAndIsCached) {
+TEST_F(HostVersionQuery, CachesMinorZeroForAVersionWithoutAMinorNumber) {
   answerWith({number(kKeyVersionMajor, 12)});
   EXPECT_EQ(ask(), (Answer{12, 12, 0}));
   theHost().setAnswer(kKeyHostVersion, nullptr);
@@ -158,14 +158,15 @@ TEST_F(HostVersionTest, AVersionWithoutAMinorNumberHasMinorZeroAndIsCached) {
   EXPECT_EQ(questions(), 1U);
 }
 
-TEST_F(HostVersionTest, AMajorNumberThatCannotBeReadIsToldAsZeroAndAskedForAgain) {
+TEST_F(HostVersionQuery, ReturnsZeroForAnUnreadableMajorNumberAndAsksAgain) {
   answerWith({{kKeyVersionMajor, {kTypeBoolean, true}}, number(kKeyVersionMinor, 5)});
   EXPECT_EQ(ask(), (Answer{0, 0, 5}));
   theHost().setAnswer(kKeyHostVersion, nullptr);
   EXPECT_EQ(ask(), (Answer{12, 12, 1}));
 }
 
-/// The host's calls of one query, in order, and what the query comes to where one of them fails.
+/// A host call of the query, the number of calls to the same procedure before it, and the query's
+/// result if it fails.
 struct FailingCall {
   const char* procedure;
   std::uint64_t after;
@@ -176,10 +177,10 @@ std::ostream& operator<<(std::ostream& out, const FailingCall& call) {
   return out << call.procedure << " after " << call.after << ": " << call.answer;
 }
 
-class HostVersionFailingCallTest : public HostVersionTest,
-                                   public testing::WithParamInterface<FailingCall> {};
+class HostVersionFailingCall : public HostVersionQuery,
+                               public testing::WithParamInterface<FailingCall> {};
 
-TEST_P(HostVersionFailingCallTest, EverythingMadeIsFreed) {
+TEST_P(HostVersionFailingCall, FreesEverythingThatWasCreated) {
   const FailingCall& failing = GetParam();
   theFaults().add({failing.procedure, -1715, failing.after, 1});
   EXPECT_EQ(ask(), failing.answer);
@@ -188,7 +189,7 @@ TEST_P(HostVersionFailingCallTest, EverythingMadeIsFreed) {
   EXPECT_EQ(ask(), cached ? failing.answer : (Answer{12, 12, 1}));
 }
 
-INSTANTIATE_TEST_SUITE_P(Calls, HostVersionFailingCallTest,
+INSTANTIATE_TEST_SUITE_P(Calls, HostVersionFailingCall,
                          testing::Values(FailingCall{"ActionReference.Make", 0, kNone},
                                          FailingCall{"ActionReference.PutProperty", 0, kNone},
                                          FailingCall{"ActionReference.PutEnumerated", 0, kNone},
@@ -207,24 +208,24 @@ INSTANTIATE_TEST_SUITE_P(Calls, HostVersionFailingCallTest,
                            return name + std::to_string(call.param.after);
                          });
 
-TEST_F(HostVersionTest, AFailureOfEachHostCallInTurnLeavesNothingBehind) {
+TEST_F(HostVersionQuery, LeaksNothingIfAnyHostCallFails) {
   acquireAll();
-  // A failed read of the major version is no failure of a call: 0 comes back all the same.
+  // Counts a run as failed unless it returns the major version.
   const auto call = [] { return Outcome{.result = ask().result == 12 ? 0 : 1}; };
   const auto check = [](int n, const Outcome& outcome) {
     EXPECT_FALSE(outcome.threw);
-    // The ninth call, the read of the minor version, is the first whose failure is not one.
+    // The ninth call reads the minor version; its failure does not fail the query.
     EXPECT_EQ(outcome.result, n < 8 ? 1 : 0) << n;
   };
   EXPECT_EQ(failEachHostCall(-1715, call, check), 9);
   EXPECT_EQ(ask(), (Answer{12, 12, 0}));
 }
 
-/// The n-th acquisition is refused once: reference, control and descriptor are acquired in turn.
-class HostVersionRefusedSuiteTest : public HostVersionTest,
-                                    public testing::WithParamInterface<std::uint64_t> {};
+/// Refuses the n-th acquisition once; the order is reference, control, descriptor.
+class HostVersionRefusedSuite : public HostVersionQuery,
+                                public testing::WithParamInterface<std::uint64_t> {};
 
-TEST_P(HostVersionRefusedSuiteTest, ThrowsAndFreesAllTheSame) {
+TEST_P(HostVersionRefusedSuite, ThrowsAndFreesEverything) {
   theFaults().add({"Basic.AcquireSuite", -1234, GetParam(), 1});
   Answer answer = kNone;
   try {
@@ -238,12 +239,12 @@ TEST_P(HostVersionRefusedSuiteTest, ThrowsAndFreesAllTheSame) {
   EXPECT_EQ(ask(), (Answer{12, 12, 1}));
 }
 
-INSTANTIATE_TEST_SUITE_P(Acquisitions, HostVersionRefusedSuiteTest, testing::Values(0, 1, 2));
+INSTANTIATE_TEST_SUITE_P(Acquisitions, HostVersionRefusedSuite, testing::Values(0, 1, 2));
 
-/// The host's own procedures, but for the ones that free, which write down what they freed.
-class FreeOrderTest : public HostVersionTest {
+/// Replaces the host's procedures that free objects by ones that record the objects.
+class HostVersionFreeOrder : public HostVersionQuery {
  protected:
-  FreeOrderTest() {
+  HostVersionFreeOrder() {
     acquireAll();
     freed.clear();
     descriptors = *sPSActionDescriptor.suite;
@@ -262,7 +263,7 @@ class FreeOrderTest : public HostVersionTest {
     sPSActionDescriptor.suite = &descriptors;
     sPSActionReference.suite = &references;
   }
-  ~FreeOrderTest() override {
+  ~HostVersionFreeOrder() override {
     sPSActionDescriptor.suite = hostDescriptors;
     sPSActionReference.suite = hostReferences;
   }
@@ -276,12 +277,12 @@ class FreeOrderTest : public HostVersionTest {
 
 using Freed = std::vector<std::string>;
 
-TEST_F(FreeOrderTest, ResultThenVersionThenReference) {
+TEST_F(HostVersionFreeOrder, IsResultThenVersionThenReference) {
   ask();
   EXPECT_EQ(freed, (Freed{"result", "version", "reference"}));
 }
 
-TEST_F(FreeOrderTest, OnlyWhatWasMadeIsFreed) {
+TEST_F(HostVersionFreeOrder, ContainsOnlyWhatWasCreated) {
   theFaults().add({"ActionDescriptor.GetObject", -1715, 0, 1});
   ask();
   EXPECT_EQ(freed, (Freed{"result", "reference"}));
@@ -295,12 +296,12 @@ TEST_F(FreeOrderTest, OnlyWhatWasMadeIsFreed) {
   EXPECT_EQ(freed, Freed{});
 }
 
-class IsModalTest : public testing::Test {
+class HostVersionIsModal : public testing::Test {
  protected:
   Machine machine;
 };
 
-TEST_F(IsModalTest, IsWhatThePropertySays) {
+TEST_F(HostVersionIsModal, ReturnsWhatThePropertySays) {
   theHost().setModal(0);
   EXPECT_FALSE(PSIsModal());
   for (const std::intptr_t value : {1L, 2L, -1L, 0x100L, -0x80000000L}) {
@@ -309,7 +310,7 @@ TEST_F(IsModalTest, IsWhatThePropertySays) {
   }
 }
 
-TEST_F(IsModalTest, IsAskedEachTime) {
+TEST_F(HostVersionIsModal, AsksEachTime) {
   PSIsModal();
   PSIsModal();
   const Json line = {{"t", 0},        {"what", "property"}, {"signature", "8BIM"},
@@ -317,14 +318,14 @@ TEST_F(IsModalTest, IsAskedEachTime) {
   EXPECT_EQ(machine.lines("property"), (std::vector<Json>{line, line}));
 }
 
-TEST_F(IsModalTest, LeansTowardsModalWhereTheCallFails) {
+TEST_F(HostVersionIsModal, ReturnsTrueIfTheCallFails) {
   theHost().setModal(0);
   theFaults().add({"Property.GetSimple", -30901, 0, 1});
   EXPECT_TRUE(PSIsModal());
   EXPECT_FALSE(PSIsModal());
 }
 
-TEST_F(IsModalTest, PassesNoHandleAndBelievesAValueThatComesWithAnError) {
+TEST_F(HostVersionIsModal, PassesNoHandleAndUsesAValueReturnedWithAnError) {
   sPSProperty.AcquireSuite(true);
   const PropertyProcs* host = sPSProperty.suite;
   PropertyProcs procs = *host;
@@ -340,7 +341,7 @@ TEST_F(IsModalTest, PassesNoHandleAndBelievesAValueThatComesWithAnError) {
   sPSProperty.suite = host;
 }
 
-TEST_F(IsModalTest, ThrowsWhereTheSuiteCannotBeAcquired) {
+TEST_F(HostVersionIsModal, ThrowsIfTheSuiteCannotBeAcquired) {
   theFaults().add({"Basic.AcquireSuite", -5, 0, 1});
   EXPECT_THROW(PSIsModal(), std::uint32_t);
 }

@@ -1,4 +1,3 @@
-// What the plug-in knows of the host's user interface.
 #include <gtest/gtest.h>
 
 #include <fstream>
@@ -15,9 +14,9 @@ namespace {
 
 static_assert(!std::is_polymorphic_v<PsUIBoss>);
 
-class PsUIBossTest : public testing::Test {
+class PsUIBossRecord : public testing::Test {
  protected:
-  /// Gives the plug-in a shortcut: Option and that key.
+  /// Writes a shortcuts file with Option and `key` as the plug-in's shortcut.
   void writeShortcut(char key) {
     const auto folder = machine_.preferences() / settingsFolderOf(12, 1);
     std::filesystem::create_directories(folder);
@@ -32,12 +31,12 @@ class PsUIBossTest : public testing::Test {
 
 }  // namespace
 
-TEST_F(PsUIBossTest, ThereIsOne) {
+TEST_F(PsUIBossRecord, IsOneObject) {
   EXPECT_EQ(&PsUIBoss::Instance(), &PsUIBoss::Instance());
   EXPECT_EQ(versionQuestions(), 1U);
 }
 
-TEST_F(PsUIBossTest, TheMouseIsUpUntilItIsSaidToBeDown) {
+TEST_F(PsUIBossRecord, ReportsTheMouseUpUntilItIsSetDown) {
   PsUIBoss& boss = PsUIBoss::Instance();
   EXPECT_FALSE(boss.MouseIsDown());
   boss.SetMouseDown(true);
@@ -46,7 +45,7 @@ TEST_F(PsUIBossTest, TheMouseIsUpUntilItIsSaidToBeDown) {
   EXPECT_FALSE(boss.MouseIsDown());
 }
 
-TEST_F(PsUIBossTest, TheShortcutIsReadOnlyOnFirstUse) {
+TEST_F(PsUIBossRecord, ReadsTheShortcutOnlyAtTheFirstUse) {
   writeShortcut('k');
   EXPECT_EQ(PsUIBoss::Instance().ShortcutKey(), 'k');
   EXPECT_EQ(PsUIBoss::Instance().ShortcutModifier(), 58);
@@ -56,12 +55,12 @@ TEST_F(PsUIBossTest, TheShortcutIsReadOnlyOnFirstUse) {
   EXPECT_EQ(PsUIBoss::Instance().ShortcutKey(), 'm');
 }
 
-TEST_F(PsUIBossTest, WithoutASettingsFolderTheShortcutIs0) {
+TEST_F(PsUIBossRecord, HasShortcut0WithoutASettingsFolder) {
   EXPECT_EQ(PsUIBoss::Instance().ShortcutKey(), 0);
   EXPECT_EQ(PsUIBoss::Instance().ShortcutModifier(), 0);
 }
 
-TEST_F(PsUIBossTest, AFileThatIsGoneLeavesTheShortcutAsItWas) {
+TEST_F(PsUIBossRecord, KeepsTheShortcutIfTheFileIsGone) {
   writeShortcut('k');
   PsUIBoss& boss = PsUIBoss::Instance();
   std::filesystem::remove_all(machine_.preferences());
@@ -70,7 +69,7 @@ TEST_F(PsUIBossTest, AFileThatIsGoneLeavesTheShortcutAsItWas) {
   EXPECT_EQ(boss.ShortcutModifier(), 58);
 }
 
-TEST_F(PsUIBossTest, AConstructionThatThrowsIsTriedAgainByTheNextCall) {
+TEST_F(PsUIBossRecord, IsConstructedByTheNextCallAfterAnException) {
   writeShortcut('k');
   theFaults().add({"Basic.AcquireSuite", 42, 0, 2});
   for (int i = 0; i < 2; ++i) {
@@ -81,7 +80,7 @@ TEST_F(PsUIBossTest, AConstructionThatThrowsIsTriedAgainByTheNextCall) {
   EXPECT_EQ(PsUIBoss::Instance().ShortcutKey(), 'k');
 }
 
-TEST_F(PsUIBossTest, TheToolBarIsDirtyWhileTheContentViewNeedsDisplay) {
+TEST_F(PsUIBossRecord, ReportsTheToolBarDirtyWhileTheContentViewNeedsDisplay) {
   PsUIBoss& boss = PsUIBoss::Instance();
   EXPECT_FALSE(boss.IsToolbarDirty());
   theWindowServer().window.viewsNeedDisplay = true;
@@ -90,7 +89,7 @@ TEST_F(PsUIBossTest, TheToolBarIsDirtyWhileTheContentViewNeedsDisplay) {
   EXPECT_TRUE(boss.IsToolbarDirty());
 }
 
-TEST_F(PsUIBossTest, TheToolBarWindowIsFetchedOnFirstNeedAndKept) {
+TEST_F(PsUIBossRecord, CachesTheToolBarWindowAtTheFirstUse) {
   PsUIBoss& boss = PsUIBoss::Instance();
   WindowState& window = theWindowServer().window;
   window.contentNeedsDisplay = true;
@@ -102,7 +101,7 @@ TEST_F(PsUIBossTest, TheToolBarWindowIsFetchedOnFirstNeedAndKept) {
   EXPECT_TRUE(boss.IsToolbarDirty()) << "the one of before";
 }
 
-TEST_F(PsUIBossTest, GetToolbarWindowAsksAfreshEachTime) {
+TEST_F(PsUIBossRecord, QueriesTheToolBarWindowAtEachGet) {
   PsUIBoss& boss = PsUIBoss::Instance();
   EXPECT_EQ(boss.getToolbarWindow(), theWindowServer().windowObject());
   theWindowServer().window.isMain = false;
@@ -110,7 +109,7 @@ TEST_F(PsUIBossTest, GetToolbarWindowAsksAfreshEachTime) {
   EXPECT_FALSE(boss.IsToolbarDirty());
 }
 
-TEST_F(PsUIBossTest, RedrawToolbarMarksTheBrushAreaAndKeepsTheWindowsReferences) {
+TEST_F(PsUIBossRecord, MarksTheBrushAreaAndKeepsTheWindowsReferences) {
   PsUIBoss& boss = PsUIBoss::Instance();
   for (int i = 0; i < 3; ++i) EXPECT_EQ(boss.RedrawToolbar(), 0);
   WindowServer& server = theWindowServer();
@@ -124,7 +123,7 @@ TEST_F(PsUIBossTest, RedrawToolbarMarksTheBrushAreaAndKeepsTheWindowsReferences)
   EXPECT_TRUE(boss.IsToolbarDirty());
 }
 
-TEST_F(PsUIBossTest, RedrawToolbarKeepsTheWindowThatItFetched) {
+TEST_F(PsUIBossRecord, KeepsTheWindowThatARedrawFetched) {
   PsUIBoss& boss = PsUIBoss::Instance();
   boss.RedrawToolbar();
   theWindowServer().window.isMain = false;
@@ -132,13 +131,13 @@ TEST_F(PsUIBossTest, RedrawToolbarKeepsTheWindowThatItFetched) {
   EXPECT_EQ(theWindowServer().invalidated.size(), 2U);
 }
 
-TEST_F(PsUIBossTest, RedrawToolbarWithoutAWindowDoesNothing) {
+TEST_F(PsUIBossRecord, RedrawsNothingWithoutAWindow) {
   theWindowServer().window.isMain = false;
   EXPECT_EQ(PsUIBoss::Instance().RedrawToolbar(), 0);
   EXPECT_TRUE(theWindowServer().invalidated.empty());
 }
 
-TEST_F(PsUIBossTest, PlayingTheShortcutDoesNothingYet) {
+TEST_F(PsUIBossRecord, DoesNothingWhenPlayingTheShortcut) {
   PsUIBoss& boss = PsUIBoss::Instance();
   machine_.drain();
   boss.PlayMrvPhotoshopPlugin();

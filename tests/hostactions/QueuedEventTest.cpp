@@ -1,4 +1,4 @@
-// The one request that waits, and what playing it plays.
+// The pending request and what it plays.
 #include <HostTerms.h>
 #include <gtest/gtest.h>
 
@@ -19,7 +19,7 @@ namespace {
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
-/// The play of a brush property, as the log tells it.
+/// The log's line of setting a brush property.
 Json setLine(const char* property, const char* unit, const Json& value, int result = 0) {
   Json brush = {{{"key", property}, {"type", "UntF"}, {"unit", unit}, {"value", value}}};
   Json descriptor = Json::parse(R"([
@@ -31,7 +31,7 @@ Json setLine(const char* property, const char* unit, const Json& value, int resu
           {"dialog", 2}, {"result", result}};
 }
 
-/// The play of a tool's selection.
+/// The log's line of selecting a tool.
 Json selectLine(const char* tool, int result = 0) {
   Json descriptor =
       Json::parse(R"([{"key": "null", "type": "obj ", "value": [{"form": "Clss"}]}])");
@@ -51,7 +51,7 @@ class QueuedEvent : public testing::Test {
 
 }  // namespace
 
-TEST_F(QueuedEvent, ADiameterIsQueuedWithin1And2500) {
+TEST_F(QueuedEvent, ClampsADiameterTo1To2500) {
   const std::pair<double, double> diameters[] = {
       {0.3, 1.0},       {4000.0, 2500.0},    {2500.0, 2500.0},    {1.0, 1.0},
       {0.0, 1.0},       {-0.0, 1.0},         {-5.0, 1.0},         {13.7, 13.7},
@@ -64,26 +64,26 @@ TEST_F(QueuedEvent, ADiameterIsQueuedWithin1And2500) {
   }
 }
 
-TEST_F(QueuedEvent, ADiameterThatIsNoNumberIsStoredUnchanged) {
+TEST_F(QueuedEvent, StoresANaNDiameterUnchanged) {
   EXPECT_EQ(PlayeventDynamicSetMasterDiameter(kNaN, 0), 0);
   EXPECT_TRUE(std::isnan(gDoubleValue));
   EXPECT_EQ(gPlayFunction, 1);
 }
 
-TEST_F(QueuedEvent, TheToolIsSignExtendedTo64Bits) {
+TEST_F(QueuedEvent, SignExtendsTheToolTo64Bits) {
   PlayeventDynamicSetMasterDiameter(5.0, -2);
   EXPECT_EQ(gActiveTool, -2LL);
   PlayeventDynamicSetMasterDiameter(5.0, std::numeric_limits<int>::max());
   EXPECT_EQ(gActiveTool, 2147483647LL);
 }
 
-TEST_F(QueuedEvent, WithNothingQueuedNothingIsPlayedAndTheResultIs0) {
+TEST_F(QueuedEvent, PlaysNothingAndReturns0IfNothingIsQueued) {
   EXPECT_FALSE(IsPlayEventBusy());
   EXPECT_EQ(PlayQueuedEvent(), 0);
   EXPECT_TRUE(plays().empty());
 }
 
-TEST_F(QueuedEvent, Request1SetsTheDiameterInPixelsAndSelectsTheToolAgain) {
+TEST_F(QueuedEvent, SetsTheDiameterInPixelsAndSelectsTheToolForRequest1) {
   theHost().setTool("pencilTool");
   PlayeventDynamicSetMasterDiameter(50.5, eraser());
   EXPECT_TRUE(IsPlayEventBusy());
@@ -96,7 +96,7 @@ TEST_F(QueuedEvent, Request1SetsTheDiameterInPixelsAndSelectsTheToolAgain) {
   EXPECT_FALSE(IsPlayEventBusy());
 }
 
-TEST_F(QueuedEvent, Request2SetsTheHardnessInPercent) {
+TEST_F(QueuedEvent, SetsTheHardnessInPercentForRequest2) {
   gDoubleValue = 37.5;
   gPlayFunction = 2;
   EXPECT_EQ(PlayQueuedEvent(), 0);
@@ -106,7 +106,7 @@ TEST_F(QueuedEvent, Request2SetsTheHardnessInPercent) {
   EXPECT_FALSE(IsPlayEventBusy());
 }
 
-TEST_F(QueuedEvent, Request3SetsTheSpacingInPercent) {
+TEST_F(QueuedEvent, SetsTheSpacingInPercentForRequest3) {
   gDoubleValue = 150.0;
   gActiveTool = eraser();
   gPlayFunction = 3;
@@ -116,7 +116,7 @@ TEST_F(QueuedEvent, Request3SetsTheSpacingInPercent) {
   EXPECT_EQ(theHost().model().brush->spacing, 150.0);
 }
 
-TEST_F(QueuedEvent, Request5CallsTheHookAndPlaysNothing) {
+TEST_F(QueuedEvent, PlaysNothingForRequest5) {
   PlayeventWinSetMasterDiameter();
   EXPECT_EQ(gPlayFunction, 5);
   EXPECT_TRUE(IsPlayEventBusy());
@@ -125,7 +125,7 @@ TEST_F(QueuedEvent, Request5CallsTheHookAndPlaysNothing) {
   EXPECT_FALSE(IsPlayEventBusy());
 }
 
-TEST_F(QueuedEvent, AValueOf4OrAnyOtherUnknownPlaysNothingAndIsCleared) {
+TEST_F(QueuedEvent, ClearsAnUnknownRequestAndPlaysNothing) {
   for (const int request : {4, 6, -1, 1000, std::numeric_limits<int>::min()}) {
     gPlayFunction = request;
     EXPECT_TRUE(IsPlayEventBusy());
@@ -135,7 +135,7 @@ TEST_F(QueuedEvent, AValueOf4OrAnyOtherUnknownPlaysNothingAndIsCleared) {
   EXPECT_TRUE(plays().empty());
 }
 
-TEST_F(QueuedEvent, WithTheMouseDownARequestSurvivesAndStaysBusy) {
+TEST_F(QueuedEvent, KeepsARequestWhileTheMouseIsDown) {
   PlayeventDynamicSetMasterDiameter(20.0, eraser());
   PsUIBoss::Instance().SetMouseDown(true);
   EXPECT_EQ(PlayQueuedEvent(), 0);
@@ -148,7 +148,7 @@ TEST_F(QueuedEvent, WithTheMouseDownARequestSurvivesAndStaysBusy) {
   EXPECT_FALSE(IsPlayEventBusy());
 }
 
-TEST_F(QueuedEvent, ALaterRequestReplacesOneThatWaits) {
+TEST_F(QueuedEvent, ReplacesAPendingRequestByALaterOne) {
   PlayeventDynamicSetMasterDiameter(20.0, eraser());
   PlayeventDynamicSetMasterDiameter(30.0, 0);
   EXPECT_EQ(PlayQueuedEvent(), 0);
@@ -160,21 +160,21 @@ TEST_F(QueuedEvent, ALaterRequestReplacesOneThatWaits) {
   EXPECT_EQ(plays().size(), 1U);
 }
 
-TEST_F(QueuedEvent, ARequestIsPlayedOnce) {
+TEST_F(QueuedEvent, PlaysARequestOnce) {
   PlayeventDynamicSetMasterDiameter(20.0, 0);
   PlayQueuedEvent();
   PlayQueuedEvent();
   EXPECT_EQ(plays().size(), 1U);
 }
 
-TEST_F(QueuedEvent, ValueAndToolOutlastThePlaying) {
+TEST_F(QueuedEvent, KeepsValueAndToolAfterPlaying) {
   PlayeventDynamicSetMasterDiameter(20.0, eraser());
   PlayQueuedEvent();
   EXPECT_EQ(gDoubleValue, 20.0);
   EXPECT_EQ(gActiveTool, eraser());
 }
 
-TEST_F(QueuedEvent, Request1WithoutAToolSkipsTheSelectionAndReturnsTheSetsErrorAlone) {
+TEST_F(QueuedEvent, SkipsTheSelectionAndReturnsOnlyTheSetsErrorWithoutATool) {
   PlayeventDynamicSetMasterDiameter(20.0, 0);
   theFaults().add({"ActionControl.Play", -1728, 0, 1});
   EXPECT_EQ(PlayQueuedEvent(), -1728);
@@ -183,7 +183,7 @@ TEST_F(QueuedEvent, Request1WithoutAToolSkipsTheSelectionAndReturnsTheSetsErrorA
   EXPECT_FALSE(IsPlayEventBusy()) << "a request is played at most once";
 }
 
-TEST_F(QueuedEvent, TheErrorsOfSetAndSelectAreMergedByOr) {
+TEST_F(QueuedEvent, MergesTheErrorsOfSetAndSelectByOr) {
   PlayeventDynamicSetMasterDiameter(20.0, eraser());
   theFaults().add({"ActionControl.Play", 0x1200, 0, 1});
   theFaults().add({"ActionControl.Play", 0x0034, 0, 1});
@@ -195,7 +195,7 @@ TEST_F(QueuedEvent, TheErrorsOfSetAndSelectAreMergedByOr) {
   EXPECT_EQ(PlayQueuedEvent(), -1728 | -1715);
 }
 
-TEST_F(QueuedEvent, AFailedSelectionAloneIsTheResult) {
+TEST_F(QueuedEvent, ReturnsTheErrorOfAFailedSelection) {
   PlayeventDynamicSetMasterDiameter(20.0, eraser());
   theFaults().add({"ActionControl.Play", -43, 1, 1});
   EXPECT_EQ(PlayQueuedEvent(), -43);
@@ -203,7 +203,7 @@ TEST_F(QueuedEvent, AFailedSelectionAloneIsTheResult) {
   EXPECT_FALSE(IsPlayEventBusy());
 }
 
-TEST_F(QueuedEvent, ADiameterThatIsNoNumberIsPlayedAsItIs) {
+TEST_F(QueuedEvent, PlaysANaNDiameterUnchanged) {
   PlayeventDynamicSetMasterDiameter(kNaN, 0);
   EXPECT_EQ(PlayQueuedEvent(), -50);
   ASSERT_EQ(plays().size(), 1U);
@@ -211,7 +211,7 @@ TEST_F(QueuedEvent, ADiameterThatIsNoNumberIsPlayedAsItIs) {
   EXPECT_EQ(theHost().brush(), 13.0);
 }
 
-TEST_F(QueuedEvent, ASuiteThatCannotBeAcquiredThrowsAndLeavesTheRequest) {
+TEST_F(QueuedEvent, ThrowsAndKeepsTheRequestIfASuiteCannotBeAcquired) {
   PsUIBoss::Instance();
   PIUSuitesRelease();
   PlayeventDynamicSetMasterDiameter(20.0, eraser());
@@ -224,28 +224,28 @@ TEST_F(QueuedEvent, ASuiteThatCannotBeAcquiredThrowsAndLeavesTheRequest) {
   EXPECT_EQ(plays().size(), 2U) << "tried again, and played";
 }
 
-TEST_F(QueuedEvent, AnyPropertyCanBeSetWithAnyUnit) {
+TEST_F(QueuedEvent, SetsAnyPropertyWithAnyUnit) {
   char key[] = "angle";
-  // The upper half of the unit is of no account.
+  // The high 32 bits of the unit are ignored.
   const unsigned long unit = 0x1234567800000000UL | fourCharCode("#Ang");
   EXPECT_EQ(PlayeventDynamicSetProperty(key, unit, -45.25), 0);
   ASSERT_EQ(plays().size(), 1U);
   EXPECT_EQ(plays()[0], setLine("$angle", "#Ang", -45.25));
 }
 
-TEST_F(QueuedEvent, APropertyWithoutANameEndsTheStepsBeforeThePlay) {
+TEST_F(QueuedEvent, PlaysNothingForAPropertyWithoutAName) {
   char key[] = "";
   EXPECT_EQ(PlayeventDynamicSetProperty(key, kUnitPixels, 1.0), -50);
   EXPECT_TRUE(plays().empty());
 }
 
-TEST_F(QueuedEvent, WithoutAToolTheSelectionDoesNothing) {
+TEST_F(QueuedEvent, SelectsNothingWithoutATool) {
   gActiveTool = 0;
   EXPECT_EQ(PlayeventSelectBrush(), 0);
   EXPECT_TRUE(machine_.lines().empty()) << "no suite was acquired either";
 }
 
-TEST_F(QueuedEvent, TheSelectionTakesTheLow32BitsOfTheTool) {
+TEST_F(QueuedEvent, SelectsTheLow32BitsOfTheTool) {
   gActiveTool = (7LL << 32) + eraser();
   EXPECT_EQ(PlayeventSelectBrush(), 0);
   ASSERT_EQ(plays().size(), 1U);

@@ -71,8 +71,8 @@ OSErr typeIDToStringID(DescriptorTypeID typeID, char* stringID, uint32 size) {
   return recorder->typeNameError != 0 ? recorder->typeNameError : error;
 }
 
-/// The forwarding copy of a suite, where there is one. It lasts for the process, as the plug-in's
-/// holders may.
+/// Makes the forwarding copy of a suite. It is static, because the plug-in's holders may keep it
+/// for the life of the process.
 template <class Suite>
 const void* forwarding(const void* suite, const Suite*& host, void (*forward)(Suite&)) {
   static Suite table;
@@ -82,6 +82,7 @@ const void* forwarding(const void* suite, const Suite*& host, void (*forward)(Su
   return &table;
 }
 
+/// The forwarding copy of the suite `name`, or the suite itself if it has none.
 const void* forwarding(const std::string& name, const void* suite) {
   if (name == kPSActionDescriptorSuite) {
     return forwarding<PSActionDescriptorProcs>(suite, hostDescriptor, [](auto& table) {
@@ -126,7 +127,7 @@ SPBasicSuite* recordingBasicSuite() {
 RecordingHost::RecordingHost() : host_(sSPBasic) {
   recorder = this;
   sSPBasic = recordingBasicSuite();
-  // Suites that are held would not pass here.
+  // Suites held from before are not forwarding copies.
   PIUSuitesRelease();
 }
 
@@ -175,8 +176,8 @@ std::int32_t RecordingHost::refusal(const std::string& suite) {
   return refusalError_;
 }
 
-std::vector<std::string> amongThose(const std::vector<std::string>& order,
-                                    const std::vector<std::string>& made) {
+std::vector<std::string> keepMade(const std::vector<std::string>& order,
+                                  const std::vector<std::string>& made) {
   std::vector<std::string> found;
   std::copy_if(order.begin(), order.end(), std::back_inserter(found), [&](const std::string& name) {
     return std::find(made.begin(), made.end(), name) != made.end();

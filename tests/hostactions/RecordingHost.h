@@ -1,4 +1,4 @@
-// Stands between the plug-in and the simulated host and notes what passes.
+// Records calls between the plug-in and the simulated host.
 #pragma once
 
 #include <cstdint>
@@ -9,12 +9,12 @@
 
 namespace testing_support {
 
-/// Hands out forwarding copies of the host's action suites. To be made after the Machine; one at a
-/// time.
+/// Gives the plug-in forwarding copies of the host's action suites. Construct it after the Machine;
+/// at most one may exist.
 ///
-/// Objects are named by where they come from: "reference" and "descriptor" were made, "answer" was
-/// got, "result" was left by a play, "Brsh" was read from under that key. A second one of the same
-/// kind is "answer 2", and so on.
+/// Objects are named after their origin: "reference" and "descriptor" come from Make, "answer" from
+/// Get, "result" from Play, and a key such as "Brsh" from reading the object under that key. A
+/// second object of the same origin is "answer 2", and so on.
 class RecordingHost {
  public:
   RecordingHost();
@@ -22,24 +22,25 @@ class RecordingHost {
   RecordingHost(const RecordingHost&) = delete;
   RecordingHost& operator=(const RecordingHost&) = delete;
 
-  std::vector<std::string> made;   ///< in the order in which they were handed out
-  std::vector<std::string> freed;  ///< in the order in which they were freed
+  std::vector<std::string> made;   ///< names, in the order of creation
+  std::vector<std::string> freed;  ///< names, in the order of freeing
 
-  /// The limits with which texts were read.
+  /// The limits of all GetString calls.
   std::vector<std::uint32_t> textLimits;
 
-  /// The sizes of the buffers for the names of types, and what the conversions return after they
-  /// have been done; 0: what the host returns.
+  /// The buffer sizes of all TypeIDToStringID calls.
   std::vector<std::uint32_t> typeNameSizes;
+
+  /// If not 0, TypeIDToStringID returns this error after converting.
   std::int16_t typeNameError = 0;
 
-  /// Makes the next `times` acquisitions of the suite of that name fail with `error`.
+  /// Makes the next `times` acquisitions of the named suite fail with `error`.
   void refuse(const std::string& suite, std::int32_t error, int times);
 
-  /// Forgets what was noted, and has the plug-in give every suite back.
+  /// Clears the records and makes the plug-in release every suite.
   void startOver();
 
-  // For the forwarding procedures.
+  // Called by the forwarding procedures.
   void noteMade(const void* object, const std::string& name);
   void noteFreed(const void* object);
   std::int32_t refusal(const std::string& suite);
@@ -57,11 +58,11 @@ class RecordingHost {
   int refusals_ = 0;
 };
 
-/// Those of `order` that are among `made`, in the order of `order`.
-std::vector<std::string> amongThose(const std::vector<std::string>& order,
-                                    const std::vector<std::string>& made);
+/// Returns the names in `order` that are also in `made`, in the order of `order`.
+std::vector<std::string> keepMade(const std::vector<std::string>& order,
+                                  const std::vector<std::string>& made);
 
-/// Runs `call`, and tells what it returned or threw.
+/// Calls `call` and returns what it returned or threw.
 template <class Call>
 Outcome attempt(const Call& call) {
   Outcome outcome;

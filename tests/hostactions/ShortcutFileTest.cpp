@@ -1,4 +1,4 @@
-// How the plug-in's record is found in the keyboard-shortcuts file, and what is read from it.
+// The search for the plug-in's record in the keyboard-shortcuts file, and its contents.
 #include <gtest/gtest.h>
 
 #include <fstream>
@@ -18,13 +18,13 @@ using namespace std::string_view_literals;
 constexpr std::size_t kBlock = 200;
 constexpr std::string_view kName = "M\0\0\0r\0\0\0v\0\0\0P\0\0\0h\0\0\0o\0\0\0"sv;
 
-/// A record's fields, from the first byte behind the name.
+/// A record's fields, from the first byte after the name.
 struct Fields {
   char control = 0, shift = 0, option = 0, key = 0, otherKey = 0;
 };
 
 std::string bytesOf(const Fields& fields) {
-  std::string bytes(40, '\x7F');  // what lies between is of no account
+  std::string bytes(40, '\x7F');  // the bytes between the fields are ignored
   bytes[11] = fields.control;
   bytes[12] = fields.shift;
   bytes[13] = fields.option;
@@ -64,12 +64,12 @@ class ShortcutFile : public testing::Test {
 
 }  // namespace
 
-TEST_F(ShortcutFile, ShiftAloneYields56AndShiftWithOption58) {
+TEST_F(ShortcutFile, Yields56ForShiftAnd58ForShiftWithOption) {
   EXPECT_EQ(modifierOf({.shift = 1}), 56);
   EXPECT_EQ(modifierOf({.shift = 1, .option = 1}), 58);
 }
 
-TEST_F(ShortcutFile, ModifiersMergeByOrInAllEightCombinations) {
+TEST_F(ShortcutFile, MergesModifiersByOrInAllEightCombinations) {
   EXPECT_EQ(modifierOf({}), 0);
   EXPECT_EQ(modifierOf({.control = 1}), 59);
   EXPECT_EQ(modifierOf({.shift = 1}), 56);
@@ -80,7 +80,7 @@ TEST_F(ShortcutFile, ModifiersMergeByOrInAllEightCombinations) {
   EXPECT_EQ(modifierOf({.control = 1, .shift = 1, .option = 1}), 59);
 }
 
-TEST_F(ShortcutFile, AnyFlagThatIsNot0IsSet) {
+TEST_F(ShortcutFile, TreatsAnyNonZeroFlagAsSet) {
   for (int flag = 1; flag < 256; ++flag) {
     ASSERT_EQ(modifierOf({.shift = static_cast<char>(flag)}), 56) << flag;
     ASSERT_EQ(modifierOf({.option = static_cast<char>(flag)}), 58) << flag;
@@ -88,13 +88,13 @@ TEST_F(ShortcutFile, AnyFlagThatIsNot0IsSet) {
   }
 }
 
-TEST_F(ShortcutFile, AKeyAtOffset18IsTakenWhateverItIs) {
+TEST_F(ShortcutFile, TakesAnyKeyAtOffset18) {
   for (int key = 1; key < 256; ++key) {
     ASSERT_EQ(keyOf({.key = static_cast<char>(key), .otherKey = 'z'}), key);
   }
 }
 
-TEST_F(ShortcutFile, AKeyAtOffset20IsTakenOnlyWhereItIsOneOfTheTwelve) {
+TEST_F(ShortcutFile, TakesAKeyAtOffset20OnlyIfItIsOneOfTheTwelve) {
   constexpr std::string_view kTwelve = "zxcv`abdemgo";
   for (int key = 0; key < 256; ++key) {
     const char character = static_cast<char>(key);
@@ -103,13 +103,13 @@ TEST_F(ShortcutFile, AKeyAtOffset20IsTakenOnlyWhereItIsOneOfTheTwelve) {
   }
 }
 
-TEST_F(ShortcutFile, ARecordWithOffset18ZeroAndOffset20QYieldsKey0) {
+TEST_F(ShortcutFile, YieldsKey0ForZeroAtOffset18AndQAtOffset20) {
   EXPECT_EQ(keyOf({.key = 0, .otherKey = 'q'}), 0);
 }
 
-TEST_F(ShortcutFile, TheNameIsFoundAtEveryPositionWhereItLiesInOneBlock) {
-  // The last three bytes of the name are zero, and so are those behind the block's 200, of which a
-  // name may make use.
+TEST_F(ShortcutFile, FindsTheNameAtEveryPositionWithinOneBlock) {
+  // The last three bytes of the name are zero, and so are the bytes after the block's 200, which
+  // may complete a name.
   constexpr std::size_t kLastPosition = kBlock - kName.size() + 3;
   for (std::size_t position = 0; position < 3 * kBlock; ++position) {
     const auto shortcut =
@@ -121,7 +121,7 @@ TEST_F(ShortcutFile, TheNameIsFoundAtEveryPositionWhereItLiesInOneBlock) {
   }
 }
 
-TEST_F(ShortcutFile, ARecordMayLieBehindABlocksEnd) {
+TEST_F(ShortcutFile, ReadsARecordAfterABlocksEnd) {
   // The name ends with the block; all fields are in the next one.
   const std::string before(kBlock - kName.size(), '\0');
   const auto shortcut = read(before + record({.shift = 1, .otherKey = 'a'}));
@@ -130,7 +130,7 @@ TEST_F(ShortcutFile, ARecordMayLieBehindABlocksEnd) {
   EXPECT_EQ(shortcut->key, 'a');
 }
 
-TEST_F(ShortcutFile, ANameThatStraddlesTwoBlocksIsPassedByForALaterOne) {
+TEST_F(ShortcutFile, SkipsANameSplitBetweenTwoBlocks) {
   const std::string straddling = std::string(kBlock - 12, 'x') + record({.key = 's'});
   EXPECT_FALSE(read(straddling));
   const auto shortcut = read(straddling + record({.key = 'l'}));
@@ -138,14 +138,14 @@ TEST_F(ShortcutFile, ANameThatStraddlesTwoBlocksIsPassedByForALaterOne) {
   EXPECT_EQ(shortcut->key, 'l');
 }
 
-TEST_F(ShortcutFile, TheFirstOfTwoRecordsCounts) {
+TEST_F(ShortcutFile, ReadsTheFirstOfTwoRecords) {
   const auto shortcut = read(record({.key = '1'}) + record({.shift = 1, .key = '2'}));
   ASSERT_TRUE(shortcut);
   EXPECT_EQ(shortcut->key, '1');
   EXPECT_EQ(shortcut->modifier, 0);
 }
 
-TEST_F(ShortcutFile, ARecordThatEndsBehindItsLastFieldIsReadWhole) {
+TEST_F(ShortcutFile, ReadsARecordThatEndsAfterItsLastField) {
   const std::string whole = record({.control = 1, .key = 0, .otherKey = 'g'});
   const auto shortcut = read(whole.substr(0, kName.size() + 21));
   ASSERT_TRUE(shortcut);
@@ -153,27 +153,27 @@ TEST_F(ShortcutFile, ARecordThatEndsBehindItsLastFieldIsReadWhole) {
   EXPECT_EQ(shortcut->key, 'g');
 }
 
-TEST_F(ShortcutFile, ARecordCutOffByTheEndOfFileIsFilledUpFromTheBlockBefore) {
-  // Cut in front of the keys: at 18 and 20 stands what the block had there, the end of the name.
+TEST_F(ShortcutFile, CompletesATruncatedRecordFromThePreviousBlock) {
+  // Cut off before the keys: offsets 18 and 20 still hold the end of the name.
   std::string bytes = record({.shift = 1}).substr(0, kName.size() + 14);
   auto shortcut = read(bytes);
   ASSERT_TRUE(shortcut);
   EXPECT_EQ(shortcut->modifier, 56);
   EXPECT_EQ(shortcut->key, 'o');
-  // The name alone: the shift flag is its "P".
+  // Only the name: the shift flag is its "P".
   shortcut = read(std::string(kName));
   ASSERT_TRUE(shortcut);
   EXPECT_EQ(shortcut->modifier, 56);
   EXPECT_EQ(shortcut->key, 'o');
-  // Far from the block's start it is what stands there.
+  // A name far from the block's start does not reach the fields, which stay zero.
   shortcut = read(std::string(100, '\0') + std::string(kName));
   ASSERT_TRUE(shortcut);
   EXPECT_EQ(shortcut->modifier, 0);
   EXPECT_EQ(shortcut->key, 0);
 }
 
-TEST_F(ShortcutFile, ANameCutOffByTheEndOfFileIsFoundWhereTheBlockBeforeCompletesIt) {
-  // The block before holds all but the name's beginning, the last block the beginning alone.
+TEST_F(ShortcutFile, FindsATruncatedNameIfThePreviousBlockCompletesIt) {
+  // The previous block holds all but the beginning of the name, the last block only the beginning.
   std::string before(kBlock, 'x');
   before.replace(8, kName.size() - 8, kName.substr(8));
   EXPECT_FALSE(read(before));
@@ -181,7 +181,7 @@ TEST_F(ShortcutFile, ANameCutOffByTheEndOfFileIsFoundWhereTheBlockBeforeComplete
   EXPECT_FALSE(read(std::string(kName.substr(0, 8))));
 }
 
-TEST_F(ShortcutFile, AnotherPlugInsRecordIsPassedBy) {
+TEST_F(ShortcutFile, SkipsTheRecordOfAnotherPlugIn) {
   const auto named = [](const char* name) {
     return shortcutsFile({{.plugIn = name, .key = 'k'}}, 10);
   };
@@ -192,11 +192,11 @@ TEST_F(ShortcutFile, AnotherPlugInsRecordIsPassedBy) {
   EXPECT_TRUE(read(named("MrvPhone"))) << "six characters are compared";
 }
 
-TEST_F(ShortcutFile, TheNameInSingleBytesIsNoRecord) {
+TEST_F(ShortcutFile, IgnoresTheNameInSingleBytes) {
   EXPECT_FALSE(read("MrvPhotoshop" + bytesOf({.key = 'k'})));
 }
 
-TEST_F(ShortcutFile, FilesWithoutARecordYieldNothing) {
+TEST_F(ShortcutFile, YieldsNothingForFilesWithoutARecord) {
   for (const std::size_t size : {0U, 1U, 23U, 24U, 199U, 200U, 201U, 400U, 1000U}) {
     EXPECT_FALSE(read(std::string(size, '\0'))) << size;
     EXPECT_FALSE(read(std::string(size, 'M'))) << size;

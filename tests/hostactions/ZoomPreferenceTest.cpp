@@ -1,4 +1,3 @@
-// The host's preference in its preferences file.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -21,14 +20,14 @@ const std::string kKey = "zoomWithScrollWheel";
 constexpr std::size_t kChunk = 200;
 constexpr std::size_t kValue = 23;
 
-class ZoomPreferenceTest : public testing::Test {
+class ZoomPreference : public testing::Test {
  protected:
   static void write(const fs::path& file, const std::string& bytes) {
     fs::create_directories(file.parent_path());
     std::ofstream(file, std::ios::binary) << bytes;
   }
 
-  /// What the preference reads as, and what is printed meanwhile.
+  /// Reads the preference and stores what is printed in `printed`.
   bool read() {
     testing::internal::CaptureStdout();
     const bool value = Navigate2D::getZoomWithScrollWheel();
@@ -50,7 +49,7 @@ class ZoomPreferenceTest : public testing::Test {
     return bytes.replace(position, kKey.size(), kKey);
   }
 
-  /// Moves the user's home so that its path has `length` more characters.
+  /// Moves the user's home to its subfolder `folder` and returns the new preferences folder.
   fs::path moveHome(const std::string& folder) {
     const fs::path home = machine.preferences().parent_path().parent_path() / folder;
     fs::create_directories(preferencesFolder(home));
@@ -62,7 +61,7 @@ class ZoomPreferenceTest : public testing::Test {
   std::string printed;
 };
 
-TEST_F(ZoomPreferenceTest, TheValueLiesTwentyThreeBytesAfterTheKeysStart) {
+TEST_F(ZoomPreference, IsReadTwentyThreeBytesAfterTheKeysStart) {
   for (const unsigned key : {0U, 1U, 57U, 176U}) {
     std::string bytes = fileWithKeyAt(key, 400);
     for (const int value : {0, 1, 0x80, 0xFF}) {
@@ -72,7 +71,7 @@ TEST_F(ZoomPreferenceTest, TheValueLiesTwentyThreeBytesAfterTheKeysStart) {
   }
 }
 
-TEST_F(ZoomPreferenceTest, NoOtherByteCounts) {
+TEST_F(ZoomPreference, DependsOnNoOtherByte) {
   std::string bytes = fileWithKeyAt(30, 200);
   bytes[30 + kValue] = 0;
   EXPECT_FALSE(readBytes(bytes));
@@ -81,7 +80,7 @@ TEST_F(ZoomPreferenceTest, NoOtherByteCounts) {
   EXPECT_TRUE(readBytes(bytes));
 }
 
-TEST_F(ZoomPreferenceTest, TheKeyIsFoundInLaterChunksToo) {
+TEST_F(ZoomPreference, IsFoundInLaterChunks) {
   for (const unsigned key : {200U, 376U, 1000U}) {
     std::string bytes = fileWithKeyAt(key, 1300);
     EXPECT_TRUE(readBytes(bytes));
@@ -90,13 +89,13 @@ TEST_F(ZoomPreferenceTest, TheKeyIsFoundInLaterChunksToo) {
   }
 }
 
-TEST_F(ZoomPreferenceTest, TheFirstKeyCounts) {
+TEST_F(ZoomPreference, IsReadAtTheFirstKey) {
   std::string bytes = fileWithKeyAt(20, 600).replace(300, kKey.size(), kKey);
   bytes[20 + kValue] = 0;
   EXPECT_FALSE(readBytes(bytes));
 }
 
-TEST_F(ZoomPreferenceTest, NearlyTheKeyIsNotTheKey) {
+TEST_F(ZoomPreference, IsNotReadAtAKeyThatDiffersInOneByte) {
   for (std::size_t at = 0; at < kKey.size(); ++at) {
     std::string bytes = fileWithKeyAt(40, 200);
     bytes[40 + at] ^= 0x20;
@@ -104,8 +103,8 @@ TEST_F(ZoomPreferenceTest, NearlyTheKeyIsNotTheKey) {
   }
 }
 
-/// A key of which the chunk holds all, but not the value: the next byte of the file answers.
-TEST_F(ZoomPreferenceTest, BehindTheChunksEndTheValueIsTheNextByteNotTheOneAtTwentyThree) {
+/// The chunk contains the whole key but not the value.
+TEST_F(ZoomPreference, IsReadFromTheFilesNextByteIfTheValueLiesAfterTheChunk) {
   for (std::size_t key = 177; key <= 181; ++key) {
     std::string bytes = fileWithKeyAt(key, 400);
     bytes[kChunk] = 0;
@@ -117,31 +116,30 @@ TEST_F(ZoomPreferenceTest, BehindTheChunksEndTheValueIsTheNextByteNotTheOneAtTwe
   }
 }
 
-TEST_F(ZoomPreferenceTest, BehindTheFilesEndThereIsNoNextByteAndThePreferenceIsOff) {
+TEST_F(ZoomPreference, IsOffIfTheValueLiesAfterTheEndOfTheFile) {
   EXPECT_FALSE(readBytes(fileWithKeyAt(181, 200)));
   EXPECT_FALSE(readBytes(fileWithKeyAt(81, 100)));
   EXPECT_FALSE(readBytes(fileWithKeyAt(80, 103)));
   EXPECT_TRUE(readBytes(fileWithKeyAt(80, 104)));
 }
 
-TEST_F(ZoomPreferenceTest, AKeySplitBetweenTwoChunksIsNotFound) {
+TEST_F(ZoomPreference, IsNotFoundIfTheKeyIsSplitBetweenTwoChunks) {
   for (std::size_t key = 182; key < 200; ++key) {
     EXPECT_FALSE(readBytes(fileWithKeyAt(key, 600))) << key;
   }
 }
 
-/// A last, short chunk is searched past its end, where the bytes of the chunk before lie. Here it
-/// ends ten bytes after the key's start.
-TEST_F(ZoomPreferenceTest, AChunkThatEndsTenBytesAfterTheKeysStartAnswersWithTheNextByteOfTheFile) {
+/// A short last chunk is searched past its end, into the bytes of the previous chunk.
+TEST_F(ZoomPreference, IsReadFromTheFilesNextByteIfTheChunkEndsTenBytesAfterTheKeysStart) {
   constexpr std::size_t kStart = 50;
   std::string before(kChunk, 'x');
   before.replace(kStart + 10, 9, kKey.substr(10));
-  before[kStart + kValue] = 1;  // what lies at +23 in the buffer, and does not count
+  before[kStart + kValue] = 1;  // the byte at +23 in the buffer, which is not read
   EXPECT_FALSE(readBytes(before + std::string(kStart, 'x') + kKey.substr(0, 10)));
 }
 
-TEST_F(ZoomPreferenceTest, AShortChunkFindsTheRestOfTheKeyInWhatTheChunkBeforeLeft) {
-  // The value is left over, too: a chunk shorter than 23 bytes always answers from the buffer.
+TEST_F(ZoomPreference, IsCompletedFromThePreviousChunkIfTheLastChunkIsShort) {
+  // In a chunk shorter than 23 bytes the value, too, comes from the previous chunk.
   for (std::size_t size = 1; size < 23; ++size) {
     std::string before = std::string(kChunk, '\0');
     before.replace(0, kKey.size(), kKey);
@@ -154,34 +152,34 @@ TEST_F(ZoomPreferenceTest, AShortChunkFindsTheRestOfTheKeyInWhatTheChunkBeforeLe
   }
 }
 
-TEST_F(ZoomPreferenceTest, AFirstShortChunkFindsZerosBehindItself) {
+TEST_F(ZoomPreference, IsCompletedByZerosIfTheFirstChunkIsShort) {
   EXPECT_FALSE(readBytes(kKey));
-  EXPECT_FALSE(readBytes(kKey + "bool"));  // 23 bytes: nothing follows
-  EXPECT_FALSE(readBytes(kKey + "boo"));   // 22 bytes: the value is the zero behind
+  EXPECT_FALSE(readBytes(kKey + "bool"));  // 23 bytes: the file has no next byte
+  EXPECT_FALSE(readBytes(kKey + "boo"));   // 22 bytes: the value is the zero after them
   EXPECT_TRUE(readBytes(kKey + "bool" + "\1"));
   EXPECT_FALSE(readBytes(kKey.substr(0, 18)));
 }
 
-TEST_F(ZoomPreferenceTest, AnEmptyFileIsThePreferenceOff) { EXPECT_FALSE(readBytes("")); }
+TEST_F(ZoomPreference, IsOffForAnEmptyFile) { EXPECT_FALSE(readBytes("")); }
 
-TEST_F(ZoomPreferenceTest, AFileWithoutTheKeyIsThePreferenceOff) {
+TEST_F(ZoomPreference, IsOffForAFileWithoutTheKey) {
   EXPECT_FALSE(readBytes(std::string(200, 'x')));
   EXPECT_FALSE(readBytes(std::string(1001, 'x')));
 }
 
-TEST_F(ZoomPreferenceTest, AFileThatCannotBeOpenedIsPrintedWithItsFullPath) {
+TEST_F(ZoomPreference, PrintsTheFullPathOfAFileThatCannotBeOpened) {
   EXPECT_FALSE(read());
   EXPECT_EQ(printed, "getZoomWithScrollWheel open error path=" +
                          (machine.preferences() / kPath).string() + "\n");
 }
 
-TEST_F(ZoomPreferenceTest, ThePreferencesFolderIsMadeWhereItIsMissing) {
+TEST_F(ZoomPreference, CreatesAMissingPreferencesFolder) {
   fs::remove_all(machine.preferences());
   EXPECT_FALSE(read());
   EXPECT_TRUE(fs::is_directory(machine.preferences()));
 }
 
-TEST_F(ZoomPreferenceTest, APathOfTwoHundredFiftyFiveBytesFits) {
+TEST_F(ZoomPreference, AcceptsAFolderPathOfTwoHundredFiftyFiveBytes) {
   const std::size_t base = machine.preferences().string().size() + 1;
   const fs::path folder = moveHome(std::string(255 - base, 'h'));
   ASSERT_EQ(folder.string().size(), 255U);
@@ -189,7 +187,7 @@ TEST_F(ZoomPreferenceTest, APathOfTwoHundredFiftyFiveBytesFits) {
   EXPECT_TRUE(read());
 }
 
-TEST_F(ZoomPreferenceTest, APathLongerThanTheBufferIsNoPath) {
+TEST_F(ZoomPreference, TakesAFolderPathLongerThanTheBufferAsEmpty) {
   const std::size_t base = machine.preferences().string().size() + 1;
   const fs::path folder = moveHome(std::string(256 - base, 'h'));
   ASSERT_EQ(folder.string().size(), 256U);
@@ -198,19 +196,19 @@ TEST_F(ZoomPreferenceTest, APathLongerThanTheBufferIsNoPath) {
   EXPECT_EQ(printed, std::string("getZoomWithScrollWheel open error path=/") + kPath + "\n");
 }
 
-TEST_F(ZoomPreferenceTest, ThePathIsMacRoman) {
+TEST_F(ZoomPreference, UsesAPathInMacRoman) {
   moveHome("Zo\xC3\xAB");
   EXPECT_FALSE(read());
   EXPECT_NE(printed.find("/Zo\x91/Library/Preferences/"), std::string::npos) << printed;
 }
 
-TEST_F(ZoomPreferenceTest, WithoutAPreferencesFolderTheFileIsSoughtAtTheRoot) {
+TEST_F(ZoomPreference, SearchesTheRootWithoutAPreferencesFolder) {
   setHomeFolder("/dev/null");
   EXPECT_FALSE(read());
   EXPECT_EQ(printed, std::string("getZoomWithScrollWheel open error path=/") + kPath + "\n");
 }
 
-TEST_F(ZoomPreferenceTest, ASuiteThatCannotBeAcquiredThrows) {
+TEST_F(ZoomPreference, ThrowsIfASuiteCannotBeAcquired) {
   theFaults().add({"Basic.AcquireSuite", -5, 0, 1});
   EXPECT_THROW(Navigate2D::getZoomWithScrollWheel(), std::uint32_t);
   EXPECT_EQ(theCFObjects().live(), 0U);
@@ -234,11 +232,11 @@ std::ostream& operator<<(std::ostream& out, const VersionRow& row) {
 
 constexpr char kColonPath[] = "Adobe Photoshop CS2 Settings:Adobe Photoshop CS2 Prefs.psp";
 
-/// Each in a process of its own: the host is asked for its version once.
-class ZoomPreferenceVersionTest : public ZoomPreferenceTest,
-                                  public testing::WithParamInterface<VersionRow> {};
+/// The version is cached for the process, so each version is a test.
+class ZoomPreferenceOfVersion : public ZoomPreference,
+                                public testing::WithParamInterface<VersionRow> {};
 
-TEST_P(ZoomPreferenceVersionTest, TheFileOfTheVersionIsRead) {
+TEST_P(ZoomPreferenceOfVersion, IsReadFromTheFileOfTheVersion) {
   theHost().setVersion(GetParam().version);
   write(machine.preferences() / GetParam().path, preferencesFile(true));
   EXPECT_TRUE(read());
@@ -248,7 +246,7 @@ TEST_P(ZoomPreferenceVersionTest, TheFileOfTheVersionIsRead) {
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Versions, ZoomPreferenceVersionTest,
+    Versions, ZoomPreferenceOfVersion,
     testing::Values(
         VersionRow{{{10, 0}}, "Adobe Photoshop CS3 Settings/Adobe Photoshop CS3 Prefs.psp"},
         VersionRow{{{10, 9}}, "Adobe Photoshop CS3 Settings/Adobe Photoshop CS3 Prefs.psp"},
@@ -263,11 +261,11 @@ INSTANTIATE_TEST_SUITE_P(
         VersionRow{{{13, 1}}, "Adobe Photoshop CS6 Settings/Adobe Photoshop CS6 Prefs.psp"}),
     [](const auto& row) { return versionName(row.param.version); });
 
-class ZoomPreferenceOtherVersionTest : public ZoomPreferenceTest,
-                                       public testing::WithParamInterface<HostVersion> {};
+class ZoomPreferenceOfOtherVersion : public ZoomPreference,
+                                     public testing::WithParamInterface<HostVersion> {};
 
-/// The preferences of every version are there and on, and none of them is found.
-TEST_P(ZoomPreferenceOtherVersionTest, TheColonPathCannotBeOpenedAndGivesFalse) {
+/// The preferences of every version exist and are on, but none of them is read.
+TEST_P(ZoomPreferenceOfOtherVersion, IsOffBecauseTheColonPathCannotBeOpened) {
   for (const char* edition : {"CS2", "CS3", "CS4", "CS5", "CS5.1", "CS5.5", "CS6"}) {
     const std::string name = std::string("Adobe Photoshop ") + edition;
     write(machine.preferences() / (name + " Settings") / (name + " Prefs.psp"),
@@ -279,7 +277,7 @@ TEST_P(ZoomPreferenceOtherVersionTest, TheColonPathCannotBeOpenedAndGivesFalse) 
                          (machine.preferences() / kColonPath).string() + "\n");
 }
 
-INSTANTIATE_TEST_SUITE_P(Versions, ZoomPreferenceOtherVersionTest,
+INSTANTIATE_TEST_SUITE_P(Versions, ZoomPreferenceOfOtherVersion,
                          testing::Values(HostVersion{}, HostVersion{{0, 0}}, HostVersion{{0, 5}},
                                          HostVersion{{9, 0}}, HostVersion{{14, 0}},
                                          HostVersion{{-12, 1}}),

@@ -1,8 +1,7 @@
-// Every call of the host that a function makes is made to fail in its turn, with every suite given
-// back beforehand, so that its acquisition is one of the calls. What must hold then: a suite that
-// is refused throws the host's code, the failed call's error is the result, outputs are left alone,
-// everything made is freed once and in the function's own order, and a failure to free goes by
-// unnoticed.
+// Makes each host call of a function fail in turn. Every suite is released beforehand, so acquiring
+// it is one of the calls. A refused suite must throw the host's code, any other error must be
+// returned; outputs must stay unchanged; every object made must be freed once, in the function's
+// order; and errors of freeing must be ignored.
 #include <HostTerms.h>
 #include <gtest/gtest.h>
 
@@ -32,16 +31,16 @@ using Names = std::vector<std::string>;
 bool isFree(const std::string& procedure) { return procedure.ends_with(".Free"); }
 bool isAcquisition(const std::string& procedure) { return procedure == "Basic.AcquireSuite"; }
 
-/// The error where a call that counts has failed, 0 where it went by unnoticed.
+/// The expected result: 0 if the failed call was a free, which is ignored, else the error.
 int errorOf(const Outcome& outcome) { return isFree(outcome.failed) ? 0 : kError; }
 
-class Failure : public testing::Test {
+class HostActionsFailingCall : public testing::Test {
  protected:
   using Call = std::function<int()>;
   using Check = std::function<void(const Outcome&)>;
 
-  /// Fails each call in turn; `result` is what the function must return where it does not throw.
-  /// Tells which calls failed.
+  /// Makes each host call of `call` fail in turn and returns the calls' names. `result` gives what
+  /// the function must return if it does not throw, `order` the order of freeing.
   Names failEach(const Call& call, const Names& order,
                  const std::function<int(const Outcome&)>& result, const Check& check) {
     Names failed;
@@ -71,15 +70,15 @@ class Failure : public testing::Test {
     } else {
       EXPECT_EQ(outcome.result, result(outcome));
     }
-    EXPECT_EQ(recorder_.freed, amongThose(order, recorder_.made));
+    EXPECT_EQ(recorder_.freed, keepMade(order, recorder_.made));
   }
 
-  /// The tests of one-item reads give their descriptor from outside.
+  /// Creates a descriptor to read from.
   PIActionDescriptor descriptor(const char* json) {
     return theHost().makeDescriptor(descriptorFromJson(Json::parse(json), theHost().typeIds()));
   }
 
-  /// The check of most: outputs written only where nothing but a release has failed.
+  /// A check that `output` is written only if the failed call was a free.
   template <class T>
   Check untouched(T& output, T before) {
     return [&output, before](const Outcome& outcome) {
@@ -94,7 +93,7 @@ class Failure : public testing::Test {
 
 constexpr auto kAcquire = "Basic.AcquireSuite";
 
-/// The calls of a get of an application's property, up to the question for its key.
+/// The calls of getting an application's property, including the check for its key.
 const Names kGetProperty = {kAcquire,
                             "ActionReference.Make",
                             "ActionReference.PutProperty",
@@ -104,14 +103,14 @@ const Names kGetProperty = {kAcquire,
                             kAcquire,
                             "ActionDescriptor.HasKey"};
 
-Names behind(Names calls, const Names& more) {
+Names followedBy(Names calls, const Names& more) {
   calls.insert(calls.end(), more.begin(), more.end());
   return calls;
 }
 
 }  // namespace
 
-TEST_F(Failure, OfTheVersionQueryAtEachCall) {
+TEST_F(HostActionsFailingCall, EndsTheVersionQuery) {
   const Names order = {"answer", "HstV", "reference"};
   int major = -7;
   int minor = -8;
@@ -126,18 +125,18 @@ TEST_F(Failure, OfTheVersionQueryAtEachCall) {
         const bool minor0 = major0 && failed.back() == outcome.failed;
         failed.push_back(outcome.failed);
         expectFailure(outcome, order, [&](const Outcome&) { return minor0 ? 0 : 99; });
-        // The numbers themselves are read unchecked: what is not told is 0.
+        // Errors of reading a number are ignored and leave it 0.
         EXPECT_EQ(major, minor0 ? 12 : major0 ? 0 : -7);
         EXPECT_EQ(minor, minor0 ? 0 : major0 ? 1 : -8);
         recorder_.startOver();
       });
-  EXPECT_EQ(failed,
-            behind(kGetProperty, {"ActionDescriptor.GetObject", "ActionDescriptor.HasKey",
-                                  "ActionDescriptor.GetInteger", "ActionDescriptor.GetInteger"}))
+  EXPECT_EQ(failed, followedBy(kGetProperty,
+                               {"ActionDescriptor.GetObject", "ActionDescriptor.HasKey",
+                                "ActionDescriptor.GetInteger", "ActionDescriptor.GetInteger"}))
       << "a missing minor version ends the asking";
 }
 
-TEST_F(Failure, ToFreeGoesByUnnoticedInTheVersionQuery) {
+TEST_F(HostActionsFailingCall, IsIgnoredInTheVersionQueryIfItFrees) {
   theFaults().add({"ActionDescriptor.Free", kError, 0, 2});
   theFaults().add({"ActionReference.Free", kError, 0, 1});
   int major = 0;
@@ -147,43 +146,43 @@ TEST_F(Failure, ToFreeGoesByUnnoticedInTheVersionQuery) {
   EXPECT_EQ(recorder_.freed, (Names{"answer", "HstV", "reference"}));
 }
 
-TEST_F(Failure, OfTheModalQueryIsTakenForModal) {
+TEST_F(HostActionsFailingCall, MakesTheModalQueryReturnTrue) {
   theHost().setModal(0);
   const Names failed = failEach([] { return PSIsModal() ? 1 : 0; }, {},
                                 [](const Outcome&) { return 1; }, [](const Outcome&) {});
   EXPECT_EQ(failed, (Names{kAcquire, "Property.GetSimple"}));
 }
 
-TEST_F(Failure, OfTheToolQueryAtEachCall) {
+TEST_F(HostActionsFailingCall, EndsTheToolQuery) {
   int number = -1;
   int hostToolID = -2;
   const Names failed = failEach(
       [&] { return PlayeventGetActiveTool(&number, &hostToolID); }, {"reference", "answer"},
       [&](const Outcome& outcome) {
         const bool unnamed = outcome.failed == "ActionControl.TypeIDToStringID";
-        const bool told = unnamed || isFree(outcome.failed);
-        EXPECT_EQ(number, unnamed ? kOtherTool : told ? 29 : -1);
-        EXPECT_EQ(hostToolID == -2, !told);
+        const bool written = unnamed || isFree(outcome.failed);
+        EXPECT_EQ(number, unnamed ? kOtherTool : written ? 29 : -1);
+        EXPECT_EQ(hostToolID == -2, !written);
         number = -1;
         hostToolID = -2;
       });
-  EXPECT_EQ(failed, behind(kGetProperty,
-                           {"ActionDescriptor.GetEnumerated", "ActionControl.TypeIDToStringID",
-                            "ActionReference.Free", "ActionDescriptor.Free"}));
+  EXPECT_EQ(failed, followedBy(kGetProperty,
+                               {"ActionDescriptor.GetEnumerated", "ActionControl.TypeIDToStringID",
+                                "ActionReference.Free", "ActionDescriptor.Free"}));
 }
 
-TEST_F(Failure, OfTheBrushQueryAtEachCall) {
+TEST_F(HostActionsFailingCall, EndsTheBrushQuery) {
   int size = -1;
   const Names failed = failEach([&] { return PlayeventGetBrushSize(&size); },
                                 {"reference", "answer", "CrnT", "Brsh"}, untouched(size, -1));
-  EXPECT_EQ(failed,
-            behind(kGetProperty, {"ActionDescriptor.GetEnumerated", "ActionDescriptor.GetObject",
-                                  "ActionDescriptor.GetObject", "ActionDescriptor.GetUnitFloat",
-                                  "ActionReference.Free", "ActionDescriptor.Free",
-                                  "ActionDescriptor.Free", "ActionDescriptor.Free"}));
+  EXPECT_EQ(failed, followedBy(kGetProperty,
+                               {"ActionDescriptor.GetEnumerated", "ActionDescriptor.GetObject",
+                                "ActionDescriptor.GetObject", "ActionDescriptor.GetUnitFloat",
+                                "ActionReference.Free", "ActionDescriptor.Free",
+                                "ActionDescriptor.Free", "ActionDescriptor.Free"}));
 }
 
-TEST_F(Failure, OfABrushSampleTypesNothingAndTheNextAsksAgain) {
+TEST_F(HostActionsFailingCall, MakesABrushSampleTypeNothingAndTheNextAskAgain) {
   InitBrushSize(nullptr);
   PsUIBoss::Instance();
   machine_.drain();
@@ -209,7 +208,7 @@ TEST_F(Failure, OfABrushSampleTypesNothingAndTheNextAsksAgain) {
   }
 }
 
-TEST_F(Failure, OfAPropertysPlayAtEachCall) {
+TEST_F(HostActionsFailingCall, EndsThePlayOfAProperty) {
   char key[] = "hardness";
   const Names failed =
       failEach([&] { return PlayeventDynamicSetProperty(key, kUnitPercent, 50.0); },
@@ -227,7 +226,7 @@ TEST_F(Failure, OfAPropertysPlayAtEachCall) {
                            "ActionReference.Free", "ActionDescriptor.Free"}));
 }
 
-TEST_F(Failure, OfAToolsSelectionAtEachCall) {
+TEST_F(HostActionsFailingCall, EndsTheSelectionOfATool) {
   gActiveTool = theHost().typeIds().idOf("eraserTool");
   const Names failed = failEach(
       [] { return PlayeventSelectBrush(); }, {"result", "descriptor", "reference"},
@@ -241,7 +240,7 @@ TEST_F(Failure, OfAToolsSelectionAtEachCall) {
                            "ActionReference.Free"}));
 }
 
-TEST_F(Failure, OfAQueuedRequestClearsItUnlessItThrows) {
+TEST_F(HostActionsFailingCall, ClearsAQueuedRequestUnlessItThrows) {
   PsUIBoss::Instance();
   recorder_.startOver();
   const int tool = static_cast<int>(theHost().typeIds().idOf("eraserTool"));
@@ -264,7 +263,7 @@ TEST_F(Failure, OfAQueuedRequestClearsItUnlessItThrows) {
                                     "descriptor 3", "reference 2"}));
 }
 
-TEST_F(Failure, OfASetStillSelectsTheTool) {
+TEST_F(HostActionsFailingCall, DoesNotPreventTheSelectionOfTheToolAfterASet) {
   PsUIBoss::Instance();
   recorder_.startOver();
   const int tool = static_cast<int>(theHost().typeIds().idOf("eraserTool"));
@@ -276,14 +275,14 @@ TEST_F(Failure, OfASetStillSelectsTheTool) {
                                     "descriptor 3", "reference 2"}));
 }
 
-TEST_F(Failure, OfTheFirstUseOfTheInterfacesRecordAtEachCall) {
-  // A version that cannot be read is version 0, which fails nobody.
+TEST_F(HostActionsFailingCall, ThrowsOrIsIgnoredAtTheFirstUseOfPsUIBoss) {
+  // A version that cannot be read counts as version 0, so no error is returned.
   const Names failed = failEach([] { return PsUIBoss::Instance().ShortcutKey(); }, {},
                                 [](const Outcome&) { return 0; }, [](const Outcome&) {});
   EXPECT_EQ(failed.front(), kAcquire);
 }
 
-TEST_F(Failure, OfTheShortcutsVersionQueryFindsNoFile) {
+TEST_F(HostActionsFailingCall, MakesTheShortcutQueryFindNoFile) {
   std::filesystem::create_directories(machine_.preferences() / settingsFolderOf(12, 1));
   const auto file = machine_.preferences() / settingsFolderOf(12, 1) / "Keyboard Shortcuts.psp";
   std::FILE* stream = std::fopen(file.c_str(), "wb");
@@ -299,13 +298,13 @@ TEST_F(Failure, OfTheShortcutsVersionQueryFindsNoFile) {
   EXPECT_EQ(shortcut.key, 'k');
 }
 
-TEST_F(Failure, OfPlayByNameAtEachCall) {
+TEST_F(HostActionsFailingCall, EndsPlayByName) {
   const Names failed = failEach([] { return PIUActionsPlayByName("Default Actions", "Vignette"); },
                                 {"reference", "descriptor", "result"}, [](const Outcome&) {});
   EXPECT_EQ(failed.size(), 13U);
 }
 
-TEST_F(Failure, OfAnActionsNameAtEachCall) {
+TEST_F(HostActionsFailingCall, EndsTheReadOfAnActionsName) {
   char name[32] = "x";
   std::uint32_t length = 99;
   const Check check = [&](const Outcome& outcome) {
@@ -324,20 +323,20 @@ TEST_F(Failure, OfAnActionsNameAtEachCall) {
   const Names byIndex =
       failEach([&] { return PIUActionsGetName(std::uint32_t{1}, 1, name, &length); },
                {"reference", "answer"}, check);
-  EXPECT_EQ(byIndex, behind({kAcquire, "ActionReference.Make", "ActionReference.PutIndex",
-                             "ActionReference.PutIndex", kAcquire, "ActionControl.Get"},
-                            common));
+  EXPECT_EQ(byIndex, followedBy({kAcquire, "ActionReference.Make", "ActionReference.PutIndex",
+                                 "ActionReference.PutIndex", kAcquire, "ActionControl.Get"},
+                                common));
   std::strcpy(name, "x");
   length = 99;
   const Names byName =
       failEach([&] { return PIUActionsGetName("Default Actions", 1, name, &length); },
                {"reference", "answer"}, check);
-  EXPECT_EQ(byName, behind({kAcquire, "ActionReference.Make", "ActionReference.PutIndex",
-                            "ActionReference.PutName", kAcquire, "ActionControl.Get"},
-                           common));
+  EXPECT_EQ(byName, followedBy({kAcquire, "ActionReference.Make", "ActionReference.PutIndex",
+                                "ActionReference.PutName", kAcquire, "ActionControl.Get"},
+                               common));
 }
 
-TEST_F(Failure, OfEveryPropertyReadAtEachCall) {
+TEST_F(HostActionsFailingCall, EndsEveryPropertyRead) {
   constexpr std::uint32_t kTitle = fourCharCode("LyrI");
   constexpr std::uint32_t kDocumentID = fourCharCode("DocI");
   std::int32_t value = -1;
@@ -360,11 +359,12 @@ TEST_F(Failure, OfEveryPropertyReadAtEachCall) {
   const Names failed =
       failEach([&] { return PIUGetBackgroundInfo(kKeyBackground, &background, nullptr); }, order,
                untouched(background, Boolean{7}));
-  EXPECT_EQ(failed, behind(kGetProperty, {"ActionDescriptor.GetType", "ActionDescriptor.GetBoolean",
-                                          "ActionReference.Free", "ActionDescriptor.Free"}));
+  EXPECT_EQ(failed,
+            followedBy(kGetProperty, {"ActionDescriptor.GetType", "ActionDescriptor.GetBoolean",
+                                      "ActionReference.Free", "ActionDescriptor.Free"}));
 }
 
-TEST_F(Failure, OfAReadOfEachItemTypeAtEachCall) {
+TEST_F(HostActionsFailingCall, EndsTheReadOfEachItemType) {
   const std::pair<const char*, const char*> items[] = {
       {"GetInteger", R"([{"key": "Test", "type": "long", "value": 1}])"},
       {"GetInteger64", R"([{"key": "Test", "type": "comp", "value": 1}])"},
@@ -391,7 +391,7 @@ TEST_F(Failure, OfAReadOfEachItemTypeAtEachCall) {
   }
 }
 
-TEST_F(Failure, OfAnObjectsReadAtEachCallHandsOutNothing) {
+TEST_F(HostActionsFailingCall, MakesTheReadOfAnObjectReturnNoObject) {
   const std::pair<const char*, const char*> items[] = {
       {"GetObject", R"([{"key": "Test", "type": "Objc", "class": "null", "value": []}])"},
       {"GetGlobalObject", R"([{"key": "Test", "type": "GlbO", "class": "null", "value": []}])"},
@@ -414,7 +414,7 @@ TEST_F(Failure, OfAnObjectsReadAtEachCallHandsOutNothing) {
   }
 }
 
-TEST_F(Failure, OfATextsReadAtEachCall) {
+TEST_F(HostActionsFailingCall, EndsTheReadOfAText) {
   const PIActionDescriptor given =
       descriptor(R"([{"key": "Test", "type": "TEXT", "value": "abc"}])");
   char text[8] = "x";
@@ -431,7 +431,7 @@ TEST_F(Failure, OfATextsReadAtEachCall) {
                            "ActionDescriptor.GetStringLength", "ActionDescriptor.GetString"}));
 }
 
-TEST_F(Failure, OfAnErrorStringsReadAtEachCall) {
+TEST_F(HostActionsFailingCall, EndsTheReadOfAnErrorString) {
   const PIActionDescriptor given =
       descriptor(R"([{"key": "Msge", "type": "TEXT", "value": "abc"}])");
   char text[8] = "x";
@@ -441,7 +441,7 @@ TEST_F(Failure, OfAnErrorStringsReadAtEachCall) {
                            "ActionDescriptor.GetString"}));
 }
 
-TEST_F(Failure, OfThePlayResultsQuestionAtEachCall) {
+TEST_F(HostActionsFailingCall, EndsTheCheckOfAPlayResult) {
   const PIActionDescriptor given = descriptor("[]");
   const Names failed =
       failEach([&] { return PIUCheckPlayResult(given); }, {}, [](const Outcome&) {});

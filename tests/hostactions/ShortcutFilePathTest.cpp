@@ -1,11 +1,10 @@
-// In which folder, and under which name, the keyboard-shortcuts file is looked for.
+// The folder and the names of the keyboard-shortcuts file.
 #include <gtest/gtest.h>
 
 #include <fstream>
 #include <optional>
 #include <ostream>
 
-#include "hostactions/PreferencesFolder.h"
 #include "hostactions/ShortcutFile.h"
 #include "tests/support/Machine.h"
 
@@ -33,10 +32,10 @@ struct Folder {
 
 void PrintTo(const Folder& folder, std::ostream* out) { *out << folder.name; }
 
-// The version is asked once in a process, so that each row is a test.
-class ShortcutFolder : public testing::TestWithParam<Folder> {};
+// The version is cached for the process, so each row is a test.
+class ShortcutFilePathOfVersion : public testing::TestWithParam<Folder> {};
 
-class ShortcutFileName : public testing::Test {
+class ShortcutFilePath : public testing::Test {
  protected:
   std::filesystem::path folder() const {
     return machine_.preferences() / "Adobe Photoshop CS5.1 Settings";
@@ -52,11 +51,11 @@ class ShortcutFileName : public testing::Test {
 
 }  // namespace
 
-TEST_P(ShortcutFolder, IsTheOneOfTheVersion) {
+TEST_P(ShortcutFilePathOfVersion, LeadsToTheFolderOfTheVersion) {
   const Machine machine;
   theHost().setVersion(GetParam().version);
   Shortcut shortcut;
-  // A folder that is named otherwise is passed by.
+  // A folder with another name is ignored.
   writeFile(machine.preferences() / "Adobe Photoshop CS Settings", kNames[0], fileWithKey('-'));
   EXPECT_FALSE(readPluginShortcut(shortcut));
   writeFile(machine.preferences() / GetParam().name, kNames[0], fileWithKey('+'));
@@ -64,7 +63,7 @@ TEST_P(ShortcutFolder, IsTheOneOfTheVersion) {
   EXPECT_EQ(shortcut.key, '+');
 }
 
-INSTANTIATE_TEST_SUITE_P(Versions, ShortcutFolder,
+INSTANTIATE_TEST_SUITE_P(Versions, ShortcutFilePathOfVersion,
                          testing::Values(Folder{{{10, 0}}, "Adobe Photoshop CS3 Settings"},
                                          Folder{{{10, 1}}, "Adobe Photoshop CS3.1 Settings"},
                                          Folder{{{11, 0}}, "Adobe Photoshop CS4 Settings"},
@@ -84,7 +83,7 @@ INSTANTIATE_TEST_SUITE_P(Versions, ShortcutFolder,
                                          Folder{std::nullopt, "Adobe Photoshop CS0 Settings"}),
                          [](const auto& test) { return "Row" + std::to_string(test.index); });
 
-TEST_F(ShortcutFileName, EachOfTheFourIsTriedInItsTurn) {
+TEST_F(ShortcutFilePath, TriesTheFourNamesInOrder) {
   for (const char* name : kNames) writeFile(folder(), name, fileWithKey(name[0]));
   for (const char* name : kNames) {
     EXPECT_EQ(readKey(), name[0]);
@@ -93,13 +92,13 @@ TEST_F(ShortcutFileName, EachOfTheFourIsTriedInItsTurn) {
   EXPECT_EQ(readKey(), '\0');
 }
 
-TEST_F(ShortcutFileName, WithBothTheEnglishAndTheGermanFilePresentOnlyTheEnglishOneIsRead) {
+TEST_F(ShortcutFilePath, PrefersTheEnglishFileToTheGermanOne) {
   writeFile(folder(), "Tastaturbefehle.psp", fileWithKey('g'));
   writeFile(folder(), "Keyboard Shortcuts.psp", fileWithKey('e'));
   EXPECT_EQ(readKey(), 'e');
 }
 
-TEST_F(ShortcutFileName, TheFirstThatOpensIsTheLastThatIsTried) {
+TEST_F(ShortcutFilePath, StopsAtTheFirstFileThatOpens) {
   writeFile(folder(), "Tastaturbefehle.psp", fileWithKey('g'));
   writeFile(folder(), "Keyboard Shortcuts.psp", "");
   EXPECT_EQ(readKey(), '\0') << "an empty file ends the search";
@@ -107,38 +106,15 @@ TEST_F(ShortcutFileName, TheFirstThatOpensIsTheLastThatIsTried) {
   EXPECT_EQ(readKey(), '\0') << "and so does one without a record";
 }
 
-TEST_F(ShortcutFileName, TheSpanishNameIsSpelledWithACapitalGraveE) {
+TEST_F(ShortcutFilePath, SpellsTheSpanishNameWithACapitalGraveE) {
   writeFile(folder(), "Métodos abrev de teclado.psp", fileWithKey('x'));
   EXPECT_EQ(readKey(), '\0');
   writeFile(folder(), "M\xC3\x88todos abrev de teclado.psp", fileWithKey('y'));
   EXPECT_EQ(readKey(), 'y');
 }
 
-TEST_F(ShortcutFileName, AMissingPreferencesFolderIsMadeAndHoldsNoFile) {
+TEST_F(ShortcutFilePath, CreatesAMissingPreferencesFolder) {
   std::filesystem::remove_all(machine_.preferences());
   EXPECT_EQ(readKey(), '\0');
   EXPECT_TRUE(std::filesystem::is_directory(machine_.preferences()));
-}
-
-TEST(PreferencesFolder, IsTheUsersWithoutATrailingSlash) {
-  const Machine machine;
-  char path[1024];
-  copyPreferencesFolderPath(path, sizeof path);
-  EXPECT_EQ(machine.preferences().string(), path);
-}
-
-TEST(PreferencesFolder, LeavesAPathEmptyThatDoesNotFit) {
-  const Machine machine;
-  const std::string whole = machine.preferences().string();
-  std::string path(whole.size() + 1, 'x');
-  copyPreferencesFolderPath(path.data(), static_cast<CFIndex>(whole.size()));
-  EXPECT_EQ(path[0], '\0');
-  copyPreferencesFolderPath(path.data(), static_cast<CFIndex>(whole.size() + 1));
-  EXPECT_EQ(path.c_str(), whole);
-}
-
-TEST(PreferencesFolder, IsEmptyWhereThereIsNone) {
-  char path[1024] = "x";
-  copyPreferencesFolderPath(path, sizeof path);
-  EXPECT_EQ(path[0], '\0');
 }

@@ -1,4 +1,4 @@
-// A suite that the host refuses: once, and for good.
+// Calls while the host refuses a suite, once or permanently.
 #include <HostTerms.h>
 #include <PIProperties.h>
 #include <gtest/gtest.h>
@@ -23,7 +23,7 @@ namespace {
 constexpr std::int32_t kRefused = kSPSuiteNotFoundError;
 constexpr int kForGood = 1000000;
 
-/// A function of the host-action layer, and the suites without which it cannot do.
+/// A function of hostactions/ and the suites that it needs.
 struct Function {
   const char* name;
   std::function<int()> call;
@@ -100,10 +100,10 @@ std::vector<Function> functions() {
   };
 }
 
-class SuiteRefusal : public testing::Test {
+class HostActionsRefusedSuite : public testing::Test {
  protected:
-  SuiteRefusal() { gActiveTool = theHost().typeIds().idOf("eraserTool"); }
-  ~SuiteRefusal() override {
+  HostActionsRefusedSuite() { gActiveTool = theHost().typeIds().idOf("eraserTool"); }
+  ~HostActionsRefusedSuite() override {
     while (theEventManager().dispatchNext()) {
     }
   }
@@ -114,7 +114,7 @@ class SuiteRefusal : public testing::Test {
     EXPECT_EQ(outcome.thrown, static_cast<std::uint32_t>(kRefused));
   }
 
-  /// A descriptor whose suite is refused cannot be freed by anybody.
+  /// Checks that only descriptors leaked, which cannot be freed while their suite is refused.
   void expectOnlyAnswersLeft() {
     for (const std::string& name : recorder_.made) {
       const auto& freed = recorder_.freed;
@@ -129,7 +129,7 @@ class SuiteRefusal : public testing::Test {
 
 }  // namespace
 
-TEST_F(SuiteRefusal, OnceThrowsTheHostsCodeLeaksNothingAndTheNextCallSucceeds) {
+TEST_F(HostActionsRefusedSuite, ThrowsOnceAndLeaksNothingAndTheNextCallSucceeds) {
   PsUIBoss::Instance();
   for (const Function& function : functions()) {
     for (const std::string& suite : function.suites) {
@@ -144,7 +144,7 @@ TEST_F(SuiteRefusal, OnceThrowsTheHostsCodeLeaksNothingAndTheNextCallSucceeds) {
   }
 }
 
-TEST_F(SuiteRefusal, ForGoodThrowsTheHostsCodeEachTime) {
+TEST_F(HostActionsRefusedSuite, ThrowsTheHostsCodeAtEachCall) {
   PsUIBoss::Instance();
   for (const Function& function : functions()) {
     for (const std::string& suite : function.suites) {
@@ -160,7 +160,7 @@ TEST_F(SuiteRefusal, ForGoodThrowsTheHostsCodeEachTime) {
   machine_.expectMisuses(static_cast<int>(theHost().objectsOwned()));
 }
 
-TEST_F(SuiteRefusal, OfTheReferenceOrControlSuiteForGoodLeaksNothing) {
+TEST_F(HostActionsRefusedSuite, LeaksNothingIfItIsTheReferenceOrControlSuite) {
   PsUIBoss::Instance();
   for (const Function& function : functions()) {
     for (const std::string suite : {kPSActionReferenceSuite, kPSActionControlSuite}) {
@@ -173,7 +173,7 @@ TEST_F(SuiteRefusal, OfTheReferenceOrControlSuiteForGoodLeaksNothing) {
   }
 }
 
-TEST_F(SuiteRefusal, OnceForEachSuiteInTheFirstUseOfTheInterfacesRecord) {
+TEST_F(HostActionsRefusedSuite, ThrowsFromTheFirstUseOfPsUIBoss) {
   for (const std::string& suite : kActionSuites) {
     recorder_.startOver();
     recorder_.refuse(suite, kRefused, 1);
@@ -183,7 +183,7 @@ TEST_F(SuiteRefusal, OnceForEachSuiteInTheFirstUseOfTheInterfacesRecord) {
   EXPECT_EQ(PsUIBoss::Instance().ShortcutKey(), 0);
 }
 
-TEST_F(SuiteRefusal, OnceForEachSuiteInTheVersionQuery) {
+TEST_F(HostActionsRefusedSuite, ThrowsFromTheVersionQuery) {
   int major = -1;
   int minor = -1;
   for (const std::string& suite : kActionSuites) {
@@ -197,7 +197,7 @@ TEST_F(SuiteRefusal, OnceForEachSuiteInTheVersionQuery) {
   EXPECT_EQ(PSMajorVersion(&major, &minor), 12);
 }
 
-TEST_F(SuiteRefusal, OnceInTheShortcutsQuery) {
+TEST_F(HostActionsRefusedSuite, ThrowsFromTheShortcutQuery) {
   Shortcut shortcut;
   recorder_.refuse(kPSActionControlSuite, kRefused, 1);
   expectThrown([&] { return readPluginShortcut(shortcut) ? 1 : 0; });
@@ -205,7 +205,7 @@ TEST_F(SuiteRefusal, OnceInTheShortcutsQuery) {
   EXPECT_EQ(shortcut.modifier, 0);
 }
 
-TEST_F(SuiteRefusal, OfADescriptorsSuiteThrowsFromReadsOfADescriptorThatIsGiven) {
+TEST_F(HostActionsRefusedSuite, ThrowsFromReadsOfAGivenDescriptor) {
   const PIActionDescriptor given = theHost().makeDescriptor(std::make_shared<Container>());
   for (const int times : {1, kForGood}) {
     recorder_.startOver();
@@ -220,7 +220,7 @@ TEST_F(SuiteRefusal, OfADescriptorsSuiteThrowsFromReadsOfADescriptorThatIsGiven)
   EXPECT_EQ(PIUCheckPlayResult(given), 0);
 }
 
-TEST_F(SuiteRefusal, WithoutABasicSuiteThrowsTheParameterError) {
+TEST_F(HostActionsRefusedSuite, GivesTheParameterErrorIfThereIsNoBasicSuite) {
   PsUIBoss::Instance();
   PIUSuitesRelease();
   SPBasicSuite* const basic = sSPBasic;

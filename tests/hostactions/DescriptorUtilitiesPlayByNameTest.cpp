@@ -19,7 +19,7 @@ Json playLine(const char* set, const char* action, int result) {
           {"dialog", 2}, {"result", result}};
 }
 
-class PlayByName : public testing::Test {
+class DescriptorUtilitiesPlayByName : public testing::Test {
  protected:
   Action& firstAction() { return theHost().model().actionSets[0].actions[0]; }
 
@@ -34,35 +34,35 @@ class PlayByName : public testing::Test {
 
 }  // namespace
 
-TEST_F(PlayByName, PlaysTheActionOfTheSetWithoutADialog) {
+TEST_F(DescriptorUtilitiesPlayByName, PlaysTheActionOfTheSetWithoutADialog) {
   EXPECT_EQ(PIUActionsPlayByName("Default Actions", "Wood Frame"), 0);
   EXPECT_EQ(onlyPlay(), playLine("Default Actions", "Wood Frame", 0));
   EXPECT_EQ(theHost().model().documents[0].history.back(), "Wood Frame");
 }
 
-TEST_F(PlayByName, AnActionThatLeavesAMessageIsMinus1) {
+TEST_F(DescriptorUtilitiesPlayByName, ReturnsMinus1IfTheActionLeavesAMessage) {
   firstAction().message = "It broke.";
   EXPECT_EQ(PIUActionsPlayByName("Default Actions", "Vignette"), -1);
 }
 
-TEST_F(PlayByName, AnActionThatFailsIsItsError) {
+TEST_F(DescriptorUtilitiesPlayByName, ReturnsTheErrorOfAnActionThatFails) {
   firstAction().error = -128;
   EXPECT_EQ(PIUActionsPlayByName("Default Actions", "Vignette"), -128);
   EXPECT_EQ(onlyPlay(), playLine("Default Actions", "Vignette", -128));
 }
 
-TEST_F(PlayByName, NoSuchActionOrSetIsTheHostsError) {
+TEST_F(DescriptorUtilitiesPlayByName, ReturnsTheHostsErrorForNoSuchActionOrSet) {
   EXPECT_EQ(PIUActionsPlayByName("Default Actions", "vignette"), -1728);
   EXPECT_EQ(PIUActionsPlayByName("Other Actions", "Vignette"), -1728);
 }
 
-TEST_F(PlayByName, AMissingNameIsTheHostsErrorAndPlaysNothing) {
+TEST_F(DescriptorUtilitiesPlayByName, ReturnsTheHostsErrorForAMissingNameAndPlaysNothing) {
   EXPECT_EQ(PIUActionsPlayByName("Default Actions", nullptr), -50);
   EXPECT_EQ(PIUActionsPlayByName(nullptr, "Vignette"), -50);
   EXPECT_TRUE(machine_.lines("play").empty());
 }
 
-TEST_F(PlayByName, AResultThatCannotBeAskedIsTheErrorOfAsking) {
+TEST_F(DescriptorUtilitiesPlayByName, ReturnsTheErrorOfCheckingTheResult) {
   theFaults().add({"ActionDescriptor.HasKey", -1702, 0, 1});
   EXPECT_EQ(PIUActionsPlayByName("Default Actions", "Vignette"), -1702);
 }

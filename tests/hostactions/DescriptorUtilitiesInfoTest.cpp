@@ -1,4 +1,4 @@
-// What the reads refer to: the references put, form by form, and what the host answers to them.
+// Reads of properties and action names: the references that are made, and the host's answers.
 #include <HostTerms.h>
 #include <gtest/gtest.h>
 
@@ -15,9 +15,9 @@ constexpr std::uint32_t kKeyTitle = fourCharCode("Ttl ");
 constexpr std::uint32_t kKeyOpacity = fourCharCode("Opct");
 constexpr std::uint32_t kKeyWidth = fourCharCode("Wdth");
 
-class GetInfo : public testing::Test {
+class DescriptorUtilitiesInfo : public testing::Test {
  protected:
-  GetInfo() {
+  DescriptorUtilitiesInfo() {
     Document second;
     second.id = 77;
     second.name = "Second";
@@ -26,7 +26,7 @@ class GetInfo : public testing::Test {
     theHost().model().documents.push_back(second);
   }
 
-  /// The reference of the one get so far.
+  /// The reference of the only get so far.
   Json reference() {
     const auto gets = machine_.lines("get");
     EXPECT_EQ(gets.size(), 1U);
@@ -40,11 +40,11 @@ class GetInfo : public testing::Test {
   std::uint32_t unit_ = 0;
 };
 
-using ActionName = GetInfo;
+using DescriptorUtilitiesActionName = DescriptorUtilitiesInfo;
 
 }  // namespace
 
-TEST_F(GetInfo, ReadsAPropertyOfTheCurrentObjectOfAClass) {
+TEST_F(DescriptorUtilitiesInfo, ReadsAPropertyOfTheCurrentObjectOfAClass) {
   EXPECT_EQ(PIUGetInfo(kClassDocument, kKeyTitle, text_, &length_), 0);
   EXPECT_STREQ(text_, "Untitled-1");
   EXPECT_EQ(length_, 10U);
@@ -53,7 +53,7 @@ TEST_F(GetInfo, ReadsAPropertyOfTheCurrentObjectOfAClass) {
       {"form": "Enmr", "class": "Dcmn", "enumType": "Ordn", "value": "Trgt"}])"));
 }
 
-TEST_F(GetInfo, ReadsAPropertyOfTheObjectWithAnIndex) {
+TEST_F(DescriptorUtilitiesInfo, ReadsAPropertyOfTheObjectWithAnIndex) {
   EXPECT_EQ(PIUGetInfoByIndex(2, kClassDocument, kKeyTitle, text_, &length_), 0);
   EXPECT_STREQ(text_, "Second");
   EXPECT_EQ(reference(), Json::parse(R"([
@@ -61,7 +61,7 @@ TEST_F(GetInfo, ReadsAPropertyOfTheObjectWithAnIndex) {
       {"form": "indx", "class": "Dcmn", "value": 2}])"));
 }
 
-TEST_F(GetInfo, ReadsAPropertyOfTheObjectWithAnIdentifier) {
+TEST_F(DescriptorUtilitiesInfo, ReadsAPropertyOfTheObjectWithAnIdentifier) {
   EXPECT_EQ(PIUGetInfoByID(77, kClassDocument, kKeyTitle, text_, &length_), 0);
   EXPECT_STREQ(text_, "Second");
   EXPECT_EQ(reference(), Json::parse(R"([
@@ -69,7 +69,7 @@ TEST_F(GetInfo, ReadsAPropertyOfTheObjectWithAnIdentifier) {
       {"form": "Idnt", "class": "Dcmn", "value": 77}])"));
 }
 
-TEST_F(GetInfo, ReadsAPropertyOfAnObjectWithinAnotherByIndexes) {
+TEST_F(DescriptorUtilitiesInfo, ReadsAPropertyOfAnObjectWithinAnotherByIndexes) {
   const std::uint32_t layer = 2;
   EXPECT_EQ(
       PIUGetInfoByIndexIndex(layer, 2, kClassLayer, kClassDocument, kKeyOpacity, &number_, &unit_),
@@ -82,7 +82,7 @@ TEST_F(GetInfo, ReadsAPropertyOfAnObjectWithinAnotherByIndexes) {
       {"form": "indx", "class": "Dcmn", "value": 2}])"));
 }
 
-TEST_F(GetInfo, ReadsAPropertyOfAnObjectWithinAnotherByIdentifiers) {
+TEST_F(DescriptorUtilitiesInfo, ReadsAPropertyOfAnObjectWithinAnotherByIdentifiers) {
   EXPECT_EQ(PIUGetInfoByIDID(5, 77, kClassLayer, kClassDocument, kKeyOpacity, &number_, &unit_), 0);
   EXPECT_EQ(number_, 40.0);
   EXPECT_EQ(reference(), Json::parse(R"([
@@ -91,7 +91,7 @@ TEST_F(GetInfo, ReadsAPropertyOfAnObjectWithinAnotherByIdentifiers) {
       {"form": "Idnt", "class": "Dcmn", "value": 77}])"));
 }
 
-TEST_F(GetInfo, ReadsThePropertyOfTheBackgroundLayerWhateverKeyIsWanted) {
+TEST_F(DescriptorUtilitiesInfo, AsksForTheBackgroundPropertyForEveryKey) {
   Boolean background = 7;
   EXPECT_EQ(PIUGetBackgroundInfo(kKeyBackground, &background, nullptr), 0);
   EXPECT_EQ(background, 1);
@@ -99,12 +99,12 @@ TEST_F(GetInfo, ReadsThePropertyOfTheBackgroundLayerWhateverKeyIsWanted) {
       {"form": "prop", "class": "BckL", "key": "Bckg"},
       {"form": "Enmr", "class": "Dcmn", "enumType": "Ordn", "value": "Trgt"}])"));
   machine_.drain();
-  // The answer holds that one property, so that another key is absent from it.
+  // The answer contains only that property.
   EXPECT_EQ(PIUGetBackgroundInfo(kKeyOpacity, &number_, &unit_), 0);
   EXPECT_EQ(number_, -1.0);
 }
 
-TEST_F(GetInfo, TheItemUnderTheKeyIsTakenFromTheAnswer) {
+TEST_F(DescriptorUtilitiesInfo, TakesTheItemUnderTheKeyFromTheAnswer) {
   theHost().setAnswer(kKeyBackground, descriptorFromJson(Json::parse(R"([
       {"key": "Bckg", "type": "bool", "value": true},
       {"key": "Opct", "type": "UntF", "unit": "#Prc", "value": 62.5}])"),
@@ -113,7 +113,7 @@ TEST_F(GetInfo, TheItemUnderTheKeyIsTakenFromTheAnswer) {
   EXPECT_EQ(number_, 62.5);
 }
 
-TEST_F(GetInfo, WhatTheHostDoesNotFindIsItsError) {
+TEST_F(DescriptorUtilitiesInfo, ReturnsTheHostsErrorForAnObjectThatItDoesNotFind) {
   EXPECT_EQ(PIUGetInfoByIndex(3, kClassDocument, kKeyTitle, text_, &length_), -1728);
   EXPECT_EQ(PIUGetInfoByID(78, kClassDocument, kKeyTitle, text_, &length_), -1728);
   EXPECT_EQ(PIUGetInfo(kClassDocument, fourCharCode("????"), text_, &length_), -1715);
@@ -121,14 +121,14 @@ TEST_F(GetInfo, WhatTheHostDoesNotFindIsItsError) {
   EXPECT_EQ(length_, 31U);
 }
 
-TEST_F(GetInfo, AnExtraThatIsMissingGivesTheParameterErrorAndFreesTheAnswer) {
+TEST_F(DescriptorUtilitiesInfo, ReturnsTheParameterErrorForAMissingExtraAndFreesTheAnswer) {
   RecordingHost recorder;
   EXPECT_EQ(PIUGetInfo(kClassDocument, kKeyWidth, &number_, nullptr), kParameter);
   EXPECT_EQ(number_, -1.0);
   EXPECT_EQ(recorder.freed.size(), 2U);
 }
 
-TEST_F(GetInfo, ANullValueGivesTheParameterErrorBeforeAnythingIsMade) {
+TEST_F(DescriptorUtilitiesInfo, ReturnsTheParameterErrorForANullValueBeforeCallingTheHost) {
   std::uint32_t extra = 0;
   EXPECT_EQ(PIUGetInfo(kClassDocument, kKeyTitle, nullptr, &extra), kParameter);
   EXPECT_EQ(PIUGetInfoByIndex(1, kClassDocument, kKeyTitle, nullptr, &extra), kParameter);
@@ -141,7 +141,7 @@ TEST_F(GetInfo, ANullValueGivesTheParameterErrorBeforeAnythingIsMade) {
   EXPECT_TRUE(machine_.lines().empty());
 }
 
-TEST_F(ActionName, IsReadByTheIndexesOfSetAndAction) {
+TEST_F(DescriptorUtilitiesActionName, IsReadByTheIndexesOfSetAndAction) {
   RecordingHost recorder;
   EXPECT_EQ(PIUActionsGetName(std::uint32_t{1}, 2, text_, &length_), 0);
   EXPECT_STREQ(text_, "Frame Channel");
@@ -152,7 +152,7 @@ TEST_F(ActionName, IsReadByTheIndexesOfSetAndAction) {
       {"form": "indx", "class": "ASet", "value": 1}])"));
 }
 
-TEST_F(ActionName, IsReadByTheNameOfTheSetAndTheIndexOfTheAction) {
+TEST_F(DescriptorUtilitiesActionName, IsReadByTheNameOfTheSetAndTheIndexOfTheAction) {
   RecordingHost recorder;
   EXPECT_EQ(PIUActionsGetName("Default Actions", 1, text_, &length_), 0);
   EXPECT_STREQ(text_, "Vignette");
@@ -163,14 +163,14 @@ TEST_F(ActionName, IsReadByTheNameOfTheSetAndTheIndexOfTheAction) {
       {"form": "name", "class": "ASet", "value": "Default Actions"}])"));
 }
 
-TEST_F(ActionName, TheLengthGivenIsOnlyWrittenTo) {
+TEST_F(DescriptorUtilitiesActionName, IsReadWhateverLengthIsPassed) {
   length_ = 0;
   EXPECT_EQ(PIUActionsGetName(std::uint32_t{1}, 3, text_, &length_), 0);
   EXPECT_STREQ(text_, "Wood Frame");
   EXPECT_EQ(length_, 10U);
 }
 
-TEST_F(ActionName, OfNoSuchActionIsTheHostsErrorWithNothingWritten) {
+TEST_F(DescriptorUtilitiesActionName, GivesTheHostsErrorForNoSuchActionAndWritesNothing) {
   EXPECT_EQ(PIUActionsGetName(std::uint32_t{1}, 4, text_, &length_), -1728);
   EXPECT_EQ(PIUActionsGetName(std::uint32_t{2}, 1, text_, &length_), -1728);
   EXPECT_EQ(PIUActionsGetName("No Such Set", 1, text_, &length_), -1728);
@@ -178,7 +178,8 @@ TEST_F(ActionName, OfNoSuchActionIsTheHostsErrorWithNothingWritten) {
   EXPECT_EQ(length_, 31U);
 }
 
-TEST_F(ActionName, WithoutABufferOrALengthIsTheParameterErrorBeforeAnythingIsMade) {
+TEST_F(DescriptorUtilitiesActionName,
+       GivesTheParameterErrorWithoutABufferOrALengthBeforeCallingTheHost) {
   EXPECT_EQ(PIUActionsGetName(std::uint32_t{1}, 1, nullptr, &length_), kParameter);
   EXPECT_EQ(PIUActionsGetName(std::uint32_t{1}, 1, text_, nullptr), kParameter);
   EXPECT_EQ(PIUActionsGetName("Default Actions", 1, nullptr, &length_), kParameter);
