@@ -3,7 +3,7 @@
 //
 //   double width = 0.0;
 //   std::uint32_t unit = 0;
-//   error = PIUGetInfo(kClassDocument, kKeyWidth, &width, &unit);
+//   error = PIUGetInfo(kClassDocument, fourCharCode("Wdth"), &width, &unit);
 //
 // Functions that return an int return a host error code, 0 for success, and throw the host's code
 // as a `std::uint32_t` if a suite cannot be acquired. A null `value`, `name`, `length` or
