@@ -8,7 +8,9 @@
 #include <vector>
 
 #include "codegen/ContainerKinds.h"
+#include "codegen/DumpState.h"
 #include "codegen/ItemWriter.h"
+#include "codegen/SourceWriter.h"
 
 namespace {
 

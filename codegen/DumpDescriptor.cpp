@@ -1,9 +1,12 @@
 #include "codegen/DumpDescriptor.h"
 
+#include <cstdint>
 #include <cstdio>
 #include <string_view>
 
 #include "codegen/ContainerWalker.h"
+#include "codegen/DumpState.h"
+#include "codegen/FreeZone.h"
 #include "codegen/HostValues.h"
 #include "codegen/SourceWriter.h"
 #include "codegen/SpelledID.h"

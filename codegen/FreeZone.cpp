@@ -1,5 +1,7 @@
 #include "codegen/FreeZone.h"
 
+#include <cstdio>
+#include <string>
 #include <string_view>
 
 #include "codegen/SourceWriter.h"

@@ -2,10 +2,25 @@
 
 #include <HostTerms.h>
 
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <variant>
+
+#include "codegen/ContainerKinds.h"
+#include "codegen/DumpState.h"
+#include "codegen/HostValues.h"
 #include "codegen/PathConversion.h"
 #include "codegen/ReferenceWalker.h"
+#include "codegen/SourceWriter.h"
+#include "codegen/SpelledID.h"
+#include "codegen/Terminology.h"
 #include "codegen/TextConversion.h"
+#include "codegen/VariableNames.h"
 #include "hostutil/CFObject.h"
+#include "suites/HostObjects.h"
+#include "suites/Suites.h"
 
 namespace {
 

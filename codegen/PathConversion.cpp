@@ -3,6 +3,7 @@
 #include <CoreServices/CoreServices.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
 #include <vector>
 

@@ -2,10 +2,17 @@
 
 #include <HostTerms.h>
 
+#include <cstddef>
+#include <string>
+#include <string_view>
 #include <vector>
 
 #include "codegen/ContainerKinds.h"
+#include "codegen/SourceWriter.h"
 #include "codegen/SpelledID.h"
+#include "codegen/VariableNames.h"
+#include "suites/HostObjects.h"
+#include "suites/Suites.h"
 
 namespace {
 

@@ -1,8 +1,12 @@
 #include "codegen/SourceWriter.h"
 
-#include <algorithm>
 #include <charconv>
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <memory>
 #include <string>
+#include <string_view>
 
 #include "codegen/DumpState.h"
 

@@ -1,5 +1,11 @@
 #include "codegen/SpelledID.h"
 
+#include <cstdint>
+#include <string_view>
+
+#include "codegen/SourceWriter.h"
+#include "codegen/Terminology.h"
+
 void writeLookup(std::string_view name, std::string_view variable, SourceWriter& out) {
   out.indentedLine("error = sPSActionControl->StringIDToTypeID(", StringLiteral{name}, ", &",
                    variable, ");");

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <cstring>
+#include <string_view>
 
 #include "hostutil/Strings.h"
 #include "platform/FourCharCode.h"

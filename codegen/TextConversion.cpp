@@ -2,6 +2,9 @@
 
 #include <CoreFoundation/CoreFoundation.h>
 
+#include <cstddef>
+#include <optional>
+#include <string>
 #include <vector>
 
 #include "hostutil/CFObject.h"

@@ -1,6 +1,8 @@
 #include "codegen/VariableNames.h"
 
 #include <cstdio>
+#include <string>
+#include <string_view>
 
 namespace {
 

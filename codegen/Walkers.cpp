@@ -1,5 +1,7 @@
 #include "codegen/Walkers.h"
 
+#include <cstdio>
+
 #include "codegen/ContainerWalker.h"
 #include "codegen/HostValues.h"
 #include "codegen/ReferenceWalker.h"

@@ -3,6 +3,7 @@
 #include <MoravinClient/MoravinClient.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <iterator>
 
 #include "device/MrvDeviceEvents.h"

@@ -3,6 +3,7 @@
 #include <MoravinClient/MoravinClient.h>
 #include <PITypes.h>
 
+#include <cstdint>
 #include <iterator>
 
 #include "device/SharedWord.h"

@@ -6,6 +6,8 @@
 
 #include "hostactions/ApplicationProperty.h"
 #include "hostutil/Truncate.h"
+#include "suites/HostObjects.h"
+#include "suites/Suites.h"
 
 namespace {
 

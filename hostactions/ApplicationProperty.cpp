@@ -1,6 +1,8 @@
 #include "hostactions/ApplicationProperty.h"
 
 #include "hostactions/ReferenceParts.h"
+#include "suites/HostObjects.h"
+#include "suites/Suites.h"
 
 int getApplicationProperty(DescriptorKeyID key, ActionReference& reference,
                            ActionDescriptor& result) {

@@ -2,6 +2,7 @@
 
 #include <Carbon/Carbon.h>
 
+#include <cstdint>
 #include <cstdlib>
 #include <cstring>
 

@@ -1,7 +1,11 @@
 #include "hostactions/DescriptorUtilities.h"
 
+#include <cstdint>
+
 #include "hostactions/ApplicationProperty.h"
 #include "hostactions/ReferenceParts.h"
+#include "suites/HostObjects.h"
+#include "suites/Suites.h"
 
 namespace {
 

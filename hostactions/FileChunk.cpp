@@ -1,6 +1,9 @@
 #include "hostactions/FileChunk.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdio>
+#include <string_view>
 
 bool FileChunk::read(std::FILE* file) {
   size = std::fread(bytes, 1, kCapacity, file);

@@ -3,7 +3,11 @@
 #include <HostTerms.h>
 #include <PIProperties.h>
 
+#include <cstdint>
+
 #include "hostactions/ApplicationProperty.h"
+#include "suites/HostObjects.h"
+#include "suites/Suites.h"
 
 namespace {
 

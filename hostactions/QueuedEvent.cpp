@@ -4,6 +4,8 @@
 #include "hostactions/BrushSize.h"
 #include "hostactions/PsUIBoss.h"
 #include "hostactions/ReferenceParts.h"
+#include "suites/HostObjects.h"
+#include "suites/Suites.h"
 
 int gPlayFunction = kPlayNothing;
 double gDoubleValue = 0.0;

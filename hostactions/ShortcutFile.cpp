@@ -1,5 +1,7 @@
 #include "hostactions/ShortcutFile.h"
 
+#include <string.h>
+
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>

@@ -1,4 +1,6 @@
 // The receiver of device events: the dominant motion of a sample selects brush, zoom or pan.
+#include <cstdint>
+
 #include "hostactions/BrushSize.h"
 #include "navigate/DeviceEvent.h"
 #include "navigate/Dominance.h"

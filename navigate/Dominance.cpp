@@ -1,6 +1,7 @@
 #include "navigate/Dominance.h"
 
 #include <algorithm>
+#include <cstdint>
 
 namespace {
 

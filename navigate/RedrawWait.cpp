@@ -1,6 +1,7 @@
 // The wait for the host's redraw, which paces the ticks: samples are dropped from a tick until the
 // host has redrawn.
 #include <algorithm>
+#include <cstdint>
 
 #include "hostutil/Truncate.h"
 #include "hostwindow/HostWindow.h"

@@ -3,11 +3,10 @@
 #include <Carbon/Carbon.h>
 #include <SPInterf.h>
 
-#include <exception>
-
 #include "device/MrvDeviceEvents.h"
 #include "hostactions/BrushSize.h"
 #include "hostactions/QueuedEvent.h"
+#include "suites/BasicSuite.h"
 #include "suites/Suites.h"
 
 SPPluginRef gPlugInRef = nullptr;

@@ -1,5 +1,7 @@
 #include "suites/BasicSuite.h"
 
+#include <cstdint>
+
 SPBasicSuite* sSPBasic = nullptr;
 
 std::int32_t acquireSuite(const char* name, std::int32_t version, const void** suite) {

@@ -2,6 +2,8 @@
 
 #include <PIProperties.h>
 
+#include "suites/AutoSuite.h"
+
 // At process exit the suites are released in the reverse order of these definitions.
 AutoSuite<PSActionDescriptorProcs> sPSActionDescriptor(kPSActionDescriptorSuite,
                                                        kPSActionDescriptorSuiteVersion);
