@@ -79,6 +79,21 @@ function(mrv_test folder)
   gtest_discover_tests(${program} TEST_PREFIX "${folder}." DISCOVERY_MODE PRE_TEST)
 endfunction()
 
+# mrv_mac_project(NAME SOURCE-FOLDER BUILD-FOLDER OPTIONS...): a project that is built with the cross
+# toolchain as part of this build.
+function(mrv_mac_project name source_folder build_folder)
+  ExternalProject_Add(${name}
+    SOURCE_DIR "${source_folder}"
+    BINARY_DIR "${build_folder}"
+    CMAKE_ARGS --log-level=WARNING
+               -DCMAKE_TOOLCHAIN_FILE=${MRV_ROOT}/packaging/macos/toolchain.cmake
+               -DCMAKE_CXX_COMPILER_LAUNCHER=${CMAKE_CXX_COMPILER_LAUNCHER}
+               -DCMAKE_COMPILE_WARNING_AS_ERROR=${CMAKE_COMPILE_WARNING_AS_ERROR} ${ARGN}
+    BUILD_COMMAND "${CMAKE_COMMAND}" --build "${build_folder}" -- --quiet
+    BUILD_ALWAYS ON
+    INSTALL_COMMAND "")
+endfunction()
+
 # mrv_benchmark(NAME SOURCES... [LIBRARIES ...]): defines a Google Benchmark program.
 function(mrv_benchmark name)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "LIBRARIES")

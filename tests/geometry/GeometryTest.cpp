@@ -177,7 +177,8 @@ TEST(GeometryMatrix, ResetsEveryElementToTheIdentity) {
 
 TEST(GeometryMatrix, CopiesEveryElement) {
   const CMatrix4D original = numbered();
-  const CMatrix4D copy(original);
+  const CMatrix4D copy(
+      original);  // NOLINT(performance-unnecessary-copy-initialization): under test
   CMatrix4D assigned;
   EXPECT_EQ(&(assigned = original), &assigned);
   for (int row = 0; row < 4; ++row) {

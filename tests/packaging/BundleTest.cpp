@@ -15,7 +15,6 @@
 namespace {
 
 using simulator::MachFile;
-using testing::ElementsAre;
 using testing::Pair;
 using testing::UnorderedElementsAre;
 

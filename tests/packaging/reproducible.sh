@@ -1,10 +1,11 @@
 #!/bin/sh
-# reproducible.sh ROOT SCRATCH: packs the bundle from ROOT and from a copy of it in another folder,
-# and compares the archives.
+# reproducible.sh ROOT SCRATCH BUILD: packs the bundle of ROOT, which was built in BUILD, and the bundle
+# of a copy of ROOT in another folder, and compares the archives.
 set -eu
 
 root=$1
 scratch=$2
+build=$3
 rm -rf "$scratch"
 mkdir -p "$scratch/another place"
 system=$(awk '$1 == "system" { print $2 }' "$root/cmake/folders.txt")
@@ -12,7 +13,7 @@ for folder in CMakeLists.txt cmake platform $system packaging scripts docs; do
   cp -R "$root/$folder" "$scratch/another place/"
 done
 
-"$root/packaging/bundle" "$scratch/one" "$scratch/dist-one" >/dev/null
+"$root/packaging/bundle" "$build" "$scratch/dist-one" >/dev/null
 (umask 077 && TZ=Pacific/Auckland \
   "$scratch/another place/packaging/bundle" "$scratch/two" "$scratch/dist-two" >/dev/null)
 for archive in "$scratch"/dist-one/*.zip; do

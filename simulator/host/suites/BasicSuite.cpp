@@ -60,9 +60,10 @@ SPBoolean isEqual(const char* procedure, const char* left, const char* right) {
 SPErr allocateBlock(const char* procedure, std::size_t size, void** block) {
   return hostCall<SPErr>(SuiteId::basic, procedure, [&] {
     HostState& state = hostState();
-    destination(block) = std::malloc(size + 1);  // an empty block has an address, too
-    if (*block == nullptr) throw CallError{memFullErr};
-    state.memoryBlocks.emplace(*block, ++state.lastMemoryBlock);
+    void*& result = destination(block);
+    result = std::malloc(size + 1);  // an empty block has an address, too
+    if (result == nullptr) throw CallError{memFullErr};
+    state.memoryBlocks.emplace(result, ++state.lastMemoryBlock);
   });
 }
 
