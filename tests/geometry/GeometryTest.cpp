@@ -177,8 +177,8 @@ TEST(GeometryMatrix, ResetsEveryElementToTheIdentity) {
 
 TEST(GeometryMatrix, CopiesEveryElement) {
   const CMatrix4D original = numbered();
-  const CMatrix4D copy(
-      original);  // NOLINT(performance-unnecessary-copy-initialization): under test
+  // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): the copy is under test
+  const CMatrix4D copy(original);
   CMatrix4D assigned;
   EXPECT_EQ(&(assigned = original), &assigned);
   for (int row = 0; row < 4; ++row) {

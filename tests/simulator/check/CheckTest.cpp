@@ -10,8 +10,8 @@
 #include <vector>
 
 #include "packaging/resource/HostDescription.h"
-#include "simulator/check/Check.h"
 #include "simulator/base/Json.h"
+#include "simulator/check/Check.h"
 #include "tests/support/Process.h"
 
 namespace {

@@ -1,9 +1,9 @@
-#include "simulator/host/json/Base64.h"
-
 #include <gtest/gtest.h>
 
 #include <optional>
 #include <string>
+
+#include "simulator/host/json/Base64.h"
 
 namespace simulator {
 namespace {
