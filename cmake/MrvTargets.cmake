@@ -32,6 +32,19 @@ function(mrv_compile_options target)
   endif()
 endfunction()
 
+# mrv_count_lines(TARGET): with MRV_COVERAGE, counts the lines of the system's folders that run in the
+# target: those of its own sources, and those of the headers that it compiles.
+function(mrv_count_lines target)
+  if(NOT MRV_COVERAGE)
+    return()
+  endif()
+  mrv_folders(system folders)
+  list(JOIN folders | folders)
+  target_compile_options(${target} PRIVATE --coverage -fprofile-update=atomic
+                         "-fprofile-filter-files=^${MRV_ROOT}/(${folders})/.*")
+  target_link_options(${target} PUBLIC --coverage)
+endfunction()
+
 # mrv_library(FOLDER SOURCES... [LIBRARIES ...] [FRAMEWORKS ...]): defines the static library
 # mrv_FOLDER with the alias mrv::FOLDER. LIBRARIES: the folders that it calls. FRAMEWORKS: the
 # platform's frameworks that it calls; except on a Mac, the simulated Mac replaces all of them.
@@ -48,10 +61,7 @@ function(mrv_library folder)
                                             -ffunction-sections -fdata-sections)
   set_target_properties(${library} PROPERTIES CXX_VISIBILITY_PRESET hidden
                                               VISIBILITY_INLINES_HIDDEN ON)
-  if(MRV_COVERAGE)
-    target_compile_options(${library} PRIVATE --coverage -fprofile-update=atomic)
-    target_link_options(${library} INTERFACE --coverage)
-  endif()
+  mrv_count_lines(${library})
   target_include_directories(${library} PUBLIC "${MRV_ROOT}")
   list(TRANSFORM arg_LIBRARIES PREPEND mrv_)
   target_link_libraries(${library} PUBLIC ${arg_LIBRARIES} mrv_platform)
@@ -74,6 +84,7 @@ function(mrv_test folder)
   string(REPLACE "/" "_" program test_${folder})
   add_executable(${program} ${arg_UNPARSED_ARGUMENTS})
   mrv_compile_options(${program})
+  mrv_count_lines(${program})
   target_link_libraries(${program} PRIVATE ${arg_LIBRARIES} mrv_test_support)
   target_precompile_headers(${program} REUSE_FROM mrv_test_headers)
   gtest_discover_tests(${program} TEST_PREFIX "${folder}." DISCOVERY_MODE PRE_TEST)
