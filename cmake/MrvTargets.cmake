@@ -59,8 +59,10 @@ function(mrv_library folder)
   # A module that contains a unique symbol cannot be unloaded.
   target_compile_options(${library} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-fno-gnu-unique>
                                             -ffunction-sections -fdata-sections)
+  # Each source is compiled by itself, also in a build of several at a time: it must include what it
+  # needs.
   set_target_properties(${library} PROPERTIES CXX_VISIBILITY_PRESET hidden
-                                              VISIBILITY_INLINES_HIDDEN ON)
+                                              VISIBILITY_INLINES_HIDDEN ON UNITY_BUILD OFF)
   mrv_count_lines(${library})
   target_include_directories(${library} PUBLIC "${MRV_ROOT}")
   list(TRANSFORM arg_LIBRARIES PREPEND mrv_)

@@ -12,8 +12,6 @@
 
 namespace {
 
-simulator::Host& host() { return simulator::theHost(); }
-
 simulator::Json parsed(const std::string& json) { return simulator::Json::parse(json); }
 
 template <class Walk>
@@ -27,7 +25,7 @@ std::string walkedText(Walk walk) {
 }  // namespace
 
 GeneratorFixture::GeneratorFixture() {
-  sSPBasic = host().basicSuite();
+  sSPBasic = simulator::theHost().basicSuite();
   simulator::setHomeFolder(folder());
   simulator::theLog().setSink([this](const simulator::Json& line) {
     if (line["what"] == "syslog") systemLog_.push_back(line["text"]);
@@ -38,21 +36,24 @@ GeneratorFixture::GeneratorFixture() {
 
 GeneratorFixture::~GeneratorFixture() {
   simulator::theFaults().clear();
-  EXPECT_EQ(host().objectsOwned(), 0u) << "leaked";
+  EXPECT_EQ(simulator::theHost().objectsOwned(), 0u) << "leaked";
   PIUSuitesRelease();
   simulator::theLog().setSink({});
 }
 
 PIActionDescriptor GeneratorFixture::descriptor(const std::string& json) {
-  return host().makeDescriptor(simulator::descriptorFromJson(parsed(json), host().typeIds()));
+  return simulator::theHost().makeDescriptor(
+      simulator::descriptorFromJson(parsed(json), simulator::theHost().typeIds()));
 }
 
 PIActionList GeneratorFixture::list(const std::string& json) {
-  return host().makeList(simulator::listFromJson(parsed(json), host().typeIds()));
+  return simulator::theHost().makeList(
+      simulator::listFromJson(parsed(json), simulator::theHost().typeIds()));
 }
 
 PIActionReference GeneratorFixture::reference(const std::string& json) {
-  return host().makeReference(simulator::referenceFromJson(parsed(json), host().typeIds()));
+  return simulator::theHost().makeReference(
+      simulator::referenceFromJson(parsed(json), simulator::theHost().typeIds()));
 }
 
 std::string GeneratorFixture::walked(PIActionDescriptor descriptor) {

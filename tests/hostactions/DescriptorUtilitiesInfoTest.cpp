@@ -10,7 +10,7 @@ using namespace testing_support;
 
 namespace {
 
-constexpr int kParameter = 0x5061726D;
+constexpr int kParameterError = 0x5061726D;
 constexpr std::uint32_t kKeyTitle = fourCharCode("Ttl ");
 constexpr std::uint32_t kKeyOpacity = fourCharCode("Opct");
 constexpr std::uint32_t kKeyWidth = fourCharCode("Wdth");
@@ -123,21 +123,21 @@ TEST_F(DescriptorUtilitiesInfo, ReturnsTheHostsErrorForAnObjectThatItDoesNotFind
 
 TEST_F(DescriptorUtilitiesInfo, ReturnsTheParameterErrorForAMissingExtraAndFreesTheAnswer) {
   RecordingHost recorder;
-  EXPECT_EQ(PIUGetInfo(kClassDocument, kKeyWidth, &number_, nullptr), kParameter);
+  EXPECT_EQ(PIUGetInfo(kClassDocument, kKeyWidth, &number_, nullptr), kParameterError);
   EXPECT_EQ(number_, -1.0);
   EXPECT_EQ(recorder.freed.size(), 2U);
 }
 
 TEST_F(DescriptorUtilitiesInfo, ReturnsTheParameterErrorForANullValueBeforeCallingTheHost) {
   std::uint32_t extra = 0;
-  EXPECT_EQ(PIUGetInfo(kClassDocument, kKeyTitle, nullptr, &extra), kParameter);
-  EXPECT_EQ(PIUGetInfoByIndex(1, kClassDocument, kKeyTitle, nullptr, &extra), kParameter);
-  EXPECT_EQ(PIUGetInfoByID(1, kClassDocument, kKeyTitle, nullptr, &extra), kParameter);
+  EXPECT_EQ(PIUGetInfo(kClassDocument, kKeyTitle, nullptr, &extra), kParameterError);
+  EXPECT_EQ(PIUGetInfoByIndex(1, kClassDocument, kKeyTitle, nullptr, &extra), kParameterError);
+  EXPECT_EQ(PIUGetInfoByID(1, kClassDocument, kKeyTitle, nullptr, &extra), kParameterError);
   EXPECT_EQ(PIUGetInfoByIndexIndex(1, 1, kClassLayer, kClassDocument, kKeyTitle, nullptr, &extra),
-            kParameter);
+            kParameterError);
   EXPECT_EQ(PIUGetInfoByIDID(1, 1, kClassLayer, kClassDocument, kKeyTitle, nullptr, &extra),
-            kParameter);
-  EXPECT_EQ(PIUGetBackgroundInfo(kKeyBackground, nullptr, &extra), kParameter);
+            kParameterError);
+  EXPECT_EQ(PIUGetBackgroundInfo(kKeyBackground, nullptr, &extra), kParameterError);
   EXPECT_TRUE(machine_.lines().empty());
 }
 
@@ -180,9 +180,9 @@ TEST_F(DescriptorUtilitiesActionName, GivesTheHostsErrorForNoSuchActionAndWrites
 
 TEST_F(DescriptorUtilitiesActionName,
        GivesTheParameterErrorWithoutABufferOrALengthBeforeCallingTheHost) {
-  EXPECT_EQ(PIUActionsGetName(std::uint32_t{1}, 1, nullptr, &length_), kParameter);
-  EXPECT_EQ(PIUActionsGetName(std::uint32_t{1}, 1, text_, nullptr), kParameter);
-  EXPECT_EQ(PIUActionsGetName("Default Actions", 1, nullptr, &length_), kParameter);
-  EXPECT_EQ(PIUActionsGetName("Default Actions", 1, text_, nullptr), kParameter);
+  EXPECT_EQ(PIUActionsGetName(std::uint32_t{1}, 1, nullptr, &length_), kParameterError);
+  EXPECT_EQ(PIUActionsGetName(std::uint32_t{1}, 1, text_, nullptr), kParameterError);
+  EXPECT_EQ(PIUActionsGetName("Default Actions", 1, nullptr, &length_), kParameterError);
+  EXPECT_EQ(PIUActionsGetName("Default Actions", 1, text_, nullptr), kParameterError);
   EXPECT_TRUE(machine_.lines().empty());
 }

@@ -30,10 +30,13 @@ struct Function {
   std::vector<std::string> suites;
 };
 
-int number = 0;
-char text[64];
-std::uint32_t length = 0;
-std::int32_t value = 0;
+/// What the functions write to.
+struct Answers {
+  int number = 0;
+  char text[64];
+  std::uint32_t length = 0;
+  std::int32_t value = 0;
+} answers;
 char hardness[] = "hardness";
 
 const std::vector<std::string> kActionSuites = {kPSActionReferenceSuite, kPSActionControlSuite,
@@ -62,9 +65,10 @@ std::vector<Function> functions() {
   constexpr std::uint32_t kLayerID = fourCharCode("LyrI");
   return {
       {"PSIsModal", askWhetherModal, {kPSPropertySuite}},
-      {"PlayeventGetActiveTool", [] { return PlayeventGetActiveTool(&number, &number); },
+      {"PlayeventGetActiveTool",
+       [] { return PlayeventGetActiveTool(&answers.number, &answers.number); }, kActionSuites},
+      {"PlayeventGetBrushSize", [] { return PlayeventGetBrushSize(&answers.number); },
        kActionSuites},
-      {"PlayeventGetBrushSize", [] { return PlayeventGetBrushSize(&number); }, kActionSuites},
       {"AdjustBrushSize", takeSample, kActionSuites},
       {"PlayQueuedEvent", playRequest, kActionSuites},
       {"PlayeventDynamicSetProperty",
@@ -73,30 +77,34 @@ std::vector<Function> functions() {
       {"PIUActionsPlayByName", [] { return PIUActionsPlayByName("Default Actions", "Vignette"); },
        kActionSuites},
       {"PIUActionsGetName by indexes",
-       [] { return PIUActionsGetName(std::uint32_t{1}, 1, text, &length); }, kActionSuites},
+       [] { return PIUActionsGetName(std::uint32_t{1}, 1, answers.text, &answers.length); },
+       kActionSuites},
       {"PIUActionsGetName by name",
-       [] { return PIUActionsGetName("Default Actions", 1, text, &length); }, kActionSuites},
-      {"PIUGetInfo", [] { return PIUGetInfo(kClassDocument, kDocumentID, &value, nullptr); },
+       [] { return PIUActionsGetName("Default Actions", 1, answers.text, &answers.length); },
+       kActionSuites},
+      {"PIUGetInfo",
+       [] { return PIUGetInfo(kClassDocument, kDocumentID, &answers.value, nullptr); },
        kActionSuites},
       {"PIUGetInfoByIndex",
-       [] { return PIUGetInfoByIndex(1, kClassDocument, kDocumentID, &value, nullptr); },
+       [] { return PIUGetInfoByIndex(1, kClassDocument, kDocumentID, &answers.value, nullptr); },
        kActionSuites},
       {"PIUGetInfoByID",
-       [] { return PIUGetInfoByID(1, kClassDocument, kDocumentID, &value, nullptr); },
+       [] { return PIUGetInfoByID(1, kClassDocument, kDocumentID, &answers.value, nullptr); },
        kActionSuites},
       {"PIUGetInfoByIndexIndex",
        [] {
-         return PIUGetInfoByIndexIndex(1, 1, kClassLayer, kClassDocument, kLayerID, &value,
+         return PIUGetInfoByIndexIndex(1, 1, kClassLayer, kClassDocument, kLayerID, &answers.value,
                                        nullptr);
        },
        kActionSuites},
       {"PIUGetInfoByIDID",
        [] {
-         return PIUGetInfoByIDID(1, 1, kClassLayer, kClassDocument, kLayerID, &value, nullptr);
+         return PIUGetInfoByIDID(1, 1, kClassLayer, kClassDocument, kLayerID, &answers.value,
+                                 nullptr);
        },
        kActionSuites},
-      {"PIUGetBackgroundInfo", [] { return PIUGetBackgroundInfo(kKeyBackground, &value, nullptr); },
-       kActionSuites},
+      {"PIUGetBackgroundInfo",
+       [] { return PIUGetBackgroundInfo(kKeyBackground, &answers.value, nullptr); }, kActionSuites},
   };
 }
 
@@ -210,9 +218,9 @@ TEST_F(HostActionsRefusedSuite, ThrowsFromReadsOfAGivenDescriptor) {
   for (const int times : {1, kForGood}) {
     recorder_.startOver();
     recorder_.refuse(kPSActionDescriptorSuite, kRefused, times);
-    expectThrown([&] { return PIUGetSingleItemFromDescriptor(given, 1, &value, nullptr); });
+    expectThrown([&] { return PIUGetSingleItemFromDescriptor(given, 1, &answers.value, nullptr); });
     recorder_.refuse(kPSActionDescriptorSuite, kRefused, times);
-    expectThrown([&] { return PIUGetErrorStringFromDescriptor(given, text, 10); });
+    expectThrown([&] { return PIUGetErrorStringFromDescriptor(given, answers.text, 10); });
     recorder_.refuse(kPSActionDescriptorSuite, kRefused, times);
     expectThrown([&] { return PIUCheckPlayResult(given); });
   }

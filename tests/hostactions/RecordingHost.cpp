@@ -10,7 +10,7 @@ namespace testing_support {
 
 namespace {
 
-RecordingHost* recorder = nullptr;
+RecordingHost* currentRecorder = nullptr;
 
 const PSActionDescriptorProcs* hostDescriptor = nullptr;
 const PSActionReferenceProcs* hostReference = nullptr;
@@ -18,12 +18,12 @@ const PSActionControlProcs* hostControl = nullptr;
 
 template <class Object>
 OSErr noted(OSErr error, Object* object, const std::string& name) {
-  if (error == 0 && recorder != nullptr) recorder->noteMade(*object, name);
+  if (error == 0 && currentRecorder != nullptr) currentRecorder->noteMade(*object, name);
   return error;
 }
 
 void noteFreed(const void* object) {
-  if (recorder != nullptr) recorder->noteFreed(object);
+  if (currentRecorder != nullptr) currentRecorder->noteFreed(object);
 }
 
 OSErr makeDescriptor(PIActionDescriptor* descriptor) {
@@ -42,7 +42,7 @@ OSErr getObject(PIActionDescriptor descriptor, DescriptorKeyID key, DescriptorCl
 }
 
 OSErr getString(PIActionDescriptor descriptor, DescriptorKeyID key, char* value, uint32 limit) {
-  if (recorder != nullptr) recorder->textLimits.push_back(limit);
+  if (currentRecorder != nullptr) currentRecorder->textLimits.push_back(limit);
   return hostDescriptor->GetString(descriptor, key, value, limit);
 }
 
@@ -66,9 +66,9 @@ OSErr play(PIActionDescriptor* result, DescriptorEventID event, PIActionDescript
 
 OSErr typeIDToStringID(DescriptorTypeID typeID, char* stringID, uint32 size) {
   const OSErr error = hostControl->TypeIDToStringID(typeID, stringID, size);
-  if (recorder == nullptr) return error;
-  recorder->typeNameSizes.push_back(size);
-  return recorder->typeNameError != 0 ? recorder->typeNameError : error;
+  if (currentRecorder == nullptr) return error;
+  currentRecorder->typeNameSizes.push_back(size);
+  return currentRecorder->typeNameError != 0 ? currentRecorder->typeNameError : error;
 }
 
 /// Makes the forwarding copy of a suite. It is static, because the plug-in's holders may keep it
@@ -109,7 +109,7 @@ const void* forwarding(const std::string& name, const void* suite) {
 }
 
 SPErr acquireSuite(const char* name, int32 version, const void** suite) {
-  const std::int32_t refused = recorder != nullptr ? recorder->refusal(name) : 0;
+  const std::int32_t refused = currentRecorder != nullptr ? currentRecorder->refusal(name) : 0;
   if (refused != 0) return refused;
   const SPErr error = simulator::theHost().basicSuite()->AcquireSuite(name, version, suite);
   if (error == 0) *suite = forwarding(name, *suite);
@@ -125,7 +125,7 @@ SPBasicSuite* recordingBasicSuite() {
 }  // namespace
 
 RecordingHost::RecordingHost() : host_(sSPBasic) {
-  recorder = this;
+  currentRecorder = this;
   sSPBasic = recordingBasicSuite();
   // Suites held from before are not forwarding copies.
   PIUSuitesRelease();
@@ -134,7 +134,7 @@ RecordingHost::RecordingHost() : host_(sSPBasic) {
 RecordingHost::~RecordingHost() {
   PIUSuitesRelease();
   sSPBasic = host_;
-  recorder = nullptr;
+  currentRecorder = nullptr;
 }
 
 void RecordingHost::refuse(const std::string& suite, std::int32_t error, int times) {

@@ -12,6 +12,10 @@
 
 namespace hostutil_test {
 
+inline std::string repeated(int count, char c) {
+  return std::string(static_cast<std::size_t>(count), c);
+}
+
 /// A length-prefixed string in a block of exactly 256 bytes.
 class PString {
  public:

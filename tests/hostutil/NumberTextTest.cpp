@@ -10,9 +10,8 @@
 namespace {
 
 using hostutil_test::PString;
+using hostutil_test::repeated;
 using Limits = std::numeric_limits<double>;
-
-std::string repeated(int count, char c) { return std::string(static_cast<std::size_t>(count), c); }
 
 // --- power
 

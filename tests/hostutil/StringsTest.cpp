@@ -9,8 +9,7 @@ namespace {
 
 using hostutil_test::CString;
 using hostutil_test::PString;
-
-std::string repeated(int count, char c) { return std::string(static_cast<std::size_t>(count), c); }
+using hostutil_test::repeated;
 
 // --- AppendString
 

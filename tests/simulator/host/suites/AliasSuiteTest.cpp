@@ -11,7 +11,7 @@
 namespace simulator {
 namespace {
 
-constexpr DescriptorKeyID kKey = fourCharCode("KeyA");
+constexpr DescriptorKeyID kItemKey = fourCharCode("KeyA");
 
 class AliasSuite : public HostTest {
  protected:
@@ -41,10 +41,10 @@ TEST_F(AliasSuiteItems, HandOutANewAlias) {
   AliasHandle alias = nullptr;
   aliases_->MacNewAliasFromCString(path_.c_str(), &alias);
   PIActionDescriptor descriptor = descriptorOf("[]");
-  EXPECT_EQ(descriptors_->PutAlias(descriptor, kKey, reinterpret_cast<Handle>(alias)), 0);
+  EXPECT_EQ(descriptors_->PutAlias(descriptor, kItemKey, reinterpret_cast<Handle>(alias)), 0);
   handles_->DisposeRegularHandle(reinterpret_cast<Handle>(alias));
   Handle read = nullptr;
-  ASSERT_EQ(descriptors_->GetAlias(descriptor, kKey, &read), 0);
+  ASSERT_EQ(descriptors_->GetAlias(descriptor, kItemKey, &read), 0);
   EXPECT_EQ(pathOfAlias(reinterpret_cast<AliasHandle>(read), "test"), path_);
   handles_->DisposeRegularHandle(read);
 }
@@ -53,7 +53,7 @@ TEST_F(AliasSuiteItems, ReadAPathAsAnAlias) {
   PIActionDescriptor descriptor =
       descriptorOf(R"([{"key": "KeyA", "type": "Pth ", "value": "/tmp/x"}])");
   Handle read = nullptr;
-  ASSERT_EQ(descriptors_->GetAlias(descriptor, kKey, &read), 0);
+  ASSERT_EQ(descriptors_->GetAlias(descriptor, kItemKey, &read), 0);
   EXPECT_EQ(pathOfAlias(reinterpret_cast<AliasHandle>(read), "test"), "/tmp/x");
   handles_->DisposeRegularHandle(read);
 }
@@ -61,37 +61,37 @@ TEST_F(AliasSuiteItems, ReadAPathAsAnAlias) {
 TEST_F(AliasSuiteItems, RefuseABlockThatIsNotAnAlias) {
   const Handle handle = handles_->New(2);
   EXPECT_EQ(pathOfAlias(reinterpret_cast<AliasHandle>(handle), "test"), std::nullopt);
-  EXPECT_EQ(descriptors_->PutAlias(descriptorOf("[]"), kKey, handle), paramErr);
+  EXPECT_EQ(descriptors_->PutAlias(descriptorOf("[]"), kItemKey, handle), paramErr);
   handles_->Dispose(handle);
 }
 
 TEST_F(AliasSuiteItems, HoldThePathOfABookmark) {
   PIActionDescriptor descriptor = descriptorOf("[]");
   const CFDataRef put = makeBookmark("/tmp/x");
-  EXPECT_EQ(descriptors_->PutBookmark(descriptor, kKey, put), 0);
+  EXPECT_EQ(descriptors_->PutBookmark(descriptor, kItemKey, put), 0);
   CFRelease(put);
   EXPECT_EQ(textOf(descriptor), R"([{"key":"KeyA","type":"bkmk","value":"/tmp/x"}])");
   CFDataRef read = nullptr;
-  ASSERT_EQ(descriptors_->GetBookmark(descriptor, kKey, &read), 0);
+  ASSERT_EQ(descriptors_->GetBookmark(descriptor, kItemKey, &read), 0);
   EXPECT_EQ(pathOfBookmark(read), "/tmp/x");
   CFRelease(read);
   Handle alias = nullptr;
-  EXPECT_EQ(descriptors_->GetAlias(descriptor, kKey, &alias), kWrongDataType);
+  EXPECT_EQ(descriptors_->GetAlias(descriptor, kItemKey, &alias), kWrongDataType);
 }
 
 TEST_F(AliasSuiteItems, RefuseToReadAnAliasAsABookmark) {
   PIActionDescriptor descriptor =
       descriptorOf(R"([{"key": "KeyA", "type": "alis", "value": "/tmp/x"}])");
   CFDataRef read = nullptr;
-  EXPECT_EQ(descriptors_->GetBookmark(descriptor, kKey, &read), kWrongDataType);
+  EXPECT_EQ(descriptors_->GetBookmark(descriptor, kItemKey, &read), kWrongDataType);
 }
 
 TEST_F(AliasSuiteItems, RefuseDataThatAreNotABookmark) {
   PIActionDescriptor descriptor = descriptorOf("[]");
   const UInt8 bytes[] = {1, 2, 3};
   const CFDataRef data = CFDataCreate(kCFAllocatorDefault, bytes, sizeof bytes);
-  EXPECT_EQ(descriptors_->PutBookmark(descriptor, kKey, data), paramErr);
-  EXPECT_EQ(descriptors_->PutBookmark(descriptor, kKey, nullptr), paramErr);
+  EXPECT_EQ(descriptors_->PutBookmark(descriptor, kItemKey, data), paramErr);
+  EXPECT_EQ(descriptors_->PutBookmark(descriptor, kItemKey, nullptr), paramErr);
   CFRelease(data);
 }
 
