@@ -112,6 +112,7 @@ class DescriptionParser {
     if (values.size() != 1) throw ResourceError("a property of this form has one value");
     if (form == "code") return numbers({std::to_string(codeOf(values[0]))});
     if (form == "text") return countedText(values[0]);
+    if (form == "cstring") return values[0] + '\0';
     // Offset and length of the code within the file come first; both 0 mean the whole file.
     if (form == "entry") return std::string(kEntryNameOffset, '\0') + countedText(values[0]);
     throw ResourceError("'" + form + "' is no form of a property");
@@ -183,6 +184,12 @@ const HostProperty* findHostProperty(const std::vector<HostProperty>& properties
 std::uint32_t numberOf(const HostProperty& property) { return readBigEndian(property.data, 0, 4); }
 
 std::string textOf(const HostProperty& property) { return readCountedText(property.data, 0); }
+
+std::string zeroTerminatedTextOf(const HostProperty& property) {
+  const std::size_t end = property.data.find('\0');
+  if (end == std::string::npos) throw ResourceError("a text has no zero byte at its end");
+  return property.data.substr(0, end);
+}
 
 std::string entryPointOf(const HostProperty& property) {
   return readCountedText(property.data, kEntryNameOffset);

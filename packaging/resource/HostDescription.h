@@ -22,12 +22,13 @@ inline constexpr std::uint32_t kEnableProperty = fourCharCode("enbl");
 
 inline constexpr std::uint32_t kAutomationKind = fourCharCode("actn");
 
-/// Bits of the messages property: the calls that the plug-in requests.
+/// Bits of the messages property: the calls that the plug-in requests, from the most significant
+/// bit on, as the host's resource compiler fills a word with flags.
 enum HostMessages : std::uint32_t {
-  kWantsStartup = 1,
-  kWantsPurgeCache = 2,
-  kWantsShutdown = 4,
-  kWantsProperties = 8
+  kWantsStartup = 1U << 31,
+  kWantsPurgeCache = 1U << 30,
+  kWantsShutdown = 1U << 29,
+  kWantsProperties = 1U << 28
 };
 
 struct HostProperty {
@@ -49,8 +50,9 @@ std::vector<HostProperty> readHostProperties(const Resource& resource);
 const HostProperty* findHostProperty(const std::vector<HostProperty>& properties,
                                      std::uint32_t key);
 
-/// Read a property's data as a number, as text, or as the name of an entry point. Throw
-/// ResourceError if the data are too short.
+/// Read a property's data as a number, as length-prefixed or zero-terminated text, or as the name
+/// of an entry point. Throw ResourceError if the data are too short.
 std::uint32_t numberOf(const HostProperty& property);
 std::string textOf(const HostProperty& property);
+std::string zeroTerminatedTextOf(const HostProperty& property);
 std::string entryPointOf(const HostProperty& property);

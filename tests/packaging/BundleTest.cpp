@@ -116,7 +116,7 @@ TEST(BundleResources, DescribeAnAutomationPlugInThatStartsWithTheHost) {
   ASSERT_NE(find(kNameProperty), nullptr);
   EXPECT_EQ(textOf(*find(kNameProperty)), "MrvPhotoshop");
   ASSERT_NE(find(kEnableProperty), nullptr);
-  EXPECT_EQ(textOf(*find(kEnableProperty)), "true");
+  EXPECT_EQ(zeroTerminatedTextOf(*find(kEnableProperty)), "true");
   EXPECT_NE(find(kPersistentProperty), nullptr);
   EXPECT_NE(find(kVersionProperty), nullptr);
   EXPECT_NE(find(kCategoryProperty), nullptr);

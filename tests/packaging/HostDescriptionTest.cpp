@@ -51,6 +51,20 @@ TEST(HostDescription, WritesAnEntryPointAsTextAfterEightZeroBytes) {
   EXPECT_EQ(property.data.substr(0, 8), std::string(8, '\0'));
 }
 
+TEST(HostDescription, EndsAZeroTerminatedTextWithAZeroByteAndPadsIt) {
+  const HostProperty property = only("8BIM enbl cstring \"true\"");
+  EXPECT_EQ(zeroTerminatedTextOf(property), "true");
+  EXPECT_EQ(property.data, std::string("true\0\0\0\0", 8));
+  EXPECT_THROW(zeroTerminatedTextOf({0, 0, "true"}), ResourceError);
+}
+
+TEST(HostDescription, FillsFlagsFromTheMostSignificantBitOn) {
+  EXPECT_EQ(numberOf(only("8BIM AcpM flags startup")), 0x80000000);
+  EXPECT_EQ(numberOf(only("8BIM AcpM flags purge-cache")), 0x40000000);
+  EXPECT_EQ(numberOf(only("8BIM AcpM flags shutdown")), 0x20000000);
+  EXPECT_EQ(numberOf(only("8BIM AcpM flags properties")), 0x10000000);
+}
+
 TEST(HostDescription, CombinesFlags) {
   EXPECT_EQ(numberOf(only("8BIM AcpM flags startup shutdown")), kWantsStartup | kWantsShutdown);
   EXPECT_EQ(numberOf(only("8BIM AcpM flags purge-cache properties")),
