@@ -21,6 +21,13 @@ constexpr std::uint32_t kClientMode = 1;
 constexpr std::uint32_t kClientMask = 0x3F00;
 constexpr EventTimeout kForever = -1.0;
 
+/// The thread runs until the process ends, so its id is not kept.
+void startDeviceThread() {
+  MPTaskID task = nullptr;
+  MPCreateTask(MrvDeviceEvents::threadProc, nullptr, kDeviceThreadStack, nullptr, nullptr, nullptr,
+               0, &task);
+}
+
 }  // namespace
 
 MrvDeviceEvents::MrvDeviceEvents() {
@@ -28,7 +35,7 @@ MrvDeviceEvents::MrvDeviceEvents() {
   storeShared(m_mainEventQueue, GetMainEventQueue());
   // Installs the receiver of device events, before the device thread can post any.
   Navigate2D::Instance();
-  MPCreateTask(threadProc, nullptr, kDeviceThreadStack, nullptr, nullptr, nullptr, 0, nullptr);
+  startDeviceThread();
 }
 
 MrvDeviceEvents::~MrvDeviceEvents() {

@@ -44,8 +44,9 @@ OSStatus FSRefMakePath(const FSRef* ref, UInt8* path, UInt32 pathBufferSize);
 /// fnfErr if the file is not found. [any-thread]
 OSErr FSResolveAlias(const FSRef* fromFile, AliasHandle alias, FSRef* target, Boolean* wasChanged);
 
-/// Starts a preemptive task with a stack of `stackSize` bytes. `notifyQueue`, the termination
-/// parameters and `task` may be null. Returns an error if the task cannot be started. [any-thread]
+/// Starts a preemptive task with a stack of `stackSize` bytes and writes its id to `task`, which is
+/// not documented to be optional. `notifyQueue` and the termination parameters may be null. Returns
+/// an error if the task cannot be started. [any-thread]
 OSStatus MPCreateTask(TaskProc entryPoint, void* parameter, ByteCount stackSize,
                       MPQueueID notifyQueue, void* terminationParameter1,
                       void* terminationParameter2, MPTaskOptions options, MPTaskID* task);

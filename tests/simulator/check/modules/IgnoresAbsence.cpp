@@ -11,7 +11,8 @@ OSStatus listen(void*) { return 0; }
 
 ENTRY_POINT(const char*, const char* selector, void*) {
   if (isStartup(selector)) {
-    MPCreateTask(&listen, nullptr, 512000, nullptr, nullptr, nullptr, 0, nullptr);
+    MPTaskID task = nullptr;
+    MPCreateTask(&listen, nullptr, 512000, nullptr, nullptr, nullptr, 0, &task);
   }
   return 0;
 }

@@ -14,7 +14,8 @@ OSStatus ask(void* basic) {
 
 ENTRY_POINT(const char*, const char* selector, void* message) {
   if (isStartup(selector)) {
-    MPCreateTask(&ask, basicSuiteOf(message), 512000, nullptr, nullptr, nullptr, 0, nullptr);
+    MPTaskID task = nullptr;
+    MPCreateTask(&ask, basicSuiteOf(message), 512000, nullptr, nullptr, nullptr, 0, &task);
   }
   return 0;
 }
