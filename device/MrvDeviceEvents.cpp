@@ -62,9 +62,11 @@ void MrvDeviceEvents::installEventHandler() {
   static constexpr EventTypeSpec kTypes[] = {{kEventClassApplication, kEventAppDeactivated},
                                              {kEventClassApplication, kEventAppActivated}};
   EventHandlerRef handler = nullptr;
-  InstallEventHandler(GetEventDispatcherTarget(), applicationEventHandler, std::size(kTypes),
-                      kTypes, nullptr, &handler);
-  storeShared(m_eventHandler, handler);
+  const OSStatus status = InstallEventHandler(GetEventDispatcherTarget(), applicationEventHandler,
+                                              std::size(kTypes), kTypes, nullptr, &handler);
+  // The platform refuses a second installation. The reference may then have been stored by another
+  // device thread, which started at the same time.
+  if (status == noErr) storeShared(m_eventHandler, handler);
 }
 
 OSStatus MrvDeviceEvents::applicationEventHandler(EventHandlerCallRef nextHandler, EventRef event,

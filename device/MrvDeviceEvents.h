@@ -28,7 +28,8 @@ class MrvDeviceEvents {
   /// forever. `parameter` is ignored. [device-thread]
   static OSStatus threadProc(void* parameter);
 
-  /// Installs `applicationEventHandler` unless `m_eventHandler` is set. [device-thread]
+  /// Installs `applicationEventHandler` unless `m_eventHandler` is set. If the platform refuses the
+  /// installation, `m_eventHandler` keeps its value. [device-thread]
   static void installEventHandler();
 
   /// Sets `m_appIsActive` at activation and deactivation of the host. Passes every event on and

@@ -31,8 +31,10 @@ void Navigate2D::installDeviceHandler() {
   static constexpr EventTypeSpec kTypes[] = {{kDeviceEventClass, kDeviceButton},
                                              {kDeviceEventClass, kDeviceAxes},
                                              {kDeviceEventClass, kDeviceCommand}};
-  InstallEventHandler(GetEventDispatcherTarget(), deviceHandler, std::size(kTypes), kTypes, this,
-                      &m_deviceHandlerRef);
+  EventHandlerRef handler = nullptr;
+  const OSStatus status = InstallEventHandler(GetEventDispatcherTarget(), deviceHandler,
+                                              std::size(kTypes), kTypes, this, &handler);
+  if (status == noErr) m_deviceHandlerRef = handler;
 }
 
 bool Navigate2D::getZoomWithScrollWheel() { return readZoomWithScrollWheel(); }

@@ -30,7 +30,8 @@ class Navigate2D {
   Navigate2D(const Navigate2D&) = delete;
   Navigate2D& operator=(const Navigate2D&) = delete;
 
-  /// Installs `deviceHandler`.
+  /// Installs `deviceHandler`. If the platform refuses the installation, `m_deviceHandlerRef` keeps
+  /// its value.
   void installDeviceHandler();
 
   /// Takes one zoom sample in device counts along z; positive zooms in. Dropped until the host has
