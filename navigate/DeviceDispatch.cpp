@@ -30,10 +30,12 @@ void makeIdleMouseEvent() {
   const UInt32 modifiers = 0;
   const CGPoint delta = {0.0, 0.0};
   EventRef event = nullptr;
-  CreateEvent(nullptr, kEventClassMouse, kEventMouseMoved, 0.0, kEventAttributeUserEvent, &event);
+  const OSStatus status = CreateEvent(nullptr, kEventClassMouse, kEventMouseMoved, 0.0,
+                                      kEventAttributeUserEvent, &event);
+  if (status != noErr) return;
   SetEventParameter(event, kEventParamKeyModifiers, typeUInt32, sizeof modifiers, &modifiers);
   SetEventParameter(event, kEventParamMouseDelta, typeHIPoint, kDeclaredDeltaSize, &delta);
-  if (event != nullptr) ReleaseEvent(event);
+  ReleaseEvent(event);
 }
 
 /// −32768 is returned unchanged: its negative does not fit into 16 bits.
