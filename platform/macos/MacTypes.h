@@ -53,6 +53,6 @@ enum { noErr = 0, fnfErr = -43, paramErr = -50, memFullErr = -108 };
 
 extern "C" {
 
-/// Writes a message to the system's debugger log. [any-thread]
+/// Writes a message to the system's debugger log. [not documented as safe]
 void DebugStr(ConstStr255Param debuggerMsg);
 }

@@ -3,7 +3,8 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <cstring>
+
+#include "simulator/macos/ThreadRules.h"
 
 namespace simulator {
 
@@ -12,30 +13,9 @@ namespace {
 // Published codes that the platform headers here do not declare.
 constexpr OSStatus kEventInternalErr = -9868;
 constexpr OSStatus kCoercionFailed = -1700;
-constexpr EventParamType kTypeWildCard = fourCharCode("****");
 
-template <class T>
-Json numberOf(std::span<const std::byte> bytes) {
-  if (bytes.size() != sizeof(T)) return nullptr;
-  T value;
-  std::memcpy(&value, bytes.data(), sizeof value);
-  return value;
-}
-
-Json valueAsJson(EventParamType type, std::span<const std::byte> bytes) {
-  switch (type) {
-    case typeSInt16:
-      return numberOf<std::int16_t>(bytes);
-    case typeUInt32:
-      return numberOf<std::uint32_t>(bytes);
-    case typeSInt64:
-      return numberOf<std::int64_t>(bytes);
-    case typeChar:
-      if (bytes.size() == 1) return std::to_integer<int>(bytes[0]);
-      return std::string(reinterpret_cast<const char*>(bytes.data()), bytes.size());
-    default:
-      return nullptr;
-  }
+bool isSame(const EventTypeSpec& a, const EventTypeSpec& b) {
+  return a.eventClass == b.eventClass && a.eventKind == b.eventKind;
 }
 
 Json typesAsJson(std::span<const EventTypeSpec> types) {
@@ -47,18 +27,6 @@ Json typesAsJson(std::span<const EventTypeSpec> types) {
 }
 
 }  // namespace
-
-ParameterBytes::ParameterBytes(std::span<const std::byte> bytes) : size_(bytes.size()) {
-  if (size_ > small_.size()) {
-    large_.assign(bytes.begin(), bytes.end());
-  } else {
-    std::copy(bytes.begin(), bytes.end(), small_.begin());
-  }
-}
-
-std::span<const std::byte> ParameterBytes::view() const {
-  return {large_.empty() ? small_.data() : large_.data(), size_};
-}
 
 EventManager::EventManager() : application_([](EventRef) {}) {}
 
@@ -102,6 +70,11 @@ OSStatus EventManager::setParameter(EventRef ref, EventParamName name, EventPara
   const std::lock_guard lock(mutex_);
   Event* event = find(ref, "SetEventParameter");
   if (event == nullptr) return paramErr;
+  if (event->posted && !isMainThread()) {
+    theLog().misuse(
+        "SetEventParameter: called on another thread than the main one for an event that was "
+        "posted");
+  }
   auto& parameters = event->parameters;
   const auto known = std::find_if(parameters.begin(), parameters.end(),
                                   [&](const EventParameter& p) { return p.name == name; });
@@ -124,9 +97,10 @@ OSStatus EventManager::getParameter(EventRef ref, EventParamName name, EventPara
   const auto known = std::find_if(parameters.begin(), parameters.end(),
                                   [&](const EventParameter& p) { return p.name == name; });
   if (known == parameters.end()) return eventParameterNotFoundErr;
-  if (wanted != known->type && wanted != kTypeWildCard) return kCoercionFailed;
-  const auto bytes = known->bytes.view();
-  if (type != nullptr) *type = known->type;
+  const auto parameter = converted(*known, wanted);
+  if (!parameter) return kCoercionFailed;
+  const auto bytes = parameter->bytes.view();
+  if (type != nullptr) *type = parameter->type;
   if (size != nullptr) *size = bytes.size();
   std::copy_n(bytes.begin(), std::min(bytes.size(), buffer.size()), buffer.begin());
   return noErr;
@@ -144,6 +118,7 @@ OSStatus EventManager::post(EventQueueRef queue, EventRef ref, EventPriority pri
     if (event == nullptr || !known) return paramErr;
     if (event->queued) return eventAlreadyPostedErr;
     event->queued = true;
+    event->posted = true;
     ++event->references;
     if (theLog().enabled()) posted = *event;
   }
@@ -158,9 +133,11 @@ EventTargetRef EventManager::dispatcher() { return reinterpret_cast<EventTargetR
 OSStatus EventManager::install(EventTargetRef target, EventHandlerUPP handler,
                                std::span<const EventTypeSpec> types, void* userData,
                                EventHandlerRef* ref) {
+  if (ref != nullptr) *ref = nullptr;
   if (target != dispatcher() || handler == nullptr) return paramErr;
   {
     const std::lock_guard lock(mutex_);
+    if (isInstalledForAny(handler, types)) return eventHandlerAlreadyInstalledErr;
     // Numbers are never reused, so the reference of a removed handler stays invalid.
     const auto made = reinterpret_cast<EventHandlerRef>(++lastHandler_);
     handlers_.push_back({made, handler, {types.begin(), types.end()}, userData});
@@ -188,8 +165,11 @@ OSStatus EventManager::remove(EventHandlerRef ref) {
   return noErr;
 }
 
-OSStatus EventManager::callNext(EventHandlerCallRef call, EventRef event) {
-  return callFrom(*reinterpret_cast<Call*>(call), event);
+OSStatus EventManager::callNext(EventHandlerCallRef ref, EventRef event) {
+  Call* call = calls_.find(ref);
+  if (call != nullptr) return callFrom(*call, event);
+  theLog().misuse("CallNextEventHandler: called outside of the handler that was given the call");
+  return paramErr;
 }
 
 /// Calls the handlers in order until one handles the event. A handler that called
@@ -199,18 +179,20 @@ OSStatus EventManager::callFrom(Call& call, EventRef event) {
   while (status == eventNotHandledErr && call.next < call.handlers.size()) {
     const Handler& handler = call.handlers[call.next++];
     if (!isInstalled(handler.ref)) continue;
-    status =
-        handler.function(reinterpret_cast<EventHandlerCallRef>(&call), event, handler.userData);
+    status = handler.function(call.ref, event, handler.userData);
   }
   if (status == eventNotHandledErr) call.reachedHost = true;
   return status;
 }
 
 Dispatched EventManager::dispatch(EventRef event) {
-  Call call = {handlersFor(classOf(event), kindOf(event))};
-  const OSStatus status = callFrom(call, event);
-  if (call.reachedHost) application_(event);
-  return {status, call.reachedHost};
+  const void* handle = calls_.insert({handlersFor(classOf(event), kindOf(event))});
+  Call& call = *calls_.find(handle);
+  call.ref = static_cast<EventHandlerCallRef>(const_cast<void*>(handle));
+  const Dispatched dispatched = {.status = callFrom(call, event), .reachedHost = call.reachedHost};
+  calls_.erase(handle);
+  if (dispatched.reachedHost) application_(event);
+  return dispatched;
 }
 
 bool EventManager::dispatchNext() {
@@ -264,9 +246,8 @@ EventManager::Event* EventManager::find(EventRef ref, const char* procedure) {
 
 std::vector<EventManager::Handler> EventManager::handlersFor(OSType eventClass, UInt32 kind) {
   const auto listens = [&](const Handler& handler) {
-    return std::any_of(handler.types.begin(), handler.types.end(), [&](const EventTypeSpec& type) {
-      return type.eventClass == eventClass && type.eventKind == kind;
-    });
+    return std::any_of(handler.types.begin(), handler.types.end(),
+                       [&](const EventTypeSpec& type) { return isSame(type, {eventClass, kind}); });
   };
   std::vector<Handler> found;
   const std::lock_guard lock(mutex_);
@@ -278,6 +259,15 @@ bool EventManager::isInstalled(EventHandlerRef ref) {
   const std::lock_guard lock(mutex_);
   return std::any_of(handlers_.begin(), handlers_.end(),
                      [&](const Handler& handler) { return handler.ref == ref; });
+}
+
+bool EventManager::isInstalledForAny(EventHandlerUPP function,
+                                     std::span<const EventTypeSpec> types) const {
+  return std::any_of(handlers_.begin(), handlers_.end(), [&](const Handler& handler) {
+    return handler.function == function &&
+           std::find_first_of(types.begin(), types.end(), handler.types.begin(),
+                              handler.types.end(), isSame) != types.end();
+  });
 }
 
 EventRef EventManager::takeNext() {
@@ -294,8 +284,7 @@ EventRef EventManager::takeNext() {
 Json EventManager::parametersAsJson(const Event& event) {
   Json list = Json::array();
   for (const EventParameter& parameter : event.parameters) {
-    list.push_back({idText(parameter.name), idText(parameter.type),
-                    valueAsJson(parameter.type, parameter.bytes.view())});
+    list.push_back({idText(parameter.name), idText(parameter.type), valueAsJson(parameter)});
   }
   return list;
 }

@@ -5,7 +5,6 @@
 
 #include <array>
 #include <atomic>
-#include <cstddef>
 #include <deque>
 #include <functional>
 #include <mutex>
@@ -15,27 +14,9 @@
 
 #include "simulator/base/HandleTable.h"
 #include "simulator/base/Log.h"
+#include "simulator/macos/EventParameters.h"
 
 namespace simulator {
-
-/// The bytes of a parameter; up to 16 are stored without an allocation.
-class ParameterBytes {
- public:
-  ParameterBytes() = default;
-  explicit ParameterBytes(std::span<const std::byte> bytes);
-  std::span<const std::byte> view() const;
-
- private:
-  std::array<std::byte, 16> small_{};
-  std::vector<std::byte> large_;
-  std::size_t size_ = 0;
-};
-
-struct EventParameter {
-  EventParamName name = 0;
-  EventParamType type = 0;
-  ParameterBytes bytes;
-};
 
 /// The content of an event.
 struct EventContent {
@@ -65,12 +46,14 @@ class EventManager {
   OSType classOf(EventRef event);
   UInt32 kindOf(EventRef event);
   /// Stores a copy of `bytes` under `name`; replaces a previous value. paramErr for an unknown
-  /// event.
+  /// event. A misuse for an event that was posted, except on the main thread: the platform does not
+  /// let two threads change one event.
   OSStatus setParameter(EventRef event, EventParamName name, EventParamType type,
                         std::span<const std::byte> bytes);
-  /// Copies as many bytes as fit into `buffer`. Writes the parameter's type to `type` and its full
-  /// size in bytes to `size` unless they are null. `wanted` is the parameter's type or '****' for
-  /// any; -1700 if it is another type, eventParameterNotFoundErr if there is no such parameter.
+  /// Converts the parameter to the type `wanted` (see `converted`) and copies as many bytes as fit
+  /// into `buffer`. Writes the type and the full size in bytes of the converted parameter to `type`
+  /// and `size` unless they are null. eventParameterNotFoundErr if there is no such parameter,
+  /// -1700 if it cannot be converted.
   OSStatus getParameter(EventRef event, EventParamName name, EventParamType wanted,
                         EventParamType* type, std::span<std::byte> buffer, ByteCount* size);
 
@@ -80,12 +63,15 @@ class EventManager {
   OSStatus post(EventQueueRef queue, EventRef event, EventPriority priority);
 
   EventTargetRef dispatcher();
-  /// Installs a handler; `ref` may be null. paramErr for an unknown target or a null handler.
+  /// Installs a handler; `ref` may be null. paramErr for an unknown target or a null handler;
+  /// eventHandlerAlreadyInstalledErr if the function is installed for one of the types. `*ref` is
+  /// null after an error: the platform does not say what it holds then.
   OSStatus install(EventTargetRef target, EventHandlerUPP handler,
                    std::span<const EventTypeSpec> types, void* userData, EventHandlerRef* ref);
   /// Removes a handler; -9868 if it is not installed.
   OSStatus remove(EventHandlerRef ref);
-  /// Passes the event to the handlers that follow the running one in `call`. [main-thread]
+  /// Passes the event to the handlers that follow the running one in `call`. A misuse and paramErr
+  /// if no handler with this `call` is running. [main-thread]
   OSStatus callNext(EventHandlerCallRef call, EventRef event);
 
   /// Sends the event to the dispatcher's handlers, the last installed first, then to the
@@ -118,6 +104,7 @@ class EventManager {
   struct Event : EventContent {
     long references = 1;
     bool queued = false;
+    bool posted = false;  ///< whether it was ever queued
   };
   struct Handler {
     EventHandlerRef ref = nullptr;
@@ -128,6 +115,7 @@ class EventManager {
   /// One event on its way through the handlers. Handlers removed in the meantime are skipped.
   struct Call {
     std::vector<Handler> handlers;  ///< last installed first
+    EventHandlerCallRef ref = nullptr;
     std::size_t next = 0;
     bool reachedHost = false;
   };
@@ -136,6 +124,7 @@ class EventManager {
   OSStatus callFrom(Call& call, EventRef event);
   std::vector<Handler> handlersFor(OSType eventClass, UInt32 kind);
   bool isInstalled(EventHandlerRef ref);
+  bool isInstalledForAny(EventHandlerUPP function, std::span<const EventTypeSpec> types) const;
   EventRef takeNext();
   Json parametersAsJson(const Event& event);
   void logPosted(const Event& event, EventPriority priority);
@@ -145,6 +134,7 @@ class EventManager {
   std::array<std::deque<EventRef>, 3> queue_;  ///< indexed by priority
   std::vector<Handler> handlers_;              ///< in order of installation
   std::uintptr_t lastHandler_ = 0;
+  HandleTable<Call> calls_;  ///< the running dispatches; main thread only
   std::function<void(EventRef)> application_;
   std::function<void(const EventContent&)> observer_;
   std::atomic<int> failingCreations_{0};

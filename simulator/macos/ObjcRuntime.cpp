@@ -8,6 +8,7 @@
 #include <mutex>
 
 #include "simulator/base/Log.h"
+#include "simulator/macos/ThreadRules.h"
 #include "simulator/macos/WindowServer.h"
 
 namespace simulator {
@@ -54,8 +55,13 @@ Class objc_getClass(const char* name) {
   return found != runtime().classes.end() ? found->second : nullptr;
 }
 
-/// Returns the method of `receiver` for `selector`; called by the trampolines below.
+/// Returns the method of `receiver` for `selector`; called by the trampolines below. All simulated
+/// objects are AppKit's, whose messages are for the main thread.
 extern "C" void* simulatorFindMethod(id receiver, SEL selector) {
+  if (!isMainThread()) {
+    requireMainThread(
+        fmt::format("[{} {}]", receiver->isa->name, reinterpret_cast<const char*>(selector)));
+  }
   for (const objc_class::Method& method : receiver->isa->methods) {
     if (method.selector == selector) return reinterpret_cast<void*>(method.implementation);
   }

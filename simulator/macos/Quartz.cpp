@@ -5,6 +5,7 @@
 
 #include "simulator/base/Log.h"
 #include "simulator/macos/CFObjects.h"
+#include "simulator/macos/ThreadRules.h"
 #include "simulator/macos/WindowServer.h"
 
 using namespace simulator;
@@ -66,10 +67,12 @@ CGError CGSetLocalEventsSuppressionInterval(CFTimeInterval seconds) {
 }
 
 CGError CGRegisterScreenRefreshCallback(CGScreenRefreshCallback callback, void* userInfo) {
+  requireMainThread("CGRegisterScreenRefreshCallback");
   theWindowServer().registerRefresh(callback, userInfo);
   return 0;
 }
 
 void CGUnregisterScreenRefreshCallback(CGScreenRefreshCallback callback, void* userInfo) {
+  requireMainThread("CGUnregisterScreenRefreshCallback");
   theWindowServer().unregisterRefresh(callback, userInfo);
 }

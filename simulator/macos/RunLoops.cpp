@@ -57,16 +57,19 @@ void RunLoop::run(double seconds) {
   }
 }
 
-OSStatus Threads::start(TaskProc entry, void* parameter, ByteCount stackSize) {
+OSStatus Threads::start(TaskProc entry, void* parameter, ByteCount stackSize, MPTaskID* task) {
+  if (task == nullptr) theLog().misuse("MPCreateTask: no place for the task's id");
   theLog().write("thread", {{"do", "start"}, {"stack", stackSize}});
   pthread_attr_t attributes;
   pthread_attr_init(&attributes);
   pthread_attr_setstacksize(&attributes, stackSize);
   pthread_attr_setdetachstate(&attributes, PTHREAD_CREATE_DETACHED);
+  MPTaskID id = nullptr;
   {
     const std::lock_guard lock(mutex_);
     ++busy_;
     ++started_;
+    id = reinterpret_cast<MPTaskID>(static_cast<std::uintptr_t>(started_));
   }
   auto start = std::make_unique<Start>(entry, parameter);
   pthread_t thread;
@@ -77,6 +80,7 @@ OSStatus Threads::start(TaskProc entry, void* parameter, ByteCount stackSize) {
     return paramErr;
   }
   start.release();
+  if (task != nullptr) *task = id;
   return noErr;
 }
 
@@ -129,8 +133,8 @@ Threads& theThreads() {
 }  // namespace simulator
 
 OSStatus MPCreateTask(TaskProc entryPoint, void* parameter, ByteCount stackSize, MPQueueID, void*,
-                      void*, MPTaskOptions, MPTaskID*) {
-  return simulator::theThreads().start(entryPoint, parameter, stackSize);
+                      void*, MPTaskOptions, MPTaskID* task) {
+  return simulator::theThreads().start(entryPoint, parameter, stackSize, task);
 }
 
 OSStatus RunCurrentEventLoop(EventTimeout inTimeout) {

@@ -34,8 +34,10 @@ class RunLoop {
 /// ends. [any-thread]
 class Threads {
  public:
-  /// Starts a thread with a stack of `stackSize` bytes; paramErr if that fails.
-  OSStatus start(TaskProc entry, void* parameter, ByteCount stackSize);
+  /// Starts a thread with a stack of `stackSize` bytes and writes its id, never issued before, to
+  /// `task`; paramErr if that fails. A misuse if `task` is null: the platform documents no such
+  /// call. The thread starts nevertheless.
+  OSStatus start(TaskProc entry, void* parameter, ByteCount stackSize, MPTaskID* task);
 
   /// While `hold` is set, a new thread waits before it runs its entry function: a thread created
   /// during a step starts after the main thread has finished that step.

@@ -5,6 +5,7 @@
 #include <atomic>
 
 #include "simulator/macos/CFObjects.h"
+#include "simulator/macos/ThreadRules.h"
 
 namespace simulator {
 
@@ -30,14 +31,19 @@ using namespace simulator;
 
 const CFStringRef kTISPropertyInputSourceID = reinterpret_cast<CFStringRef>(kInputSourceIDKey);
 
-UInt32 GetCurrentKeyModifiers() { return keyModifiers.load(); }
+UInt32 GetCurrentKeyModifiers() {
+  requireMainThread("GetCurrentKeyModifiers");
+  return keyModifiers.load();
+}
 
 TISInputSourceRef TISCopyCurrentKeyboardInputSource() {
+  requireMainThread("TISCopyCurrentKeyboardInputSource");
   const CFTypeRef source = theCFObjects().make(InputSource{makeCFString(keyboardLayout())});
   return static_cast<TISInputSourceRef>(const_cast<void*>(source));
 }
 
 void* TISGetInputSourceProperty(TISInputSourceRef inputSource, CFStringRef propertyKey) {
+  requireMainThread("TISGetInputSourceProperty");
   if (propertyKey != kTISPropertyInputSourceID) return nullptr;
   const auto source = theCFObjects().get<InputSource>(inputSource, "TISGetInputSourceProperty");
   return source ? const_cast<__CFString*>(source->identifier) : nullptr;

@@ -1,4 +1,9 @@
 // The event manager and the text input sources.
+//
+// The marks of threads here and in the neighbouring headers repeat what the platform's headers say:
+//   [any-thread]              "Thread safe"
+//   [main-thread]             "Not thread safe", or confined to the main thread
+//   [not documented as safe]  nothing, so nothing promises that other threads may call it
 #pragma once
 
 #include <ApplicationServices/ApplicationServices.h>
@@ -28,6 +33,7 @@ struct EventTypeSpec {
 
 enum {
   eventAlreadyPostedErr = -9860,
+  eventHandlerAlreadyInstalledErr = -9866,
   eventParameterNotFoundErr = -9870,
   eventNotHandledErr = -9874
 };
@@ -76,13 +82,13 @@ OSType GetEventClass(EventRef inEvent);
 UInt32 GetEventKind(EventRef inEvent);
 
 /// Stores a copy of `inSize` bytes as the parameter `inName`, replacing a previous value.
-/// [any-thread]
+/// [any-thread] for an event that no other thread uses, otherwise [main-thread]
 OSStatus SetEventParameter(EventRef inEvent, EventParamName inName, EventParamType inType,
                            ByteCount inSize, const void* inDataPtr);
 
-/// Copies at most `inBufferSize` bytes of a parameter to `outData`. The out parameters may be null.
-/// eventParameterNotFoundErr if the event has no parameter `inName`; another error if it cannot be
-/// converted to `inDesiredType`. [any-thread]
+/// Copies at most `inBufferSize` bytes of a parameter to `outData`. The out parameters may be null;
+/// if `outData` is null, `inBufferSize` must be 0. eventParameterNotFoundErr if the event has no
+/// parameter `inName`; another error if it cannot be converted to `inDesiredType`. [main-thread]
 OSStatus GetEventParameter(EventRef inEvent, EventParamName inName, EventParamType inDesiredType,
                            EventParamType* outActualType, ByteCount inBufferSize,
                            ByteCount* outActualSize, void* outData);
@@ -95,27 +101,31 @@ EventQueueRef GetMainEventQueue();
 OSStatus PostEventToQueue(EventQueueRef inQueue, EventRef inEvent, EventPriority inPriority);
 
 /// The target that receives every event of the process; its handlers run on the main thread.
-/// [any-thread]
+/// [main-thread]; the device thread calls it, too, which is not documented as safe
 EventTargetRef GetEventDispatcherTarget();
 
 /// Installs a handler for `inNumTypes` event types; handlers installed later are called first.
-/// `outRef` may be null. [any-thread]
+/// `outRef` may be null. eventHandlerAlreadyInstalledErr if `inHandler` is installed on the target
+/// for one of the types. [main-thread]; the device thread calls it, too, which is not documented as
+/// safe
 OSStatus InstallEventHandler(EventTargetRef inTarget, EventHandlerUPP inHandler,
                              ItemCount inNumTypes, const EventTypeSpec* inList, void* inUserData,
                              EventHandlerRef* outRef);
 
-/// Removes a handler; an error if it is not installed. [any-thread]
+/// Removes a handler, also one that is running; an error if it is not installed. [main-thread]
 OSStatus RemoveEventHandler(EventHandlerRef inHandlerRef);
 
 /// Passes the event to the handlers that follow the running one and returns their result:
-/// eventNotHandledErr if none of them handled it. [main-thread]
+/// eventNotHandledErr if none of them handled it. REQUIRES: a handler that was given `inCallRef` is
+/// running. [main-thread]
 OSStatus CallNextEventHandler(EventHandlerCallRef inCallRef, EventRef inEvent);
 
 /// Runs the calling thread's event loop for `inTimeout` seconds, forever if negative. Returns an
 /// error when the time is over. [any-thread]
 OSStatus RunCurrentEventLoop(EventTimeout inTimeout);
 
-/// The modifier keys that are down. [any-thread]
+/// The modifier keys that are down. [main-thread]; the device thread calls it, too, which is not
+/// documented as safe
 UInt32 GetCurrentKeyModifiers();
 
 /// The current keyboard input source; the caller releases it. [main-thread]

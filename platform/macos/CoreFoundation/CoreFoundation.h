@@ -1,6 +1,6 @@
 // Reference-counted strings, URLs, data and arrays of the platform's C object library.
 // The caller owns an object returned by a function with Create or Copy in its name and releases it;
-// it does not own what other functions return. [any-thread]
+// it does not own what other functions return. [not documented as safe]
 #pragma once
 
 #include <MacTypes.h>

@@ -1,4 +1,5 @@
-// Quartz: geometry, synthesized input and callbacks for redrawn screen areas. [main-thread]
+// Quartz: geometry, synthesized input and callbacks for redrawn screen areas. [not documented as
+// safe]
 #pragma once
 
 #include <CoreFoundation/CoreFoundation.h>
@@ -37,7 +38,8 @@ enum : CGEventFlags {
   kCGEventFlagMaskCommand = 0x00100000
 };
 
-/// Called with `count` redrawn rectangles of the screen.
+/// Called with `count` redrawn rectangles of the screen, on the thread that processes the
+/// application's events.
 using CGScreenRefreshCallback = void (*)(std::uint32_t count, const CGRect* rects, void* userInfo);
 
 extern "C" {

@@ -1,4 +1,4 @@
-// Classes and selectors by name. [any-thread]
+// Classes and selectors by name. [not documented as safe]
 #pragma once
 
 #include <objc/objc.h>

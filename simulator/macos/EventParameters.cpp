@@ -1,0 +1,98 @@
+#include "simulator/macos/EventParameters.h"
+
+#include <algorithm>
+#include <cstring>
+#include <limits>
+
+namespace simulator {
+
+namespace {
+
+// Published types that the platform headers here do not declare.
+constexpr EventParamType kTypeSInt32 = fourCharCode("long");
+constexpr EventParamType kTypeWildCard = fourCharCode("****");
+
+template <class T>
+std::optional<std::int64_t> readAs(std::span<const std::byte> bytes) {
+  if (bytes.size() != sizeof(T)) return std::nullopt;
+  T value;
+  std::memcpy(&value, bytes.data(), sizeof value);
+  return value;
+}
+
+/// The parameter's value if it is an integer.
+std::optional<std::int64_t> integerOf(const EventParameter& parameter) {
+  switch (parameter.type) {
+    case typeSInt16:
+      return readAs<std::int16_t>(parameter.bytes.view());
+    case kTypeSInt32:
+      return readAs<std::int32_t>(parameter.bytes.view());
+    case typeUInt32:
+      return readAs<std::uint32_t>(parameter.bytes.view());
+    case typeSInt64:
+      return readAs<std::int64_t>(parameter.bytes.view());
+    default:
+      return std::nullopt;
+  }
+}
+
+template <class T>
+std::optional<ParameterBytes> writtenAs(std::int64_t value) {
+  using Limits = std::numeric_limits<T>;
+  if (value < std::int64_t{Limits::min()} || std::int64_t{Limits::max()} < value) {
+    return std::nullopt;
+  }
+  const T narrow = static_cast<T>(value);
+  return ParameterBytes(std::as_bytes(std::span(&narrow, 1)));
+}
+
+std::optional<ParameterBytes> integerBytes(std::int64_t value, EventParamType type) {
+  switch (type) {
+    case typeSInt16:
+      return writtenAs<std::int16_t>(value);
+    case kTypeSInt32:
+      return writtenAs<std::int32_t>(value);
+    case typeUInt32:
+      return writtenAs<std::uint32_t>(value);
+    case typeSInt64:
+      return writtenAs<std::int64_t>(value);
+    default:
+      return std::nullopt;
+  }
+}
+
+Json textAsJson(std::span<const std::byte> bytes) {
+  if (bytes.size() == 1) return std::to_integer<int>(bytes[0]);
+  return std::string(reinterpret_cast<const char*>(bytes.data()), bytes.size());
+}
+
+}  // namespace
+
+ParameterBytes::ParameterBytes(std::span<const std::byte> bytes) : size_(bytes.size()) {
+  if (size_ > small_.size()) {
+    large_.assign(bytes.begin(), bytes.end());
+  } else {
+    std::copy(bytes.begin(), bytes.end(), small_.begin());
+  }
+}
+
+std::span<const std::byte> ParameterBytes::view() const {
+  return {large_.empty() ? small_.data() : large_.data(), size_};
+}
+
+std::optional<EventParameter> converted(const EventParameter& parameter, EventParamType wanted) {
+  if (wanted == parameter.type || wanted == kTypeWildCard) return parameter;
+  const auto value = integerOf(parameter);
+  if (!value) return std::nullopt;
+  const auto bytes = integerBytes(*value, wanted);
+  if (!bytes) return std::nullopt;
+  return EventParameter{parameter.name, wanted, *bytes};
+}
+
+Json valueAsJson(const EventParameter& parameter) {
+  if (parameter.type == typeChar) return textAsJson(parameter.bytes.view());
+  const auto value = integerOf(parameter);
+  return value ? Json(*value) : Json(nullptr);
+}
+
+}  // namespace simulator
