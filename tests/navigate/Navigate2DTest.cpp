@@ -62,6 +62,17 @@ TEST_F(Navigate2DLifetime, ReadsThePreferenceBeforeInstallingAnything) {
   EXPECT_EQ(linesWithoutHostCalls(), (std::vector<Json>{kSuppression, kRegister, kInstall}));
 }
 
+TEST_F(Navigate2DLifetime, KeepsTheReferenceToTheReceiverIfASecondInstallationIsRefused) {
+  Navigate2D& navigator = Navigate2D::Instance();
+  const EventHandlerRef receiver = navigator.m_deviceHandlerRef;
+  machine.drain();
+  navigator.installDeviceHandler();
+  EXPECT_EQ(navigator.m_deviceHandlerRef, receiver);
+  EXPECT_TRUE(machine.drain().empty());
+  EXPECT_EQ(RemoveEventHandler(receiver), noErr);
+  EXPECT_EQ(theEventManager().installed(), 0U);
+}
+
 TEST_F(Navigate2DLifetime, ReadsThePreferenceOnce) {
   HostSetup setup;
   setup.zoomWithScrollWheel = true;
