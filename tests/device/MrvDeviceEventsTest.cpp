@@ -6,6 +6,7 @@
 #include "simulator/macos/RunLoops.h"
 #include "simulator/moravin/Framework.h"
 #include "tests/support/DeviceRecords.h"
+#include "tests/support/LowerHandler.h"
 #include "tests/support/Machine.h"
 
 namespace {
@@ -157,6 +158,16 @@ TEST_F(MrvDeviceEventsConnection, PassesEventsOfOtherKindsOnWithoutEffect) {
       EXPECT_EQ(MrvDeviceEvents::m_appIsActive, active);
     }
   }
+}
+
+TEST_F(MrvDeviceEventsConnection, PassesActivationToTheHandlersBelowAndReturnsTheirStatus) {
+  LowerHandler lower({{kEventClassApplication, kEventAppDeactivated},
+                      {kEventClassApplication, kEventAppActivated}});
+  connect();
+  EXPECT_TRUE(lower.receives(kEventClassApplication, kEventAppDeactivated));
+  EXPECT_FALSE(MrvDeviceEvents::m_appIsActive);
+  EXPECT_TRUE(lower.receives(kEventClassApplication, kEventAppActivated));
+  EXPECT_TRUE(MrvDeviceEvents::m_appIsActive);
 }
 
 TEST_F(MrvDeviceEventsConnection, RegistersANewClientButNoNewApplicationHandlerAtASecondStart) {

@@ -1,6 +1,7 @@
 #include "hostwindow/HostWindow.h"
 #include "platform/FourCharCode.h"
 #include "tests/support/Input.h"
+#include "tests/support/LowerHandler.h"
 
 namespace {
 
@@ -73,6 +74,38 @@ TEST_F(ClickFilter, ReadsTheFirstByteOfALongerMark) {
   navigator->InstallMouseDownHandler();
   EXPECT_TRUE(passes(kEventMouseDown, {std::byte{1}, std::byte{0}}));
   EXPECT_FALSE(passes(kEventMouseDown, {std::byte{0}, std::byte{1}}));
+}
+
+const std::vector<EventTypeSpec> kClicks = {{kEventClassMouse, kEventMouseDown},
+                                            {kEventClassMouse, kEventMouseUp}};
+
+TEST_F(ClickFilter, KeepsTheClicksThatItSwallowsFromTheHandlersBelow) {
+  LowerHandler lower(kClicks);
+  EXPECT_TRUE(lower.receives(kEventClassMouse, kEventMouseDown));
+  navigator->InstallMouseDownHandler();
+  EXPECT_FALSE(lower.receives(kEventClassMouse, kEventMouseDown));
+  EXPECT_FALSE(lower.receives(kEventClassMouse, kEventMouseUp));
+  navigator->RemoveMouseDownHandler();
+  EXPECT_TRUE(lower.receives(kEventClassMouse, kEventMouseUp));
+}
+
+TEST_F(ClickFilter, PassesMarkedClicksToTheHandlersBelowAndReturnsTheirStatus) {
+  LowerHandler lower(kClicks);
+  navigator->InstallMouseDownHandler();
+  for (const EventTypeSpec& type : kClicks) {
+    const EventRef event = theEventManager().create(type.eventClass, type.eventKind, 0.0);
+    const char mark = 1;
+    SetEventParameter(event, kMarker, typeChar, sizeof mark, &mark);
+    EXPECT_TRUE(lower.receives(event));
+  }
+}
+
+/// Also installs the filter for a kind for which the plug-in does not install it.
+TEST_F(ClickFilter, PassesOtherKindsToTheHandlersBelowAndReturnsTheirStatus) {
+  const std::vector<EventTypeSpec> moved = {{kEventClassMouse, kEventMouseMoved}};
+  LowerHandler lower(moved);
+  theEventManager().install(GetEventDispatcherTarget(), mouseDownHandler, moved, nullptr, nullptr);
+  EXPECT_TRUE(lower.receives(kEventClassMouse, kEventMouseMoved));
 }
 
 TEST_F(ClickFilter, IsInstalledAtMostOnce) {

@@ -7,6 +7,7 @@
 #include "navigate/DeviceEvent.h"
 #include "suites/Suites.h"
 #include "tests/support/Input.h"
+#include "tests/support/LowerHandler.h"
 
 namespace {
 
@@ -191,6 +192,23 @@ TEST_F(DeviceDispatch, SwallowsExceptionsOfActions) {
   theFaults().add({"Basic.AcquireSuite", -1, 0, 1});
   dispatch(axesEvent({.rz = 30}));
   EXPECT_EQ(theFaults().fired(), 1U);
+}
+
+/// The handler below is installed first.
+TEST(DeviceDispatchBelow, KeepsEveryDeviceEventFromTheHandlersBelow) {
+  Machine machine;
+  writeHostFiles({}, machine.preferences());
+  LowerHandler lower({{kDeviceEventClass, kDeviceButton},
+                      {kDeviceEventClass, kDeviceAxes},
+                      {kDeviceEventClass, kDeviceCommand}});
+  const Navigate2D& navigator = Navigate2D::Instance();
+  for (const UInt32 kind : {kDeviceButton, kDeviceAxes, kDeviceCommand}) {
+    EXPECT_FALSE(lower.receives(kDeviceEventClass, kind));
+  }
+  RemoveEventHandler(navigator.m_deviceHandlerRef);
+  for (const UInt32 kind : {kDeviceButton, kDeviceAxes, kDeviceCommand}) {
+    EXPECT_TRUE(lower.receives(kDeviceEventClass, kind));
+  }
 }
 
 }  // namespace
