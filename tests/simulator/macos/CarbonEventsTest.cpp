@@ -167,7 +167,8 @@ TEST_F(CarbonEvents, AreMisusedByASizeWithoutABuffer) {
   machine.expectMisuses(1);
   set<std::int16_t>(typeSInt16, 1);
   EXPECT_EQ(GetEventParameter(event, kName, typeSInt16, nullptr, 2, nullptr, nullptr), paramErr);
-  EXPECT_EQ(machine.lines("misuse")[0]["text"], "GetEventParameter: a size of 2 without a buffer");
+  EXPECT_EQ(machine.lines("misuse").at(0)["text"],
+            "GetEventParameter: a size of 2 without a buffer");
 }
 
 TEST_F(CarbonEvents, LeaveTheAnswersAloneIfTheyHaveNoSuchParameter) {
@@ -237,7 +238,7 @@ TEST_F(CarbonEvents, AreMisusedByAThreadThatFillsThemAfterItHasPostedThem) {
     SetEventParameter(made, kName, typeSInt16, sizeof value, &value);
     ReleaseEvent(made);
   }).join();
-  EXPECT_EQ(machine.lines("misuse")[0]["text"],
+  EXPECT_EQ(machine.lines("misuse").at(0)["text"],
             "SetEventParameter: called on another thread than the main one for an event that was "
             "posted");
   EXPECT_TRUE(theEventManager().dispatchNext());
@@ -247,7 +248,7 @@ TEST_F(CarbonEvents, AreReadOnTheMainThreadAlone) {
   machine.expectMisuses(1);
   set<std::int16_t>(typeSInt16, 1);
   std::thread([&] { statusOfReading(typeSInt16); }).join();
-  EXPECT_EQ(machine.lines("misuse")[0]["text"],
+  EXPECT_EQ(machine.lines("misuse").at(0)["text"],
             "GetEventParameter: called on another thread than the main one");
 }
 
@@ -259,7 +260,7 @@ TEST_F(CarbonEvents, ArePassedOnByTheMainThreadAlone) {
     return status;
   });
   EXPECT_TRUE(dispatchNew().reachedHost);
-  EXPECT_EQ(machine.lines("misuse")[0]["text"],
+  EXPECT_EQ(machine.lines("misuse").at(0)["text"],
             "CallNextEventHandler: called on another thread than the main one");
 }
 
@@ -269,7 +270,7 @@ TEST_F(CarbonEvents, LoseTheirHandlersOnTheMainThreadAlone) {
   EventHandlerRef ref = nullptr;
   InstallEventHandler(GetEventDispatcherTarget(), callAction<1>, 1, &type, nullptr, &ref);
   std::thread([&] { RemoveEventHandler(ref); }).join();
-  EXPECT_EQ(machine.lines("misuse")[0]["text"],
+  EXPECT_EQ(machine.lines("misuse").at(0)["text"],
             "RemoveEventHandler: called on another thread than the main one");
 }
 

@@ -368,7 +368,7 @@ TEST_F(EventManagerHandlers, MisuseACallThatIsOver) {
   EXPECT_EQ(CallNextEventHandler(kept, event), paramErr);
   EXPECT_EQ(CallNextEventHandler(nullptr, event), paramErr);
   ReleaseEvent(event);
-  EXPECT_EQ(machine.lines("misuse")[0]["text"],
+  EXPECT_EQ(machine.lines("misuse").at(0)["text"],
             "CallNextEventHandler: called outside of the handler that was given the call");
 }
 

@@ -66,7 +66,7 @@ TEST_F(Threads, AreMisusedIfNothingReceivesTheTaskId) {
   EXPECT_EQ(MPCreateTask(run, &body, kStack, nullptr, nullptr, nullptr, 0, nullptr), noErr);
   theThreads().waitUntilIdle();
   EXPECT_TRUE(ran);
-  EXPECT_EQ(machine.lines("misuse")[0]["text"], "MPCreateTask: no place for the task's id");
+  EXPECT_EQ(machine.lines("misuse").at(0)["text"], "MPCreateTask: no place for the task's id");
 }
 
 TEST_F(Threads, HaveAStackOfTheSizeAskedFor) {
@@ -154,7 +154,7 @@ TEST_F(Threads, ReportACallThatIsConfinedToTheMainOne) {
   requireMainThread("SomeCall");
   EXPECT_EQ(theLog().misuses(), 0);
   std::thread([] { requireMainThread("SomeCall"); }).join();
-  EXPECT_EQ(machine.lines("misuse")[0]["text"],
+  EXPECT_EQ(machine.lines("misuse").at(0)["text"],
             "SomeCall: called on another thread than the main one");
 }
 
@@ -183,9 +183,9 @@ TEST_F(Threads, MisuseAppKitUnlessTheyAreTheMainOne) {
   EXPECT_EQ(theLog().misuses(), 0);
   std::thread([&] { EXPECT_EQ(send(send(application, shared), mainWindow), window); }).join();
   const auto lines = machine.lines("misuse");
-  EXPECT_EQ(lines[0]["text"],
+  EXPECT_EQ(lines.at(0)["text"],
             "[NSApplication class sharedApplication]: called on another thread than the main one");
-  EXPECT_EQ(lines[1]["text"],
+  EXPECT_EQ(lines.at(1)["text"],
             "[NSApplication mainWindow]: called on another thread than the main one");
 }
 
@@ -197,9 +197,9 @@ TEST_F(Threads, MisuseScreenRefreshesUnlessTheyAreTheMainOne) {
     CGUnregisterScreenRefreshCallback(callback, nullptr);
   }).join();
   const auto lines = machine.lines("misuse");
-  EXPECT_EQ(lines[0]["text"],
+  EXPECT_EQ(lines.at(0)["text"],
             "CGRegisterScreenRefreshCallback: called on another thread than the main one");
-  EXPECT_EQ(lines[1]["text"],
+  EXPECT_EQ(lines.at(1)["text"],
             "CGUnregisterScreenRefreshCallback: called on another thread than the main one");
 }
 
