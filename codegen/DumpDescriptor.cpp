@@ -35,23 +35,23 @@ class EventName {
   EventName(const EventName&) = delete;
   EventName& operator=(const EventName&) = delete;
 
-  BareName name() const { return BareName{name_}; }
+  IDName name() const { return name_; }
 
   /// The event's spelling in the play statement; for a run-time event, writes the look-up first.
   /// Compares the number as unsigned, while isRuntimeID compares it as signed: an event with its
   /// top bit set is named like a run-time event but not looked up. Kept as dumps in the field have
   /// it.
-  BareName spelling(SourceWriter& out) const {
-    if (id_ > static_cast<std::uint32_t>(kLastRuntimeID)) return name();
+  IDName spelling(SourceWriter& out) const {
+    if (id_ > static_cast<std::uint32_t>(kLastRuntimeID)) return name_;
     constexpr std::string_view kVariable = "runtimeEventID";
-    writeLookup(name_, kVariable, out);
-    return BareName{kVariable};
+    writeLookup(name_.text, kVariable, out);
+    return {kVariable, NameKind::kVariable};
   }
 
  private:
   std::uint32_t id_;
   char buffer_[kNameSize];
-  std::string_view name_;
+  IDName name_;
 };
 
 void writeHead(const EventName& event, SourceWriter& out) {
@@ -68,7 +68,7 @@ void writeHead(const EventName& event, SourceWriter& out) {
 }
 
 void writePlay(const EventName& event, PIActionDescriptor descriptor, SourceWriter& out) {
-  const BareName spelling = event.spelling(out);
+  const IDName spelling = event.spelling(out);
   out.indent();
   out.write("error = sPSActionControl->Play(&result, ", spelling, ", ");
   if (descriptor != nullptr) {

@@ -265,7 +265,7 @@ bool ItemWriter<Kind>::writeRawData(const Key& key) {
 template <class Kind>
 void ItemWriter<Kind>::writeError(const Key& key) {
   char buffer[kNameSize];
-  const BareName type{nameOfID(type_, "xxxx", buffer)};
+  const IDName type = nameOfID(type_, "xxxx", buffer);
   if constexpr (std::is_same_v<Kind, DescriptorKind>) {
     out_->indentedLine("ERROR DumpInfoFromDescriptor type: ", type, ", key: ", key.spelling(),
                        ", entry: ", index_);

@@ -117,13 +117,12 @@ void SourceWriter::append(StringLiteral literal) {
   append("\"");
 }
 
-void SourceWriter::append(BareName bare) {
+void SourceWriter::append(IDName name) {
   constexpr std::size_t kWholeCode = 6;
-  const std::string_view name = bare.name;
-  if (!name.starts_with('\'')) return appendEscaped(name, '"');
+  if (name.kind != NameKind::kCode) return appendEscaped(name.text, '"');
   append("'");
-  appendEscaped(name.substr(1, 4), '\'');
-  if (name.size() == kWholeCode) append("'");  // a code with a zero byte is cut before this
+  appendEscaped(name.text.substr(1, 4), '\'');
+  if (name.text.size() == kWholeCode) append("'");  // a code with a zero byte is cut before this
 }
 
 void SourceWriter::append(CommentText comment) {

@@ -10,16 +10,12 @@
 #include <memory>
 #include <string_view>
 
+#include "codegen/Terminology.h"
+
 /// Text to be written as a string literal. Quotes, backslashes, control characters and bytes that
 /// are not valid UTF-8 become escape sequences; everything else is unchanged.
 struct StringLiteral {
   std::string_view text;
-};
-
-/// A name as LongToStr returns it, to be written outside a string literal. The characters between
-/// the apostrophes of a four-character code are escaped as in a literal.
-struct BareName {
-  std::string_view name;
 };
 
 /// Text to be written between "//" and the end of the line, escaped as in a literal. A backslash at
@@ -82,7 +78,9 @@ class SourceWriter {
   /// Six significant digits, as "%g" writes them, with a point in every locale.
   void append(double number);
   void append(StringLiteral literal);
-  void append(BareName name);
+  /// A name outside a string literal, escaped as in one. In a code, the characters between the
+  /// apostrophes are escaped; any other name keeps its apostrophes.
+  void append(IDName name);
   void append(CommentText comment);
   void appendEscaped(std::string_view text, char quote);
   void appendLong(std::string_view text);

@@ -12,9 +12,9 @@ void writeLookup(std::string_view name, std::string_view variable, SourceWriter&
   out.errorCheck();
 }
 
-SpelledID::SpelledID(SourceWriter& out, std::uint32_t id, const IDRole& role) {
-  spelling_ = nameOfID(id, role.kind, buffer_);
+SpelledID::SpelledID(SourceWriter& out, std::uint32_t id, const IDRole& role)
+    : spelling_(nameOfID(id, role.kind, buffer_)) {
   if (!isRuntimeID(id)) return;
-  writeLookup(spelling_, role.variable, out);
-  spelling_ = role.variable;
+  writeLookup(spelling_.text, role.variable, out);
+  spelling_ = {role.variable, NameKind::kVariable};
 }

@@ -35,9 +35,9 @@ class SpelledID {
   SpelledID& operator=(const SpelledID&) = delete;
 
   /// The variable of a run-time identifier, the name of any other. Valid while this object lives.
-  BareName spelling() const { return BareName{spelling_}; }
+  IDName spelling() const { return spelling_; }
 
  private:
   char buffer_[kNameSize];
-  std::string_view spelling_;
+  IDName spelling_;
 };

@@ -61,7 +61,7 @@ bool readHostName(std::uint32_t id, char* buffer) {
   return true;
 }
 
-std::string_view quotedCode(std::uint32_t id, char* buffer) {
+IDName quotedCode(std::uint32_t id, char* buffer) {
   const char code[] = {'\'',
                        static_cast<char>(id >> 24),
                        static_cast<char>(id >> 16),
@@ -70,21 +70,22 @@ std::string_view quotedCode(std::uint32_t id, char* buffer) {
                        '\'',
                        '\0'};
   std::memcpy(buffer, code, sizeof code);
-  return {buffer, static_cast<std::size_t>(std::find(code, std::end(code), '\0') - code)};
+  const auto length = static_cast<std::size_t>(std::find(code, std::end(code), '\0') - code);
+  return {{buffer, length}, NameKind::kCode};
 }
 
 }  // namespace
 
-std::string_view nameOfID(std::uint32_t id, const char* kind, char* buffer) {
-  if (isRuntimeID(id) && readHostName(id, buffer)) return buffer;
-  if (const char* name = publishedName(id, kind)) return name;
+IDName nameOfID(std::uint32_t id, const char* kind, char* buffer) {
+  if (isRuntimeID(id) && readHostName(id, buffer)) return {buffer, NameKind::kStringID};
+  if (const char* name = publishedName(id, kind)) return {name, NameKind::kConstant};
   return quotedCode(id, buffer);
 }
 
 void LongToStr(std::int32_t id, const char* kind, char* out) {
   out[0] = '\0';
   char buffer[kNameSize];
-  const std::string_view name = nameOfID(static_cast<std::uint32_t>(id), kind, buffer);
+  const std::string_view name = nameOfID(static_cast<std::uint32_t>(id), kind, buffer).text;
   std::memcpy(out, name.data(), name.size());
   out[name.size()] = '\0';
 }

@@ -34,18 +34,32 @@ constexpr bool isRuntimeID(std::uint32_t id) {
   return static_cast<std::int32_t>(id) <= kLastRuntimeID;
 }
 
+/// What a name is, which its characters do not show: a host's string ID may begin with an
+/// apostrophe, too.
+enum class NameKind {
+  kStringID,  ///< the host's string ID of a run-time identifier: any characters
+  kConstant,  ///< a constant of the published terminology
+  kCode,      ///< an identifier's four bytes between apostrophes, cut off at the first zero byte
+  kVariable   ///< a variable of the generated function
+};
+
+struct IDName {
+  std::string_view text;
+  NameKind kind;
+};
+
 /// The display name of `id`, the first of these that exists:
 /// - for a run-time identifier, the host's string ID;
 /// - the first name in PSConstA for `id` that contains `kind`;
-/// - the identifier's four bytes between apostrophes, cut off at the first zero byte.
-/// The name lies in `buffer` or in the table.
+/// - the code of the identifier.
+/// The text lies in `buffer` or in the table.
 /// `kind`: "event", "key", "class", "enum", "type", "unit" or "form". Any other text works, too: it
 /// is searched for anywhere in the names, case-sensitively; an empty one is found in each.
 /// Throws the error as std::uint32_t if the host's action control suite is needed and cannot be
 /// acquired. REQUIRES: `kind` is not null; `buffer` holds kNameSize characters. [main-thread]
-std::string_view nameOfID(std::uint32_t id, const char* kind, char* buffer);
+IDName nameOfID(std::uint32_t id, const char* kind, char* buffer);
 
-/// Writes the display name of `id` (see nameOfID) to `out`, with a terminator. Throws as nameOfID
+/// Writes the text of nameOfID to `out`, with a terminator. Throws as nameOfID
 /// does; `out` is empty then.
 /// REQUIRES: `kind` is not null; `out` holds kNameSize characters. [main-thread]
 void LongToStr(std::int32_t id, const char* kind, char* out);

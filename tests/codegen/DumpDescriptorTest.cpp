@@ -1,6 +1,8 @@
 #include <HostTerms.h>
 
+#include <cstdio>
 #include <fstream>
+#include <utility>
 
 #include "codegen/DumpDescriptor.h"
 #include "simulator/base/Faults.h"
@@ -93,6 +95,27 @@ TEST_F(DumpDescriptor, LooksUpARunTimeEventAndPlaysTheVariable) {
                               "\n"
                               "     error = sPSActionControl->Play(&result, runtimeEventID, NULL, "
                               "plugInDialogSilent);\n"));
+}
+
+TEST_F(DumpDescriptor, WritesAStringIDThatBeginsWithAnApostropheWhole) {
+  const std::uint32_t event = simulator::theHost().typeIds().idOf("'hello world");
+  const std::string text = dumped(event, nullptr);
+  EXPECT_THAT(text, StartsWith("SPErr Play'hello world(/*your parameters go here*/void)\n"));
+  EXPECT_THAT(text, HasSubstr("StringIDToTypeID(\"'hello world\", &runtimeEventID);\n"));
+}
+
+TEST_F(DumpDescriptor, PlaysAStringIDThatItDoesNotLookUpWhole) {
+  sPSActionControl.AcquireSuite(true);
+  PSActionControlProcs procs = *sPSActionControl.suite;
+  procs.TypeIDToStringID = [](DescriptorTypeID, char* stringID, uint32 size) {
+    std::snprintf(stringID, size, "'hello world");
+    return OSErr{0};
+  };
+  const auto* const suite = std::exchange(sPSActionControl.suite, &procs);
+  const std::string text = dumped(0xFF616263, nullptr);
+  sPSActionControl.suite = suite;
+  EXPECT_THAT(text, StartsWith("SPErr Play'hello world("));
+  EXPECT_THAT(text, HasSubstr("Play(&result, 'hello world, NULL, plugInDialogSilent);\n"));
 }
 
 TEST_F(DumpDescriptor, DoesNotLookUpAnEventWithItsTopBitSet) {

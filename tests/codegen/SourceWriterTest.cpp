@@ -78,20 +78,37 @@ TEST(SourceWriter, LeavesUTF8UnchangedAndEscapesInvalidBytes) {
   EXPECT_EQ(written(StringLiteral{"\xF4\x90\x80\x80"}), R"("\364\220\200\200")");
 }
 
+IDName code(std::string_view text) { return {text, NameKind::kCode}; }
+
+IDName stringID(std::string_view text) { return {text, NameKind::kStringID}; }
+
 TEST(SourceWriter, WritesNamesUnchanged) {
-  EXPECT_EQ(written(BareName{"keyTool"}), "keyTool");
-  EXPECT_EQ(written(BareName{"'setd'"}), "'setd'");
-  EXPECT_EQ(written(BareName{"'"}), "'") << "a code that begins with a zero byte";
-  EXPECT_EQ(written(BareName{"'ab"}), "'ab") << "a code cut by a zero byte";
+  EXPECT_EQ(written(IDName{"keyTool", NameKind::kConstant}), "keyTool");
+  EXPECT_EQ(written(IDName{"runtimeKeyID", NameKind::kVariable}), "runtimeKeyID");
+  EXPECT_EQ(written(stringID("paintbrushTool")), "paintbrushTool");
+  EXPECT_EQ(written(code("'setd'")), "'setd'");
+  EXPECT_EQ(written(code("'")), "'") << "a code that begins with a zero byte";
+  EXPECT_EQ(written(code("'ab")), "'ab") << "a code cut by a zero byte";
+}
+
+TEST(SourceWriter, WritesAStringIDThatLooksLikeACodeWhole) {
+  for (const char* text : {"'hello world", "'", "''", "'abc'", "'setd'", "'setd'more", "'ab'd'"}) {
+    EXPECT_EQ(written(stringID(text)), text);
+  }
+}
+
+TEST(SourceWriter, EscapesCharactersOfAStringIDThatWouldEndItsLine) {
+  EXPECT_EQ(written(stringID("'two\nlines\\\x01")), R"('two\nlines\\\001)");
+  EXPECT_EQ(written(stringID("'\u00E9\xA9")), "'\u00E9\\251");
 }
 
 TEST(SourceWriter, EscapesCharactersThatWouldEndACode) {
-  EXPECT_EQ(written(BareName{"'a'b\\'"}), R"('a\'b\\')");
-  EXPECT_EQ(written(BareName{"''\"\n\xA9'"}), R"('\'"\n\251')");
+  EXPECT_EQ(written(code("'a'b\\'")), R"('a\'b\\')");
+  EXPECT_EQ(written(code("''\"\n\xA9'")), R"('\'"\n\251')");
 }
 
 TEST(SourceWriter, EscapesUTF8InACodeByteByByte) {
-  EXPECT_EQ(written(BareName{"'a\u00E9b'"}), R"('a\303\251b')");
+  EXPECT_EQ(written(code("'a\u00E9b'")), R"('a\303\251b')");
 }
 
 TEST(SourceWriter, KeepsACommentFromContinuingOnTheNextLine) {

@@ -185,6 +185,20 @@ TEST_F(Terminology, EndsACodeAtItsFirstZeroByte) {
   EXPECT_EQ(name(0x41424300, "event"), "'ABC");
 }
 
+TEST_F(Terminology, ReportsTheKindOfAName) {
+  host.stringIDs = {{7, "'tool'"}, {0xFF616263, "keyTool"}};
+  const auto kindOf = [](std::uint32_t id, const char* kind) {
+    char buffer[kNameSize];
+    return nameOfID(id, kind, buffer).kind;
+  };
+  EXPECT_EQ(kindOf(7, "key"), NameKind::kStringID) << "although it looks like a code";
+  EXPECT_EQ(kindOf(0xFF616263, "key"), NameKind::kStringID) << "although it looks like a constant";
+  EXPECT_EQ(kindOf(8, "key"), NameKind::kCode);
+  EXPECT_EQ(kindOf(0, "plugIn"), NameKind::kConstant);
+  EXPECT_EQ(kindOf(fourCharCode("setd"), "event"), NameKind::kConstant);
+  EXPECT_EQ(kindOf(fourCharCode("setd"), "unit"), NameKind::kCode);
+}
+
 TEST_F(Terminology, CutsTheHostsStringAtTheEndOfTheBuffer) {
   host.stringIDs = {{9, std::string(3000, 'n')}};
   EXPECT_EQ(name(9, "key"), std::string(1023, 'n'));

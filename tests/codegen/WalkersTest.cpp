@@ -215,6 +215,14 @@ TEST_F(Walkers, NameAnUnknownTypeInAnErrorLineAndContinue) {
                 putElement("PutInteger(list<1>, 1);"));
 }
 
+TEST_F(Walkers, WriteAnUnknownTypeWholeIfItsStringIDBeginsWithAnApostrophe) {
+  auto content = std::make_shared<simulator::Container>();
+  content->put(kKeyName, {simulator::theHost().typeIds().idOf("'hello world"), {}});
+  const auto desc = simulator::theHost().makeDescriptor(content);
+  EXPECT_EQ(bodyText(numbered(walked(desc)), kDescriptorHead),
+            "     ERROR DumpInfoFromDescriptor type: 'hello world, key: keyName, entry: 0\n");
+}
+
 TEST_F(Walkers, NeverNameAnUnknownTypeByTheTable) {
   EXPECT_THAT(itemText(R"("key": "Nm  ", "type": "setd")"), HasSubstr(" type: 'setd', key:"));
 }
