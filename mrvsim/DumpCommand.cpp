@@ -23,8 +23,9 @@ The descriptor is a JSON list of items in order, or null for no descriptor:
     [{"key": "Dmtr", "type": "UntF", "unit": "#Pxl", "value": 13.5},
      {"key": "$brushName", "type": "TEXT", "value": "Soft round"}]
 
-An ID is a text of exactly four characters (a four-character code), a text that
-begins with "$" (the string ID after it), or an integer from 0 to 4294967295.
+An ID is a text that begins with "$" (the string ID after it), any other text of
+exactly four characters (a four-character code), or an integer from 0 to
+4294967295 (the ID itself).
 
 Every item has a key (an ID) and a type; the items of a list have no key:
 

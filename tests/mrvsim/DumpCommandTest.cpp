@@ -53,11 +53,13 @@ TEST_F(DumpCommand, AppendsTheFunctionAndPrintsNothing) {
 TEST_F(DumpCommand, TakesTheEventInEveryFormOfId) {
   EXPECT_EQ(dump("null", {"--event", "slct"}).status, 0);
   EXPECT_EQ(dump("null", {"--event", "$sampleEvent"}).status, 0);
+  EXPECT_EQ(dump("null", {"--event", "$set"}).status, 0);
   EXPECT_EQ(dump("null", {"--event", "1936483188"}).status, 0);
   EXPECT_EQ(dump("null", {"--event", "0"}).status, 0);
   const std::string text = appended();
   EXPECT_THAT(text, StartsWith("SPErr PlayeventSelect("));
   EXPECT_THAT(text, HasSubstr("\nSPErr PlaysampleEvent("));
+  EXPECT_THAT(text, HasSubstr("\nSPErr Playset(")) << "a string ID of three letters";
   EXPECT_THAT(text, HasSubstr("\nSPErr PlayeventSelect(")) << "the number is that of 'slct'";
   EXPECT_THAT(text, HasSubstr("\nSPErr Play'("));
 }

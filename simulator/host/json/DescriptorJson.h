@@ -3,9 +3,11 @@
 //     [{"key": "Tool", "type": "enum", "enumType": "$paintbrushTool", "value": "Trgt"},
 //      {"key": "Dmtr", "type": "UntF", "unit": "#Pxl", "value": 13.0}]
 //
-// An ID is one of: a text of four ASCII characters, which is a four-character code even if it
-// begins with "$"; any other text that begins with "$", which is a string ID that the host numbers;
-// an integer, which is the ID itself.
+// An ID is one of:
+// - a text that begins with "$": the string ID after it, of any length, which the host numbers;
+// - any other text of four ASCII characters: a four-character code;
+// - an integer from 0 to 4294967295: the ID itself. IDs that have no text, such as a code that
+//   begins with "$", are written as one.
 #pragma once
 
 #include <stdexcept>

@@ -125,10 +125,11 @@ Json referenceToJson(const Reference& reference, const TypeIds& ids) {
 
 Json idToJson(std::uint32_t id, const TypeIds& ids) {
   const std::string* string = ids.stringOf(id);
-  // A string ID of three characters would read back as a four-character code.
-  if (string && string->size() != 3) return "$" + *string;
+  // JSON cannot hold other bytes, and "$" alone is not an ID.
+  if (string && !string->empty() && isUtf8(*string)) return "$" + *string;
   std::string text = idText(id);
-  return text.size() == 4 ? Json(std::move(text)) : Json(id);
+  const bool readsBack = text.size() == 4 && !text.starts_with('$');
+  return readsBack ? Json(std::move(text)) : Json(id);
 }
 
 }  // namespace simulator

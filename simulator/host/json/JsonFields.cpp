@@ -18,10 +18,15 @@ std::uint32_t codeOf(std::string_view text) {
   return code;
 }
 
-std::uint32_t numericId(const Json& json) {
-  const auto id = integerInRange<std::uint32_t>(json);
-  if (!id) throw JsonFault{"", "is out of range for an ID"};
-  return *id;
+/// The ID, or nullopt if the JSON is not one.
+std::optional<std::uint32_t> idOf(const Json& json, TypeIds& ids) {
+  if (json.is_number_integer()) return integerInRange<std::uint32_t>(json);
+  if (!json.is_string()) return std::nullopt;
+  const std::string_view text = json.get_ref<const std::string&>();
+  if (text.starts_with('$')) {
+    return text.size() > 1 ? std::optional(ids.idOf(text.substr(1))) : std::nullopt;
+  }
+  return isCode(text) ? std::optional(codeOf(text)) : std::nullopt;
 }
 
 /// `name` as a step of a JSON pointer (RFC 6901).
@@ -42,12 +47,11 @@ std::string escaped(std::string_view name) {
 }  // namespace
 
 std::uint32_t readId(const Json& json, TypeIds& ids) {
-  if (json.is_number_integer()) return numericId(json);
-  if (!json.is_string()) throw JsonFault{"", "must be an ID"};
-  const auto& text = json.get_ref<const std::string&>();
-  if (isCode(text)) return codeOf(text);
-  if (text.size() > 1 && text.front() == '$') return ids.idOf(std::string_view(text).substr(1));
-  throw JsonFault{"", "must be four characters, \"$\" and a string ID, or an integer"};
+  if (const auto id = idOf(json, ids)) return *id;
+  throw JsonFault{
+      "",
+      "must be an ID: \"$\" and a string ID, four ASCII characters, or an integer from 0 "
+      "to 4294967295"};
 }
 
 JsonFields::JsonFields(const Json& object, TypeIds& ids) : object_(object), ids_(ids) {

@@ -4,11 +4,14 @@
 #include <limits>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "simulator/host/json/DescriptorJson.h"
 
 namespace simulator {
 namespace {
+
+using testing::StartsWith;
 
 class DescriptorJson : public testing::Test {
  protected:
@@ -91,35 +94,67 @@ TEST_F(DescriptorJson, NumbersStringIDsInTheOrderOfTheDocument) {
   EXPECT_EQ(ids_.idOf("last"), 6u);
 }
 
-TEST_F(DescriptorJson, ReadsThreeFormsOfAnID) {
+TEST_F(DescriptorJson, ReadsEveryFormOfAnID) {
   EXPECT_EQ(idFromJson("Tool", ids_), 0x546F6F6Cu);
   EXPECT_EQ(idFromJson("$paintbrushTool", ids_), 1u);
   EXPECT_EQ(idFromJson(4294967295u, ids_), 4294967295u);
   EXPECT_EQ(idFromJson(0, ids_), 0u);
-  EXPECT_EQ(idFromJson("$abc", ids_), 0x24616263u);  // four characters: a code
+  EXPECT_EQ(idFromJson("#Pxl", ids_), 0x2350786Cu);
+  EXPECT_EQ(idFromJson("1234", ids_), 0x31323334u);
+}
+
+TEST_F(DescriptorJson, ReadsATextThatBeginsWithADollarSignAsAStringIDOfAnyLength) {
+  for (const std::string text : {"s", "to", "set", "feather", "$", "$$$", "'a", "two words", "é"}) {
+    const std::uint32_t id = idFromJson("$" + text, ids_);
+    ASSERT_NE(ids_.stringOf(id), nullptr) << text;
+    EXPECT_EQ(*ids_.stringOf(id), text);
+  }
 }
 
 TEST_F(DescriptorJson, WritesIDsThatReadBack) {
   EXPECT_EQ(idToJson(0x546F6F6C, ids_), "Tool");
   EXPECT_EQ(idToJson(1, ids_), 1u);
   EXPECT_EQ(idToJson(ids_.idOf("layer"), ids_), "$layer");
-  const std::uint32_t three = ids_.idOf("abc");
-  EXPECT_EQ(idFromJson(idToJson(three, ids_), ids_), three);
-  EXPECT_EQ(idToJson(0x546F6F01, ids_), 0x546F6F01u);
+  EXPECT_EQ(idToJson(ids_.idOf("set"), ids_), "$set");
+  EXPECT_EQ(idToJson(0x24616263, ids_), 0x24616263u) << "a code that begins with \"$\"";
+  EXPECT_EQ(idToJson(0x546F6F01, ids_), 0x546F6F01u) << "a code with a control character";
+  EXPECT_EQ(idToJson(0x546F6FE9, ids_), 0x546F6FE9u) << "a code with a byte that is not ASCII";
+}
+
+TEST_F(DescriptorJson, RestoresEveryKindOfID) {
+  std::vector<std::uint32_t> written = {0,          99,         0x20202020, 0x546F6F6C, 0x24616263,
+                                        0x24242424, 0x61622463, 0x546F6F01, 0x546F6FE9, 0x7FFFFFFF,
+                                        0x80000000, 0xFF616263, 0xFFFFFFFF};
+  for (const char* text : {"s", "to", "set", "tool", "layer", "$", "$set", "'x", "é", "\xE9", ""}) {
+    written.push_back(ids_.idOf(text));
+  }
+  for (const std::uint32_t id : written) {
+    const Json json = idToJson(id, ids_);
+    EXPECT_EQ(idFromJson(Json::parse(json.dump()), ids_), id) << json;
+  }
 }
 
 TEST_F(DescriptorJson, ReportsWhatIsWrongWithAnID) {
-  EXPECT_EQ(fault(R"([{"key": "Too", "type": "long", "value": 1}])"),
-            "/0/key: must be four characters, \"$\" and a string ID, or an integer");
-  EXPECT_THAT(fault(R"([{"key": "$", "type": "long", "value": 1}])"),
-              testing::StartsWith("/0/key: must be four"));
-  EXPECT_THAT(fault(R"([{"key": "é€", "type": "long", "value": 1}])"),
-              testing::StartsWith("/0/key: must be four"));
-  EXPECT_EQ(fault(R"([{"key": -1, "type": "long", "value": 1}])"),
-            "/0/key: is out of range for an ID");
-  EXPECT_EQ(fault(R"([{"key": 4294967296, "type": "long", "value": 1}])"),
-            "/0/key: is out of range for an ID");
-  EXPECT_EQ(fault(R"([{"key": 1.5, "type": "long", "value": 1}])"), "/0/key: must be an ID");
+  for (const char* key : {R"("")", R"("Too")", R"("Tools")", R"("$")", R"("é€")", "-1",
+                          "4294967296", "1.5", "true", "null", "[]", "{}"}) {
+    EXPECT_EQ(fault(R"([{"key": )" + std::string(key) + R"(, "type": "long", "value": 1}])"),
+              "/0/key: must be an ID: \"$\" and a string ID, four ASCII characters, or an integer "
+              "from 0 to 4294967295")
+        << key;
+  }
+}
+
+TEST_F(DescriptorJson, NamesThePlaceOfAnyFieldThatIsNotAnID) {
+  const std::string item = R"([{"key": "KeyA", "type": )";
+  EXPECT_THAT(fault(item + R"("UntF", "unit": "in", "value": 1}])"), StartsWith("/0/unit: must"));
+  EXPECT_THAT(fault(item + R"("enum", "enumType": 1.5, "value": 1}])"),
+              StartsWith("/0/enumType: must"));
+  EXPECT_THAT(fault(item + R"("enum", "enumType": 1, "value": "x"}])"),
+              StartsWith("/0/value: must"));
+  EXPECT_THAT(fault(item + R"("type", "value": -1}])"), StartsWith("/0/value: must"));
+  EXPECT_THAT(fault(item + R"("Objc", "class": "L", "value": []}])"), StartsWith("/0/class: must"));
+  EXPECT_THAT(referenceFault(R"([{"form": "prop", "class": 1, "key": "x"}])"),
+              StartsWith("/0/key: must"));
 }
 
 TEST_F(DescriptorJson, ReportsThePlaceAndReasonOfAFault) {
