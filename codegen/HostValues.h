@@ -2,6 +2,9 @@
 // suites/HostObjects.h. [main-thread]
 #pragma once
 
+#include <cstdint>
+#include <limits>
+
 #include "hostutil/Owned.h"
 #include "suites/HostObjects.h"
 
@@ -17,6 +20,12 @@ bool hold(AutoSuite<T>& holder) {
 inline bool holdActionSuites() {
   return hold(sPSActionDescriptor) && hold(sPSActionList) && hold(sPSActionReference) &&
          hold(sPSActionControl);
+}
+
+/// Whether a number of items, characters or bytes that the host reports can be true: with one more
+/// for a terminator, it fits into 31 bits.
+constexpr bool isCount(std::uint32_t number) {
+  return number < std::uint32_t{std::numeric_limits<std::int32_t>::max()};
 }
 
 inline void releaseText(ASZString text) { sASZString->Release(text); }

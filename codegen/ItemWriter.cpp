@@ -32,6 +32,7 @@ constexpr std::size_t kPathSize = 512;
 template <class Kind>
 bool ItemWriter<Kind>::begin() {
   if (container_ == nullptr || Kind::suite()->GetCount(container_, &count_) != 0) return false;
+  if (!isCount(count_)) return false;
   variable_ = declaredName(Kind::kVariable, container_);
   writeContainerHeader<Kind>(container_, *out_);
   return true;
@@ -118,7 +119,7 @@ void ItemWriter<Kind>::writePlainItem() {
   if (!writeValue(itemKey)) writeError(itemKey);
 }
 
-/// False if a host call fails or the type is unknown.
+/// False if a host call fails or reports a negative length, or the type is unknown.
 template <class Kind>
 bool ItemWriter<Kind>::writeValue(const Key& key) {
   switch (type_) {
@@ -258,6 +259,7 @@ template <class Kind>
 bool ItemWriter<Kind>::writeRawData(const Key& key) {
   int32 length = 0;
   if (Kind::suite()->GetDataLength(container_, selector(), &length) != 0) return false;
+  if (length < 0) return false;
   put("PutData", key, length, "voidPtrToData");
   return true;
 }

@@ -30,7 +30,7 @@ class ItemWriter {
   ItemWriter(Container container, SourceWriter& out) : container_(container), out_(&out) {}
 
   /// Writes the container's header. False, with nothing written, if the container is null or the
-  /// host does not report its item count.
+  /// host does not report its item count, or one that is not a count (HostValues.h).
   bool begin();
 
   bool atEnd() const { return index_ == count_; }

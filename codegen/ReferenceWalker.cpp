@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "codegen/ContainerKinds.h"
+#include "codegen/HostValues.h"
 #include "codegen/SourceWriter.h"
 #include "codegen/SpelledID.h"
 #include "codegen/VariableNames.h"
@@ -85,6 +86,7 @@ class PartWriter {
   void writeName(DescriptorClassID desiredClass) {
     uint32 length = 0;
     if (!succeeds("GetNameLength", sPSActionReference->GetNameLength(part_, &length))) return;
+    if (!isCount(length)) return writeError("GetNameLength", kSPBadParameterError);
     std::vector<char> name(std::size_t{length} + 1);
     const OSErr error = sPSActionReference->GetName(part_, name.data(), length + 1);
     if (!succeeds("GetName", error)) return;

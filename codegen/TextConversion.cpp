@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "codegen/HostValues.h"
 #include "hostutil/CFObject.h"
 #include "suites/Suites.h"
 
@@ -46,7 +47,9 @@ std::optional<std::string> convert(const std::vector<UniChar>& units) {
 }  // namespace
 
 std::optional<std::string> textToUTF8(ASZString text) {
-  const ASUInt32 size = sASZString->LengthAsUnicodeCString(text) + 1;
+  const ASUInt32 length = sASZString->LengthAsUnicodeCString(text);
+  if (!isCount(length)) return std::nullopt;
+  const ASUInt32 size = length + 1;
   std::vector<UniChar> units(size);
   if (sASZString->AsUnicodeCString(text, units.data(), size, true) != 0) return std::nullopt;
   units.back() = 0;

@@ -1,6 +1,7 @@
 #include "hostactions/DescriptorUtilities.h"
 
 #include <cstdint>
+#include <limits>
 
 #include "hostactions/ApplicationProperty.h"
 #include "hostactions/ReferenceParts.h"
@@ -10,6 +11,9 @@
 namespace {
 
 constexpr double kPointsPerInch = 72.0;
+
+/// With a terminator, a text of this length takes more bytes than 32 bits can count.
+constexpr std::uint32_t kLengthWithoutRoom = std::numeric_limits<std::uint32_t>::max();
 
 /// Reads the property `key` from the host's answer to a reference made of the parts.
 template <class... Parts>
@@ -25,9 +29,12 @@ int readName(PIActionDescriptor action, char* name, std::uint32_t* length) {
   bool present = false;
   int error = askForKey(action, kKeyName, present);
   if (error != 0 || !present) return error;
-  error = sPSActionDescriptor->GetStringLength(action, kKeyName, length);
+  std::uint32_t reported = 0;
+  error = sPSActionDescriptor->GetStringLength(action, kKeyName, &reported);
   if (error != 0) return error;
-  return sPSActionDescriptor->GetString(action, kKeyName, name, *length + 1);
+  if (reported == kLengthWithoutRoom) return kSPBadParameterError;
+  *length = reported;
+  return sPSActionDescriptor->GetString(action, kKeyName, name, reported + 1);
 }
 
 template <class... Parts>
@@ -57,7 +64,7 @@ int readText(const Item& item) {
   const std::uint32_t capacity = *length;
   const int error = sPSActionDescriptor->GetStringLength(item.descriptor, item.key, length);
   if (error != 0) return error;
-  if (capacity < *length) return kSPBadParameterError;
+  if (capacity < *length || *length == kLengthWithoutRoom) return kSPBadParameterError;
   return sPSActionDescriptor->GetString(item.descriptor, item.key, as<char>(item.value),
                                         *length + 1);
 }

@@ -20,7 +20,7 @@ int PIUActionsPlayByName(const char* setName, const char* actionName);
 
 /// Reads the name of the action with an index (from 1) in the set with an index or a name.
 /// `*length` is output only: the name's length in bytes. Returns 0 and writes nothing if the host's
-/// answer has no name.
+/// answer has no name; a name of 0xFFFFFFFF bytes gives the parameter error and writes nothing.
 /// REQUIRES: `name` has room for the name and a terminator.
 int PIUActionsGetName(std::uint32_t setIndex, std::uint32_t actionIndex, char* name,
                       std::uint32_t* length);
@@ -66,8 +66,9 @@ int PIUGetBackgroundInfo(std::uint32_t key, void* value, void* extra);
 ///   long          std::int32_t
 ///   obj           PIActionReference
 ///
-/// A text longer than the capacity gives the parameter error but still writes the length. A null
-/// `extra` gives the parameter error if the type needs one. Any other type gives 0x21494D50
+/// A text longer than the capacity, or of 0xFFFFFFFF bytes, gives the parameter error but still
+/// writes the length. A null `extra` gives the parameter error if the type needs one. Any other
+/// type gives 0x21494D50
 /// ('!IMP'). The caller frees the objects and handles that it receives.
 int PIUGetSingleItemFromDescriptor(PIActionDescriptor descriptor, std::uint32_t key, void* value,
                                    void* extra);

@@ -52,6 +52,7 @@ int PSMajorVersion(int* major, int* minor) {
 bool PSIsModal() {
   // A call that fails normally leaves the 1, so the host counts as modal.
   std::intptr_t modal = 1;
+  if (sPSProperty->getPropertyProc == nullptr) return true;
   sPSProperty->getPropertyProc(kPhotoshopSignature, propAppIsModal, 0, &modal, nullptr);
   return modal != 0;
 }

@@ -8,6 +8,6 @@
 /// Throws the host's code as a `std::uint32_t` if a suite cannot be acquired.
 int PSMajorVersion(int* major, int* minor);
 
-/// Returns whether the host reports that it is modal; true also if it does not answer. Throws what
-/// `PSMajorVersion` throws.
+/// Returns whether the host reports that it is modal; true also if it does not answer or has no
+/// procedure to ask. Throws what `PSMajorVersion` throws.
 bool PSIsModal();

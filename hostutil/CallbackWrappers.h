@@ -70,19 +70,20 @@ void HostUnlockHandle(const HandleProcs* procs, Handle handle);
 /// handle cannot be made or locked.
 Handle HostCopy(const HandleProcs* procs, const void* bytes, int32 size);
 
-/// A new handle with a copy of the contents of `source`. Null if `source` is null, or a handle
-/// cannot be made or locked.
+/// A new handle with a copy of the contents of `source`. Null if `source` is null or its size is
+/// negative, or a handle cannot be made or locked.
 Handle HostHandleCopy(const HandleProcs* procs, Handle source);
 
 /// Appends the contents of `source` to `destination`; the two may be the same. Returns `paramErr`
-/// (-50) if one of them is null, the host's error if `destination` cannot grow, and `memFullErr`
-/// (-108) if the sum exceeds 31 bits or a handle cannot be locked. After an error `destination` has
-/// its old contents.
+/// (-50) if one of them is null or has a negative size, the host's error if `destination` cannot
+/// grow, and `memFullErr` (-108) if the sum exceeds 31 bits or a handle cannot be locked. After an
+/// error `destination` has its old contents.
 OSErr HostHandleCat(const HandleProcs* procs, Handle destination, Handle source);
 
 /// Copies the text in `handle`, up to its first zero byte or its end, into the `room` bytes (at
 /// least 1) at `text`, cut to fit, with a terminator. Returns `paramErr` (-50) if `handle` is null
-/// and `memFullErr` (-108) if it cannot be locked. After an error `text` is empty.
+/// or its size is negative, and `memFullErr` (-108) if it cannot be locked. After an error `text`
+/// is empty.
 OSErr HostHandle2CString(const HandleProcs* procs, Handle handle, char* text, std::size_t room);
 
 /// The same into a length-prefixed string of at most 254 characters, with a zero byte at the end.

@@ -29,14 +29,16 @@ class LockedHandle {
   Ptr bytes_;
 };
 
-/// The error for a handle that cannot be read; 0 if neither record nor handle prevents it.
-OSErr whyUnreadable(const HandleProcs* procs, Handle handle) {
+/// Sets `*size` to the size of a handle. The error if the record or the handle cannot be used;
+/// `*size` is 0 then.
+OSErr readSize(const HandleProcs* procs, Handle handle, std::size_t* size) {
+  *size = 0;
   if (!HostHandleProcsAvailable(procs)) return errPlugInHostInsufficient;
-  return handle == nullptr ? OSErr{paramErr} : OSErr{noErr};
-}
-
-std::size_t sizeOf(const HandleProcs* procs, Handle handle) {
-  return static_cast<std::size_t>(std::max(HostGetHandleSize(procs, handle), 0));
+  if (handle == nullptr) return paramErr;
+  const int32 reported = HostGetHandleSize(procs, handle);
+  if (reported < 0) return paramErr;
+  *size = static_cast<std::size_t>(reported);
+  return noErr;
 }
 
 /// Copies `size` bytes to `offset` in the handle; false if it cannot be locked.
@@ -52,8 +54,8 @@ bool write(const HandleProcs* procs, Handle handle, std::size_t offset, const vo
 OSErr readText(const HandleProcs* procs, Handle handle, char* text, std::size_t room,
                std::size_t* length) {
   *length = 0;
-  if (const OSErr error = whyUnreadable(procs, handle)) return error;
-  const std::size_t size = sizeOf(procs, handle);
+  std::size_t size;
+  if (const OSErr error = readSize(procs, handle, &size)) return error;
   const LockedHandle locked(procs, handle);
   if (locked.bytes() == nullptr) return memFullErr;
   const char* const end = std::find(locked.bytes(), locked.bytes() + std::min(size, room), '\0');
@@ -81,18 +83,18 @@ Handle HostCopy(const HandleProcs* procs, const void* bytes, int32 size) {
 }
 
 Handle HostHandleCopy(const HandleProcs* procs, Handle source) {
-  if (whyUnreadable(procs, source) != noErr) return nullptr;
-  const std::size_t size = sizeOf(procs, source);
+  std::size_t size;
+  if (readSize(procs, source, &size) != noErr) return nullptr;
   const LockedHandle locked(procs, source);
   if (locked.bytes() == nullptr) return nullptr;
   return HostCopy(procs, locked.bytes(), static_cast<int32>(size));
 }
 
 OSErr HostHandleCat(const HandleProcs* procs, Handle destination, Handle source) {
-  if (const OSErr error = whyUnreadable(procs, destination)) return error;
-  if (const OSErr error = whyUnreadable(procs, source)) return error;
-  const std::size_t before = sizeOf(procs, destination);
-  const std::size_t added = sizeOf(procs, source);
+  std::size_t before;
+  std::size_t added;
+  if (const OSErr error = readSize(procs, destination, &before)) return error;
+  if (const OSErr error = readSize(procs, source, &added)) return error;
   int32 size;
   if (!addSizes(before, added, &size)) return memFullErr;
   if (const OSErr error = HostSetHandleSize(procs, destination, size)) return error;
@@ -130,8 +132,9 @@ Handle HostPString2Handle(const HandleProcs* procs, const unsigned char* text) {
 }
 
 OSErr HostHandle2Version(const HandleProcs* procs, Handle handle, HostVersionNumbers* version) {
-  if (const OSErr error = whyUnreadable(procs, handle)) return error;
-  if (sizeOf(procs, handle) < sizeof *version) return paramErr;
+  std::size_t size;
+  if (const OSErr error = readSize(procs, handle, &size)) return error;
+  if (size < sizeof *version) return paramErr;
   const LockedHandle locked(procs, handle);
   if (locked.bytes() == nullptr) return memFullErr;
   std::memcpy(version, locked.bytes(), sizeof *version);

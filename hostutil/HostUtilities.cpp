@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <cstring>
+#include <utility>
 
 #include "hostutil/CallbackWrappers.h"
 
@@ -42,6 +43,7 @@ bool HostPlayDialog(const PIDescriptorParameters* parameters) {
 void* AllocateGlobals(short* result, void* parameterBlock, HandleProcs* procs, std::size_t size,
                       Handle* handle, void (*initialise)(void*)) {
   if (*handle != nullptr) return lockAndStamp(*handle, result, parameterBlock, procs);
+  if (!std::in_range<std::int32_t>(size)) return nullptr;
   const Handle made = HostNewHandle(procs, static_cast<std::int32_t>(size));
   if (made == nullptr) return nullptr;
   void* block = lockAndStamp(made, result, parameterBlock, procs);

@@ -22,8 +22,9 @@ bool HostPlayDialog(const PIDescriptorParameters* parameters);
 /// to 0.
 ///
 /// If `*handle` is null, a new handle is made, its block is locked, set up and passed to
-/// `initialise`, and the handle is stored in `*handle`. Returns null if `procs` is unavailable or
-/// the handle cannot be made or locked; a new handle that cannot be locked is disposed of.
+/// `initialise`, and the handle is stored in `*handle`. Returns null if `procs` is unavailable,
+/// `size` exceeds 31 bits, or the handle cannot be made or locked; a new handle that cannot be
+/// locked is disposed of.
 /// REQUIRES: `size` is at least that of two pointers; of the arguments, only `procs` may be null.
 /// [main-thread]
 void* AllocateGlobals(short* result, void* parameterBlock, HandleProcs* procs, std::size_t size,

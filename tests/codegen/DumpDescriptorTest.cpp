@@ -2,11 +2,11 @@
 
 #include <cstdio>
 #include <fstream>
-#include <utility>
 
 #include "codegen/DumpDescriptor.h"
 #include "simulator/base/Faults.h"
 #include "tests/codegen/GeneratorFixture.h"
+#include "tests/support/AlteredSuite.h"
 
 namespace {
 
@@ -105,15 +105,12 @@ TEST_F(DumpDescriptor, WritesAStringIDThatBeginsWithAnApostropheWhole) {
 }
 
 TEST_F(DumpDescriptor, PlaysAStringIDThatItDoesNotLookUpWhole) {
-  sPSActionControl.AcquireSuite(true);
-  PSActionControlProcs procs = *sPSActionControl.suite;
-  procs.TypeIDToStringID = [](DescriptorTypeID, char* stringID, uint32 size) {
+  testing_support::AlteredSuite control(sPSActionControl);
+  control->TypeIDToStringID = [](DescriptorTypeID, char* stringID, uint32 size) {
     std::snprintf(stringID, size, "'hello world");
     return OSErr{0};
   };
-  const auto* const suite = std::exchange(sPSActionControl.suite, &procs);
   const std::string text = dumped(0xFF616263, nullptr);
-  sPSActionControl.suite = suite;
   EXPECT_THAT(text, StartsWith("SPErr Play'hello world("));
   EXPECT_THAT(text, HasSubstr("Play(&result, 'hello world, NULL, plugInDialogSilent);\n"));
 }

@@ -57,6 +57,19 @@ TEST_F(TextConversion, ReplacesUnpairedSurrogates) {
 
 TEST_F(TextConversion, EndsAtTheFirstZeroUnit) { EXPECT_EQ(converted({u'a', 0, u'b'}), "a"); }
 
+TEST_F(TextConversion, ReturnsNulloptForALengthBeyond31BitsWithoutReadingTheText) {
+  static ASUInt32 length;
+  suite_.LengthAsUnicodeCString = [](ASZString) { return length; };
+  suite_.AsUnicodeCString = [](ASZString, ASUnicode*, ASUInt32 size, ASBoolean) {
+    ADD_FAILURE() << "read into " << size << " units";
+    return ASErr{-1};
+  };
+  for (const ASUInt32 reported : {0x7FFFFFFFu, 0x80000000u, 0xFFFFFFFEu, 0xFFFFFFFFu}) {
+    length = reported;
+    EXPECT_EQ(textToUTF8(nullptr), std::nullopt) << reported;
+  }
+}
+
 TEST_F(TextConversion, ReturnsNulloptIfTheHostFails) {
   error = -1731;
   EXPECT_EQ(converted(u"text"), std::nullopt);

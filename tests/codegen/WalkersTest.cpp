@@ -1,8 +1,12 @@
 #include <HostTerms.h>
 
+#include <tuple>
+#include <type_traits>
+
 #include "codegen/Walkers.h"
 #include "simulator/base/Faults.h"
 #include "tests/codegen/GeneratorFixture.h"
+#include "tests/support/AlteredSuite.h"
 
 namespace {
 
@@ -348,6 +352,80 @@ TEST_F(Walkers, ReportAFailedItemAndContinueWithTheNext) {
   simulator::theFaults().add({"ActionDescriptor.GetInteger", -1731, 0, 1});
   EXPECT_EQ(bodyText(numbered(walked(desc)), kDescriptorHead),
             "     ERROR DumpInfoFromDescriptor type: 'long', key: keyHeight, entry: 0\n" +
+                put("PutInteger(desc<1>, keyWidth, 2);"));
+}
+
+/// What the host of the next tests reports as a number of items, bytes or characters.
+std::uint32_t reported;
+
+template <class... Arguments>
+OSErr report(Arguments... arguments) {
+  const auto list = std::tuple(arguments...);
+  using Number =
+      std::remove_pointer_t<std::tuple_element_t<sizeof...(arguments) - 1, decltype(list)>>;
+  *std::get<sizeof...(arguments) - 1>(list) = static_cast<Number>(reported);
+  return 0;
+}
+
+constexpr std::uint32_t kImpossibleNumbers[] = {0x7FFFFFFF, 0x80000000, 0xFFFFFFFE, 0xFFFFFFFF};
+
+TEST_F(Walkers, WriteNothingForAContainerWithAnImpossibleNumberOfItems) {
+  const auto desc = descriptor(R"([{"key": "Wdth", "type": "long", "value": 1}])");
+  const auto elements = list(R"([{"type": "long", "value": 1}])");
+  testing_support::AlteredSuite descriptors(sPSActionDescriptor);
+  testing_support::AlteredSuite lists(sPSActionList);
+  descriptors->GetCount = report;
+  lists->GetCount = report;
+  for (const std::uint32_t count : kImpossibleNumbers) {
+    reported = count;
+    EXPECT_EQ(walked(desc), "") << count;
+    EXPECT_EQ(walked(elements), "") << count;
+  }
+}
+
+TEST_F(Walkers, ReportDataOfNegativeLengthAndContinueWithTheNextItem) {
+  const auto desc = descriptor(R"([{"key": "Hght", "type": "tdta", "value": "AAEC"},
+                                   {"key": "Wdth", "type": "long", "value": 2}])");
+  const auto elements = list(R"([{"type": "tdta", "value": "AAEC"}])");
+  testing_support::AlteredSuite descriptors(sPSActionDescriptor);
+  testing_support::AlteredSuite lists(sPSActionList);
+  descriptors->GetDataLength = report;
+  lists->GetDataLength = report;
+  for (const std::uint32_t length : {0x80000000, 0xFFFFFFFF}) {
+    reported = length;
+    EXPECT_EQ(bodyText(numbered(walked(desc)), kDescriptorHead),
+              "     ERROR DumpInfoFromDescriptor type: 'tdta', key: keyHeight, entry: 0\n" +
+                  put("PutInteger(desc<1>, keyWidth, 2);"));
+    EXPECT_EQ(bodyText(numbered(walked(elements)), kListHead),
+              "     ERROR: DumpInfoFromList type: 'tdta', entry: 0, Total Entry: 1\n");
+  }
+}
+
+TEST_F(Walkers, ReportANameOfImpossibleLengthWithoutReadingIt) {
+  testing_support::AlteredSuite references(sPSActionReference);
+  references->GetNameLength = report;
+  references->GetName = [](PIActionReference, char*, uint32 size) {
+    ADD_FAILURE() << "read into " << size << " bytes";
+    return OSErr{-1};
+  };
+  for (const std::uint32_t length : kImpossibleNumbers) {
+    reported = length;
+    EXPECT_EQ(formText(R"("form": "name", "class": "Lyr ", "value": "x")"),
+              "     ERROR: DumpInfoFromReferene on GetNameLength = 1348563565\n");
+  }
+}
+
+TEST_F(Walkers, ReportTextOfImpossibleLengthAndContinueWithTheNextItem) {
+  const auto desc = descriptor(R"([{"key": "Nm  ", "type": "TEXT", "value": "x"},
+                                   {"key": "Wdth", "type": "long", "value": 2}])");
+  testing_support::AlteredSuite strings(sASZString);
+  strings->LengthAsUnicodeCString = [](ASZString) { return ASUInt32{0xFFFFFFFF}; };
+  strings->AsUnicodeCString = [](ASZString, ASUnicode*, ASUInt32 size, ASBoolean) {
+    ADD_FAILURE() << "read into " << size << " units";
+    return ASErr{-1};
+  };
+  EXPECT_EQ(bodyText(numbered(walked(desc)), kDescriptorHead),
+            "     ERROR DumpInfoFromDescriptor type: 'TEXT', key: keyName, entry: 0\n" +
                 put("PutInteger(desc<1>, keyWidth, 2);"));
 }
 

@@ -3,7 +3,9 @@
 #include <gtest/gtest.h>
 
 #include "hostactions/DescriptorUtilities.h"
+#include "suites/Suites.h"
 #include "tests/hostactions/RecordingHost.h"
+#include "tests/support/AlteredSuite.h"
 
 using namespace simulator;
 using namespace testing_support;
@@ -174,6 +176,24 @@ TEST_F(DescriptorUtilitiesActionName, GivesTheHostsErrorForNoSuchActionAndWrites
   EXPECT_EQ(PIUActionsGetName(std::uint32_t{1}, 4, text_, &length_), -1728);
   EXPECT_EQ(PIUActionsGetName(std::uint32_t{2}, 1, text_, &length_), -1728);
   EXPECT_EQ(PIUActionsGetName("No Such Set", 1, text_, &length_), -1728);
+  EXPECT_STREQ(text_, "untouched");
+  EXPECT_EQ(length_, 31U);
+}
+
+TEST_F(DescriptorUtilitiesActionName, GivesTheParameterErrorIfNoRoomCanHoldItsLength) {
+  {
+    AlteredSuite descriptors(sPSActionDescriptor);
+    descriptors->GetStringLength = [](PIActionDescriptor, DescriptorKeyID, uint32* length) {
+      *length = 0xFFFFFFFF;
+      return OSErr{0};
+    };
+    descriptors->GetString = [](PIActionDescriptor, DescriptorKeyID, char*, uint32 size) {
+      ADD_FAILURE() << "read into " << size << " bytes";
+      return OSErr{-1};
+    };
+    EXPECT_EQ(PIUActionsGetName(std::uint32_t{1}, 2, text_, &length_), kParameter);
+    EXPECT_EQ(PIUActionsGetName("Default Actions", 2, text_, &length_), kParameter);
+  }
   EXPECT_STREQ(text_, "untouched");
   EXPECT_EQ(length_, 31U);
 }

@@ -7,6 +7,7 @@
 #include "hostactions/DescriptorUtilities.h"
 #include "suites/HostObjects.h"
 #include "tests/hostactions/RecordingHost.h"
+#include "tests/support/AlteredSuite.h"
 
 using namespace simulator;
 using namespace testing_support;
@@ -168,6 +169,35 @@ TEST_F(DescriptorUtilitiesItem, ReadsATextOfLength10WithACapacityOf10WithLimit11
   EXPECT_STREQ(buffer, "0123456789");
   EXPECT_EQ(length, 10U);
   EXPECT_EQ(recorder.textLimits, std::vector<std::uint32_t>{11});
+}
+
+TEST_F(DescriptorUtilitiesItem, ReturnsTheParameterErrorForATextThatNoRoomCanHold) {
+  char buffer[16] = "untouched";
+  std::uint32_t length = 0xFFFFFFFF;
+  AlteredSuite descriptors(sPSActionDescriptor);
+  descriptors->GetStringLength = [](PIActionDescriptor, DescriptorKeyID, uint32* reported) {
+    *reported = 0xFFFFFFFF;
+    return OSErr{0};
+  };
+  descriptors->GetString = [](PIActionDescriptor, DescriptorKeyID, char*, uint32 size) {
+    ADD_FAILURE() << "read into " << size << " bytes";
+    return OSErr{-1};
+  };
+  EXPECT_EQ(PIUGetSingleItemFromDescriptor(text("x"), kKey, buffer, &length), kParameter);
+  EXPECT_STREQ(buffer, "untouched");
+}
+
+TEST_F(DescriptorUtilitiesErrorString, GivesTheParameterErrorForALengthAboveTheSize) {
+  char buffer[4] = "xyz";
+  const auto given = descriptor(Json::parse(R"([{"key": "Msge", "type": "TEXT", "value": "!"}])"));
+  AlteredSuite descriptors(sPSActionDescriptor);
+  descriptors->GetStringLength = [](PIActionDescriptor, DescriptorKeyID, uint32* reported) {
+    *reported = 0xFFFFFFFF;
+    return OSErr{0};
+  };
+  EXPECT_EQ(PIUGetErrorStringFromDescriptor(given, buffer, 4), kParameter);
+  EXPECT_EQ(PIUGetErrorStringFromDescriptor(given, buffer, 0xFFFFFFFE), kParameter);
+  EXPECT_STREQ(buffer, "xyz");
 }
 
 TEST_F(DescriptorUtilitiesItem, ReadsAnEmptyTextIntoABufferOfCapacity0) {

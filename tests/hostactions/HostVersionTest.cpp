@@ -10,6 +10,7 @@
 
 #include "hostactions/HostVersion.h"
 #include "suites/HostObjects.h"
+#include "tests/support/AlteredSuite.h"
 #include "tests/support/Machine.h"
 
 namespace {
@@ -339,6 +340,13 @@ TEST_F(HostVersionIsModal, PassesNoHandleAndUsesAValueReturnedWithAnError) {
   sPSProperty.suite = &procs;
   EXPECT_FALSE(PSIsModal());
   sPSProperty.suite = host;
+}
+
+TEST_F(HostVersionIsModal, ReturnsTrueIfTheRecordHasNoProcedureToAsk) {
+  theHost().setModal(0);
+  AlteredSuite procs(sPSProperty);
+  procs->getPropertyProc = nullptr;
+  EXPECT_TRUE(PSIsModal());
 }
 
 TEST_F(HostVersionIsModal, ThrowsIfTheSuiteCannotBeAcquired) {

@@ -216,6 +216,86 @@ TEST_F(HandleText, ReturnsAnErrorAndEmptyTextForAHandleTooShortForThreeNumbers) 
   dispose(handle);
 }
 
+TEST_F(HandleText, DoesNotCallANullLockProcedureWhateverIsAskedOfTheHandle) {
+  const Handle handle = HostNewHandle(&handles, 12);
+  HandleProcs cut = handles;
+  cut.lockProc = nullptr;
+  HostVersionNumbers version = {1, 2, 3};
+  EXPECT_EQ(HostHandleCat(&cut, handle, handle), memFullErr);
+  EXPECT_EQ(HostGetHandleSize(&handles, handle), 12) << "as it was";
+  EXPECT_EQ(HostHandle2Version(&cut, handle, &version), memFullErr);
+  EXPECT_EQ(version.major, 1);
+  PString string("before");
+  EXPECT_EQ(HostHandle2PString(&cut, handle, string), memFullErr);
+  EXPECT_EQ(string.terminated(), "");
+  EXPECT_EQ(HostPString2Handle(&cut, PString("abc")), nullptr);
+  dispose(handle);
+}
+
+TEST_F(HandleText, LocksWithoutAProcedureToUnlock) {
+  const Handle handle = holding("abc");
+  HandleProcs cut = handles;
+  cut.unlockProc = nullptr;
+  char room[4] = "xxx";
+  EXPECT_EQ(HostHandle2CString(&cut, handle, room, sizeof room), 0);
+  EXPECT_STREQ(room, "abc");
+  HostUnlockHandle(&handles, handle);
+  dispose(handle);
+}
+
+TEST_F(HandleText, RefusesAHandleOfNegativeSizeWithoutLockingOrResizingIt) {
+  const Handle handle = holding("abc");
+  const Handle other = holding("de");
+  static Handle hostile;
+  hostile = handle;
+  static int32 (*getSize)(Handle);
+  getSize = handles.getSizeProc;
+  HandleProcs procs = handles;
+  procs.lockProc = [](Handle, Boolean) {
+    ADD_FAILURE() << "locked";
+    return Ptr{};
+  };
+  procs.newProc = [](int32 size) {
+    ADD_FAILURE() << "made with " << size << " bytes";
+    return Handle{};
+  };
+  procs.setSizeProc = [](Handle, int32 size) {
+    ADD_FAILURE() << "resized to " << size << " bytes";
+    return OSErr{-1};
+  };
+  static int32 reported;
+  procs.getSizeProc = [](Handle asked) { return asked == hostile ? reported : getSize(asked); };
+  for (const int32 size : {-1, INT32_MIN}) {
+    reported = size;
+    EXPECT_EQ(HostHandleCopy(&procs, handle), nullptr);
+    EXPECT_EQ(HostHandleCat(&procs, handle, other), paramErr);
+    EXPECT_EQ(HostHandleCat(&procs, other, handle), paramErr);
+    char room[4] = "xxx";
+    EXPECT_EQ(HostHandle2CString(&procs, handle, room, sizeof room), paramErr);
+    EXPECT_STREQ(room, "");
+    PString string("before");
+    EXPECT_EQ(HostHandle2PString(&procs, handle, string), paramErr);
+    EXPECT_EQ(string.terminated(), "");
+    HostVersionNumbers version = {1, 2, 3};
+    EXPECT_EQ(HostHandle2Version(&procs, handle, &version), paramErr);
+    EXPECT_EQ(version.major, 1);
+  }
+  dispose(handle);
+  dispose(other);
+}
+
+TEST_F(HandleText, RefusesToAppendBeyond31BitsWithoutResizing) {
+  const Handle handle = holding("abc");
+  HandleProcs procs = handles;
+  procs.getSizeProc = [](Handle) { return INT32_MAX; };
+  procs.setSizeProc = [](Handle, int32 size) {
+    ADD_FAILURE() << "resized to " << size << " bytes";
+    return OSErr{0};
+  };
+  EXPECT_EQ(HostHandleCat(&procs, handle, handle), memFullErr);
+  dispose(handle);
+}
+
 TEST_F(HandleText, LeaksNothingAndLeavesNoLockWhicheverCallFails) {
   const char* const procedures[] = {"Handle.newProc", "Handle.getSizeProc", "Handle.setSizeProc",
                                     "Handle.lockProc"};

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -160,6 +161,27 @@ TEST_F(AllocateGlobalsCall, ReturnsNullAndDoesNotCallUnusableProcedures) {
   EXPECT_EQ(AllocateGlobals(&result, &parameters, nullptr, 64, &handle, initialise), nullptr);
   EXPECT_TRUE(calls.empty());
   EXPECT_EQ(result, -7);
+}
+
+TEST_F(AllocateGlobalsCall, DoesNotCallANullLockProcedure) {
+  procs.lockProc = nullptr;
+  EXPECT_EQ(allocate(), nullptr);
+  EXPECT_EQ(calls, (std::vector<std::string>{"new 64", "dispose"}));
+  EXPECT_EQ(handle, nullptr);
+  calls.clear();
+  handle = &master;
+  EXPECT_EQ(allocate(), nullptr);
+  EXPECT_TRUE(calls.empty());
+  EXPECT_EQ(handle, &master);
+  EXPECT_EQ(result, -7);
+}
+
+TEST_F(AllocateGlobalsCall, ReturnsNullForASizeBeyond31BitsWithoutAskingTheHost) {
+  for (const std::size_t size : {std::size_t{0x80000000}, std::size_t{0x100000040}, SIZE_MAX}) {
+    EXPECT_EQ(AllocateGlobals(&result, &parameters, &procs, size, &handle, initialise), nullptr);
+  }
+  EXPECT_TRUE(calls.empty());
+  EXPECT_EQ(handle, nullptr);
 }
 
 /// Here the procedures become unavailable while the new block is made, so it is not disposed of.
