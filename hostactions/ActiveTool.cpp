@@ -104,7 +104,7 @@ int PlayeventGetBrushSize(int* size) {
   double diameter = 0.0;
   error = readToolID(result, ignoredTool);
   if (error == 0) error = getObject(result, kKeyCurrentToolOptions, toolOptions);
-  if (error == 0) error = getObject(toolOptions, kKeyBrush, brush);
+  if (error == 0) error = getObject(toolOptions, kKeyBrushes, brush);
   if (error == 0) {
     error = sPSActionDescriptor->GetUnitFloat(brush.get(), kKeyDiameter, &ignoredUnit, &diameter);
   }

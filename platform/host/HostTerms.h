@@ -1,7 +1,8 @@
 // The host's terminology that the plug-in uses: classes, keys, types, events, forms and units.
 //
-// Each name is the published one with a k in front (kKeyTool for keyTool), because the platform's
+// Each name is the published one with a k in front (kKeyName for keyName), because the platform's
 // Apple event headers also define typeBoolean, typeAlias and formName, and a plug-in includes both.
+// kKeyTool alone is a name of this project.
 #pragma once
 
 #include "PIActions.h"
@@ -50,7 +51,7 @@ inline constexpr DescriptorClassID kClassProperty = fourCharCode("Prpr");
 inline constexpr DescriptorClassID kClassTool = fourCharCode("Tool");
 
 inline constexpr DescriptorKeyID kKeyBackground = fourCharCode("Bckg");
-inline constexpr DescriptorKeyID kKeyBrush = fourCharCode("Brsh");
+inline constexpr DescriptorKeyID kKeyBrushes = fourCharCode("Brsh");
 inline constexpr DescriptorKeyID kKeyCurrentToolOptions = fourCharCode("CrnT");
 inline constexpr DescriptorKeyID kKeyDiameter = fourCharCode("Dmtr");
 inline constexpr DescriptorKeyID kKeyHostVersion = fourCharCode("HstV");
@@ -58,6 +59,7 @@ inline constexpr DescriptorKeyID kKeyMessage = fourCharCode("Msge");
 inline constexpr DescriptorKeyID kKeyName = fourCharCode("Nm  ");
 inline constexpr DescriptorKeyID kKeyTarget = fourCharCode("null");
 inline constexpr DescriptorKeyID kKeyTo = fourCharCode("T   ");
+/// The current tool of the application. The code is published as a class only, as classTool.
 inline constexpr DescriptorKeyID kKeyTool = fourCharCode("Tool");
 inline constexpr DescriptorKeyID kKeyVersionMajor = fourCharCode("VrsM");
 inline constexpr DescriptorKeyID kKeyVersionMinor = fourCharCode("VrsN");

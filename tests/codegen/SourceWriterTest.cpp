@@ -83,7 +83,7 @@ IDName code(std::string_view text) { return {text, NameKind::kCode}; }
 IDName stringID(std::string_view text) { return {text, NameKind::kStringID}; }
 
 TEST(SourceWriter, WritesNamesUnchanged) {
-  EXPECT_EQ(written(IDName{"keyTool", NameKind::kConstant}), "keyTool");
+  EXPECT_EQ(written(IDName{"keyName", NameKind::kConstant}), "keyName");
   EXPECT_EQ(written(IDName{"runtimeKeyID", NameKind::kVariable}), "runtimeKeyID");
   EXPECT_EQ(written(stringID("paintbrushTool")), "paintbrushTool");
   EXPECT_EQ(written(code("'setd'")), "'setd'");

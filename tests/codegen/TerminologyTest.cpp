@@ -1,4 +1,5 @@
 #include <PIGeneral.h>
+#include <fmt/format.h>
 #include <gmock/gmock.h>
 
 #include <algorithm>
@@ -102,6 +103,22 @@ TEST(PSConstA, HasTheKnownNumberOfRowsOfEachPrefix) {
   EXPECT_EQ(std::size(PSConstA), 3u + 173 + 788 + 637 + 221 + 193 + 9 + 8);
 }
 
+/// FNV-1a over the rows, each as "00000001 name" and a newline.
+std::uint64_t checksum() {
+  std::uint64_t sum = 0xCBF29CE484222325;
+  for (const PSConst& row : PSConstA) {
+    for (const char c : fmt::format("{:08x} {}\n", row.id, row.name)) {
+      sum = (sum ^ static_cast<unsigned char>(c)) * 0x100000001B3;
+    }
+  }
+  return sum;
+}
+
+TEST(PSConstA, HasExactlyThePublishedRowsInTheirOrder) {
+  EXPECT_EQ(checksum(), 0x1A9308736A54C01AU)
+      << "computed from the published list, not from the table";
+}
+
 TEST(PSConstA, BeginsWithTheDialogModes) {
   EXPECT_EQ(PSConstA[0].id, 0u);
   EXPECT_STREQ(PSConstA[0].name, "plugInDialogDontDisplay");
@@ -186,7 +203,7 @@ TEST_F(Terminology, EndsACodeAtItsFirstZeroByte) {
 }
 
 TEST_F(Terminology, ReportsTheKindOfAName) {
-  host.stringIDs = {{7, "'tool'"}, {0xFF616263, "keyTool"}};
+  host.stringIDs = {{7, "'tool'"}, {0xFF616263, "keyName"}};
   const auto kindOf = [](std::uint32_t id, const char* kind) {
     char buffer[kNameSize];
     return nameOfID(id, kind, buffer).kind;

@@ -101,7 +101,7 @@ Item version(const std::pair<int, int>& numbers) {
 Item toolOptions(const Model& model, std::uint32_t tool) {
   std::vector<Entry> options = {{kKeyOpacity, integer(100)}};
   if (model.brush) {
-    options.push_back({kKeyBrush,
+    options.push_back({kKeyBrushes,
                        {kTypeObject, Object{kClassBrush, std::make_shared<Container>(
                                                              brushProperties(*model.brush))}}});
   }
