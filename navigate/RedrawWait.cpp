@@ -12,6 +12,9 @@ namespace {
 /// The value of `m_refreshWait` at which the next drop ends the wait.
 constexpr std::int16_t kLongestWait = 51;
 
+/// Quirk: y of `rect` grows downward from the screen's top, y of `bounds` upward from its bottom,
+/// and they are compared as they stand. The host's redraw of a window that lies wholly in the upper
+/// or the lower half of the screen is therefore not seen, and the longest wait paces its ticks.
 bool overlaps(const CGRect& rect, const Rect& bounds) {
   const std::int32_t left = truncateToInt32(rect.origin.x);
   const std::int32_t right = truncateToInt32(rect.origin.x + rect.size.width);

@@ -55,9 +55,8 @@ double stepAt(double diameter, bool larger) {
 
 CGPoint pointerInContent(CGPoint location) {
   const WindowServer& server = theWindowServer();
-  const CGRect& content = server.window.content;
-  const double contentTop = server.screen.size.height - content.origin.y - content.size.height;
-  return {location.x - content.origin.x, location.y - contentTop};
+  const CGPoint corner = server.onDisplay(server.window.content).origin;
+  return {location.x - corner.x, location.y - corner.y};
 }
 
 std::uint32_t keyCodeOf(EventRef event) {
@@ -110,8 +109,9 @@ void DocumentView::redraw() {
   redrawDue_.reset();
   WindowServer& server = theWindowServer();
   server.window.viewsNeedDisplay = false;
-  server.refresh({server.window.content});
-  redrawn();
+  const std::vector<CGRect> redrawn = {server.onDisplay(server.window.content)};
+  server.refresh(redrawn);
+  reported(redrawn);
 }
 
 void DocumentView::zoomBy(double factor, CGPoint pointer) {

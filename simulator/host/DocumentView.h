@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <functional>
 #include <optional>
+#include <vector>
 
 #include "simulator/macos/CFObjects.h"
 
@@ -40,11 +41,12 @@ class DocumentView {
   /// The virtual time of the next redraw, in milliseconds; nullopt if none is due.
   std::optional<double> redrawDue() const { return redrawDue_; }
 
-  /// Marks the window as drawn and calls the refresh callbacks with its content rectangle.
+  /// Marks the window as drawn and calls the refresh callbacks with its content rectangle in global
+  /// display coordinates, y growing downward.
   void redraw();
 
-  /// Called after each redraw.
-  std::function<void()> redrawn = [] {};
+  /// Called after each redraw with the rectangles that the refresh callbacks got.
+  std::function<void(const std::vector<CGRect>&)> reported = [](const std::vector<CGRect>&) {};
 
  private:
   void zoomBy(double factor, CGPoint pointer);

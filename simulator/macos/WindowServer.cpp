@@ -139,6 +139,11 @@ void WindowServer::setApplication(std::function<void(const SynthesizedEvent&)> a
   deliver_ = std::move(application);
 }
 
+CGRect WindowServer::onDisplay(const CGRect& rect) const {
+  const double top = screen.size.height - rect.origin.y - rect.size.height;
+  return {{rect.origin.x, top}, rect.size};
+}
+
 void WindowServer::registerRefresh(CGScreenRefreshCallback callback, void* userInfo) {
   refreshCallbacks_.emplace_back(callback, userInfo);
   theLog().write("refreshCallback", {{"do", "register"}});

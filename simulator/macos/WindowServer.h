@@ -47,11 +47,15 @@ class WindowServer {
   /// Sets the function that receives synthesized input.
   void setApplication(std::function<void(const SynthesizedEvent&)> application);
 
+  /// The rectangle in global display coordinates, in which the platform reports what was redrawn: y
+  /// grows downward from the screen's top.
+  CGRect onDisplay(const CGRect& rect) const;
+
   void registerRefresh(CGScreenRefreshCallback callback, void* userInfo);
   void unregisterRefresh(CGScreenRefreshCallback callback, void* userInfo);
 
-  /// Calls the refresh callbacks with the redrawn rectangles. Callbacks registered or unregistered
-  /// meanwhile take effect with the next call.
+  /// Calls the refresh callbacks with the redrawn rectangles as they are given. Callbacks
+  /// registered or unregistered meanwhile take effect with the next call.
   void refresh(const std::vector<CGRect>& rects);
 
   /// How often `displayIfNeeded` was called.

@@ -50,6 +50,11 @@ Dispatched send(OSType eventClass, UInt32 kind) {
   return dispatched;
 }
 
+bool overlap(const CGRect& a, const CGRect& b) {
+  return a.origin.x < b.origin.x + b.size.width && b.origin.x < a.origin.x + a.size.width &&
+         a.origin.y < b.origin.y + b.size.height && b.origin.y < a.origin.y + a.size.height;
+}
+
 const char* nameOf(Click click) {
   switch (click) {
     case Click::kDown:
@@ -101,9 +106,7 @@ void Player::setUp(const TemporaryHome& home) {
   DocumentView& view = theDocumentView();
   view.redrawDelay = setup.redrawDelay;
   view.zoomWithScrollWheel = setup.zoomWithScrollWheel.value_or(false);
-  view.redrawn = [this] {
-    if (observer_ != nullptr) observer_->redrawn();
-  };
+  view.reported = [this](const std::vector<CGRect>& rects) { report(rects); };
   server.setApplication([](const SynthesizedEvent& event) { theDocumentView().react(event); });
   theEventManager().setApplication([](EventRef event) { theDocumentView().react(event); });
 }
@@ -135,6 +138,13 @@ void Player::advanceTo(std::int64_t at) {
     settle();
   }
   theLog().setNow(at);
+}
+
+void Player::report(const std::vector<CGRect>& rects) {
+  if (observer_ == nullptr) return;
+  const CGRect& content = theWindowServer().window.content;
+  const auto meetsContent = [&](const CGRect& rect) { return overlap(rect, content); };
+  if (std::any_of(rects.begin(), rects.end(), meetsContent)) observer_->redrawn();
 }
 
 void Player::settle() { runMainLoopUntilIdle(); }
@@ -171,7 +181,7 @@ void Player::act(const ToolbarPendingStep& step) {
 
 void Player::act(const RefreshStep& step) {
   theWindowServer().refresh(step.rects);
-  if (observer_ != nullptr) observer_->redrawn();
+  report(step.rects);
 }
 
 void Player::act(const MouseStep& step) { theWindowServer().mouse = step.place; }

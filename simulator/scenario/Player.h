@@ -17,7 +17,8 @@ struct PlayerObserver {
   /// Called before a device message is delivered. `active`: the host is in front; `pending`: its
   /// window waits to be redrawn.
   virtual void message(const DeviceMessage& message, bool active, bool pending) = 0;
-  /// Called after the host's window was redrawn.
+  /// Called after redrawn rectangles were reported that overlap the window's content. As in the
+  /// plug-in, their y is compared with the window's as it stands.
   virtual void redrawn() = 0;
 };
 
@@ -39,6 +40,7 @@ class Player {
   void take(const Step& step);
   void advanceTo(std::int64_t at);
   void settle();
+  void report(const std::vector<CGRect>& rects);
 
   void act(const CallStep& step);
   void act(const MessageStep& step);

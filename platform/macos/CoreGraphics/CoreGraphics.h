@@ -38,8 +38,8 @@ enum : CGEventFlags {
   kCGEventFlagMaskCommand = 0x00100000
 };
 
-/// Called with `count` redrawn rectangles of the screen, on the thread that processes the
-/// application's events.
+/// Called with `count` redrawn rectangles, in global display coordinates (y grows downward from the
+/// screen's top), on the thread that processes the application's events.
 using CGScreenRefreshCallback = void (*)(std::uint32_t count, const CGRect* rects, void* userInfo);
 
 extern "C" {
