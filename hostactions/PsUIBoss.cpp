@@ -11,6 +11,11 @@ constexpr UInt32 kToolbarWindowID = 33;
 /// The part of the tool bar that shows the brush, in window coordinates.
 constexpr Rect kBrushArea = {.top = 0, .left = 70, .bottom = 31, .right = 150};
 
+id retained(id object) {
+  static const SEL retain = sel_registerName("retain");
+  return sendMessage<id>(object, retain);
+}
+
 }  // namespace
 
 PsUIBoss& PsUIBoss::Instance() {
@@ -35,16 +40,13 @@ id PsUIBoss::getToolbarWindow() { return mrvGetToolbarWindow(kToolbarWindowID); 
 bool PsUIBoss::IsToolbarDirty() { return mrvIsWindowUpdatePending(toolbar()); }
 
 int PsUIBoss::RedrawToolbar() {
-  static const SEL retain = sel_registerName("retain");
-  const id window = toolbar();
   // mrvInvalWindowRect releases one reference.
-  sendMessage<id>(window, retain);
-  return mrvInvalWindowRect(window, &kBrushArea);
+  return mrvInvalWindowRect(retained(toolbar()), &kBrushArea);
 }
 
 void PsUIBoss::PlayMrvPhotoshopPlugin() {}
 
 id PsUIBoss::toolbar() {
-  if (m_toolbarWindow == nullptr) m_toolbarWindow = mrvGetToolbarWindow(kToolbarWindowID);
+  if (m_toolbarWindow == nullptr) m_toolbarWindow = retained(getToolbarWindow());
   return m_toolbarWindow;
 }

@@ -25,6 +25,7 @@ class PsUIBoss {
   bool MouseIsDown() const { return m_mouseDown; }
 
   /// Returns the window that takes the place of the tool bar (HostWindow.h), queried at each call.
+  /// The caller gets no reference.
   id getToolbarWindow();
 
   /// Returns whether the tool bar is waiting to be redrawn.
@@ -48,5 +49,7 @@ class PsUIBoss {
   bool m_mouseDown;
   unsigned char m_shortcutModifier;
   char m_shortcutKey;
-  id m_toolbarWindow;  ///< cached at first use, not retained
+  /// Cached at the first use and retained for the life of the process: the host may close the
+  /// window, and a message to a freed one would crash.
+  id m_toolbarWindow;
 };

@@ -55,7 +55,7 @@ double stepAt(double diameter, bool larger) {
 
 CGPoint pointerInContent(CGPoint location) {
   const WindowServer& server = theWindowServer();
-  const CGPoint corner = server.onDisplay(server.window.content).origin;
+  const CGPoint corner = server.onDisplay(server.window().content).origin;
   return {location.x - corner.x, location.y - corner.y};
 }
 
@@ -108,10 +108,15 @@ void DocumentView::react(EventRef event) {
 void DocumentView::redraw() {
   redrawDue_.reset();
   WindowServer& server = theWindowServer();
-  server.window.viewsNeedDisplay = false;
-  const std::vector<CGRect> redrawn = {server.onDisplay(server.window.content)};
+  server.window().viewsNeedDisplay = false;
+  const std::vector<CGRect> redrawn = {server.onDisplay(server.window().content)};
   server.refresh(redrawn);
   reported(redrawn);
+}
+
+void DocumentView::close() {
+  redrawDue_.reset();
+  theWindowServer().closeWindow();
 }
 
 void DocumentView::zoomBy(double factor, CGPoint pointer) {
@@ -122,8 +127,10 @@ void DocumentView::zoomBy(double factor, CGPoint pointer) {
 }
 
 void DocumentView::reacted() {
-  if (!redrawDue_) redrawDue_ = static_cast<double>(theLog().now()) + *redrawDelay;
-  theWindowServer().window.viewsNeedDisplay = true;
+  if (theWindowServer().window().isOpen) {
+    if (!redrawDue_) redrawDue_ = static_cast<double>(theLog().now()) + *redrawDelay;
+    theWindowServer().window().viewsNeedDisplay = true;
+  }
   const auto diameter = theHost().brush();
   theLog().write("view", {{"zoom", zoom},
                           {"origin", {origin.x, origin.y}},

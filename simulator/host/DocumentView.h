@@ -45,6 +45,9 @@ class DocumentView {
   /// display coordinates, y growing downward.
   void redraw();
 
+  /// Closes the window. A redraw that is due is dropped.
+  void close();
+
   /// Called after each redraw with the rectangles that the refresh callbacks got.
   std::function<void(const std::vector<CGRect>&)> reported = [](const std::vector<CGRect>&) {};
 

@@ -1,7 +1,6 @@
 #include "simulator/macos/ObjcRuntime.h"
 
 #include <fmt/format.h>
-#include <objc/message.h>
 #include <objc/runtime.h>
 
 #include <map>
@@ -19,15 +18,13 @@ struct Runtime {
   std::mutex mutex;
   std::map<std::string, std::string> selectors;  ///< a selector is the address of a key
   std::map<std::string, objc_class*> classes;
+  std::map<Class, objc_class> freed;  ///< for each class, that of its freed objects
 };
 
 Runtime& runtime() {
   static Runtime& instance = *new Runtime;
   return instance;
 }
-
-/// Runs instead of a method that the receiver does not have; returns 0, as a message to null does.
-long unrecognized() { return 0; }
 
 }  // namespace
 
@@ -40,6 +37,12 @@ SEL selectorOf(const std::string& name) {
 void registerClass(objc_class& made) {
   const std::lock_guard lock(runtime().mutex);
   runtime().classes[made.name] = &made;
+}
+
+void freeObject(objc_object& object) {
+  const std::lock_guard lock(runtime().mutex);
+  const objc_class freed = {.isa = nullptr, .name = object.isa->name, .methods = {}, .freed = true};
+  object.isa = &runtime().freed.try_emplace(object.isa, freed).first->second;
 }
 
 }  // namespace simulator
@@ -55,8 +58,11 @@ Class objc_getClass(const char* name) {
   return found != runtime().classes.end() ? found->second : nullptr;
 }
 
-/// Returns the method of `receiver` for `selector`; called by the trampolines below. All simulated
-/// objects are AppKit's, whose messages are for the main thread.
+/// Runs instead of a method that the receiver does not have; returns 0, as a message to null does.
+extern "C" void simulatorAnswerNothing();
+
+/// Returns the method of `receiver` for `selector`; called by the trampolines of MessageSend.cpp.
+/// All simulated objects are AppKit's, whose messages are for the main thread.
 extern "C" void* simulatorFindMethod(id receiver, SEL selector) {
   if (!isMainThread()) {
     requireMainThread(
@@ -65,88 +71,9 @@ extern "C" void* simulatorFindMethod(id receiver, SEL selector) {
   for (const objc_class::Method& method : receiver->isa->methods) {
     if (method.selector == selector) return reinterpret_cast<void*>(method.implementation);
   }
-  theLog().misuse(fmt::format("{} does not understand '{}'", receiver->isa->name,
-                              reinterpret_cast<const char*>(selector)));
-  return reinterpret_cast<void*>(&unrecognized);
+  const char* name = reinterpret_cast<const char*>(selector);
+  const objc_class& isa = *receiver->isa;
+  theLog().misuse(isa.freed ? fmt::format("message '{}' to a freed {}", name, isa.name)
+                            : fmt::format("{} does not understand '{}'", isa.name, name));
+  return reinterpret_cast<void*>(&simulatorAnswerNothing);
 }
-
-// Both trampolines save every register that may hold an argument (six integer registers, eight
-// vector registers and the number of vector registers in al), look the method up, restore the
-// registers and jump to the method, which returns directly to the sender. In `objc_msgSend_stret`
-// the hidden pointer to the result comes first and the receiver second. A message to null returns
-// zero in every result register.
-asm(R"(
-.macro MRV_SEND receiver, selector
-    pushq %rbp
-    .cfi_adjust_cfa_offset 8
-    .cfi_rel_offset %rbp, 0
-    movq %rsp, %rbp
-    .cfi_def_cfa_register %rbp
-    subq $192, %rsp
-    movq %rdi, -8(%rbp)
-    movq %rsi, -16(%rbp)
-    movq %rdx, -24(%rbp)
-    movq %rcx, -32(%rbp)
-    movq %r8, -40(%rbp)
-    movq %r9, -48(%rbp)
-    movq %rax, -56(%rbp)
-    movaps %xmm0, -192(%rbp)
-    movaps %xmm1, -176(%rbp)
-    movaps %xmm2, -160(%rbp)
-    movaps %xmm3, -144(%rbp)
-    movaps %xmm4, -128(%rbp)
-    movaps %xmm5, -112(%rbp)
-    movaps %xmm6, -96(%rbp)
-    movaps %xmm7, -80(%rbp)
-    movq \receiver, %rdi
-    movq \selector, %rsi
-    call simulatorFindMethod@PLT
-    movq %rax, %r11
-    movaps -80(%rbp), %xmm7
-    movaps -96(%rbp), %xmm6
-    movaps -112(%rbp), %xmm5
-    movaps -128(%rbp), %xmm4
-    movaps -144(%rbp), %xmm3
-    movaps -160(%rbp), %xmm2
-    movaps -176(%rbp), %xmm1
-    movaps -192(%rbp), %xmm0
-    movq -56(%rbp), %rax
-    movq -48(%rbp), %r9
-    movq -40(%rbp), %r8
-    movq -32(%rbp), %rcx
-    movq -24(%rbp), %rdx
-    movq -16(%rbp), %rsi
-    movq -8(%rbp), %rdi
-    leave
-    .cfi_def_cfa %rsp, 8
-    jmp *%r11
-.endm
-
-    .text
-    .globl objc_msgSend
-    .type objc_msgSend, @function
-objc_msgSend:
-    .cfi_startproc
-    testq %rdi, %rdi
-    jz .Lmrv_null_receiver
-    MRV_SEND -8(%rbp), -16(%rbp)
-    .cfi_endproc
-    .size objc_msgSend, . - objc_msgSend
-
-    .globl objc_msgSend_stret
-    .type objc_msgSend_stret, @function
-objc_msgSend_stret:
-    .cfi_startproc
-    testq %rsi, %rsi
-    jz .Lmrv_null_receiver
-    MRV_SEND -16(%rbp), -24(%rbp)
-    .cfi_endproc
-    .size objc_msgSend_stret, . - objc_msgSend_stret
-
-.Lmrv_null_receiver:
-    xorl %eax, %eax
-    xorl %edx, %edx
-    xorps %xmm0, %xmm0
-    xorps %xmm1, %xmm1
-    ret
-)");

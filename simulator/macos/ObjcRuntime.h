@@ -15,6 +15,7 @@ struct objc_class {
     void (*implementation)();
   };
   std::vector<Method> methods;
+  bool freed = false;  ///< whether its objects have been freed
 };
 
 namespace simulator {
@@ -31,5 +32,9 @@ void addMethod(objc_class& target, const char* name, Result (*function)(Argument
 
 /// Makes `objc_getClass` find `made`, which must outlive every use. [main-thread]
 void registerClass(objc_class& made);
+
+/// Frees an object: from now on each message to it is a misuse and returns 0. Its storage must
+/// outlive every use, so that such a message is recognised. [main-thread]
+void freeObject(objc_object& object);
 
 }  // namespace simulator

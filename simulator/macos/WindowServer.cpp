@@ -29,29 +29,35 @@ CGRect contentRectFor(const WindowState& window, const CGRect& frame) {
 
 /// The methods of the objects; the first two arguments are the receiver and the selector.
 struct AppKitMethods {
+  static WindowServer::Window& windowOf(id part) {
+    return *static_cast<WindowServer::WindowPart*>(part)->owner;
+  }
+  static WindowState& stateOf(id part) { return windowOf(part).state; }
+
   static id sharedApplication(id, SEL) { return &theWindowServer().application_; }
 
   static id mainWindow(id, SEL) {
     WindowServer& server = theWindowServer();
-    return server.window.isMain ? &server.window_ : nullptr;
+    return server.window().isMain ? server.windowObject() : nullptr;
   }
 
   static CGPoint mouseLocation(id, SEL) { return theWindowServer().mouse; }
 
-  static BOOL viewsNeedDisplay(id, SEL) { return theWindowServer().window.viewsNeedDisplay; }
+  static BOOL viewsNeedDisplay(id self, SEL) { return stateOf(self).viewsNeedDisplay; }
 
-  static void displayIfNeeded(id, SEL) {
+  static void displayIfNeeded(id self, SEL) {
     ++theWindowServer().displaysForced;
-    theWindowServer().window.viewsNeedDisplay = false;
+    stateOf(self).viewsNeedDisplay = false;
+    stateOf(self).contentNeedsDisplay = false;
   }
 
-  static CGRect windowFrame(id, SEL) { return theWindowServer().window.frame; }
+  static CGRect windowFrame(id self, SEL) { return stateOf(self).frame; }
 
-  static CGRect contentRectForFrameRect(id, SEL, CGRect frame) {
-    return contentRectFor(theWindowServer().window, frame);
+  static CGRect contentRectForFrameRect(id self, SEL, CGRect frame) {
+    return contentRectFor(stateOf(self), frame);
   }
 
-  static id contentView(id, SEL) { return &theWindowServer().view_; }
+  static id contentView(id self, SEL) { return &windowOf(self).view; }
 
   static id windowScreen(id, SEL) {
     WindowServer& server = theWindowServer();
@@ -59,20 +65,22 @@ struct AppKitMethods {
   }
 
   static id retain(id self, SEL) {
-    ++theWindowServer().window.references;
+    ++stateOf(self).references;
     return self;
   }
 
-  static void release(id, SEL) {
-    if (--theWindowServer().window.references < 1) {
+  static void release(id self, SEL) {
+    if (stateOf(self).isOpen && stateOf(self).references == 1) {
       theLog().misuse("the window was released more often than it was retained");
     }
+    WindowServer::giveBack(windowOf(self));
   }
 
-  static BOOL needsDisplay(id, SEL) { return theWindowServer().window.contentNeedsDisplay; }
+  static BOOL needsDisplay(id self, SEL) { return stateOf(self).contentNeedsDisplay; }
 
-  static void setNeedsDisplayInRect(id, SEL, CGRect rect) {
-    theWindowServer().window.contentNeedsDisplay = true;
+  static void setNeedsDisplayInRect(id self, SEL, CGRect rect) {
+    stateOf(self).contentNeedsDisplay = true;
+    stateOf(self).viewsNeedDisplay = true;
     theWindowServer().invalidated.push_back(rect);
   }
 
@@ -88,8 +96,6 @@ WindowServer::WindowServer()
       eventMeta_{nullptr, "NSEvent class", {}},
       eventClass_{&eventMeta_, "NSEvent", {}},
       application_{&applicationClass_},
-      window_{&windowClass_},
-      view_{&viewClass_},
       screen_{&screenClass_},
       deliver_([](const SynthesizedEvent&) {}) {
   addMethod(applicationMeta_, "sharedApplication", &AppKitMethods::sharedApplication);
@@ -108,6 +114,27 @@ WindowServer::WindowServer()
   addMethod(screenClass_, "frame", &AppKitMethods::screenFrame);
   registerClass(applicationClass_);
   registerClass(eventClass_);
+  openWindow();
+}
+
+void WindowServer::openWindow() {
+  Window& window = windows_.emplace_back();
+  window.object = {{&windowClass_}, &window};
+  window.view = {{&viewClass_}, &window};
+}
+
+void WindowServer::closeWindow() {
+  WindowState& state = window();
+  if (!state.isOpen) return;
+  state.isMain = false;
+  state.isOpen = false;
+  giveBack(windows_.back());
+}
+
+void WindowServer::giveBack(Window& window) {
+  if (--window.state.references > 0) return;
+  freeObject(window.object);
+  freeObject(window.view);
 }
 
 void WindowServer::post(CGEventTapLocation tap, const SynthesizedEvent& event) {
@@ -162,7 +189,11 @@ void WindowServer::refresh(const std::vector<CGRect>& rects) {
 }
 
 void WindowServer::reportLeaks() {
-  const long leaked = window.references - 1;
+  constexpr long kKept = 1;
+  long leaked = -kKept;
+  for (const Window& window : windows_) {
+    leaked += window.state.references - (window.state.isOpen ? 1 : 0);
+  }
   if (leaked > 0) {
     theLog().misuse(fmt::format("references to the window were leaked: {}", leaked));
   }

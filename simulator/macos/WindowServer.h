@@ -1,5 +1,5 @@
-// The simulated window server: one window with its content view, one screen, the mouse, the input
-// stream and the callbacks for redrawn screen areas. [main-thread]
+// The simulated window server: the host's window with its content view, one screen, the mouse, the
+// input stream and the callbacks for redrawn screen areas. [main-thread]
 #pragma once
 
 #include <Carbon/Carbon.h>
@@ -16,27 +16,39 @@
 
 namespace simulator {
 
-/// The window's state. Rectangles are in screen coordinates in points, y growing upward.
+/// A window's state. Rectangles are in screen coordinates in points, y growing upward.
 struct WindowState {
   CGRect frame = {{100, 50}, {800, 622}};
   CGRect content = {{100, 50}, {800, 600}};
   bool isMain = true;                ///< whether the application returns it as its main window
   bool viewsNeedDisplay = false;     ///< whether any view waits to be redrawn
   bool contentNeedsDisplay = false;  ///< whether the content view waits to be redrawn
-  long references = 1;
+  bool isOpen = true;                ///< while it is, one reference is the host's
+  long references = 1;               ///< the last one that is given back frees the window
 };
 
 class WindowServer {
  public:
   WindowServer();
 
-  /// The window always exists; `mainWindow` returns null while `isMain` is false.
-  WindowState window;
+  /// The window that was opened last, which may have been closed; at the start one is open.
+  /// `mainWindow` returns null while `isMain` is false.
+  WindowState& window() { return windows_.back().state; }
+  const WindowState& window() const { return windows_.back().state; }
   CGRect screen = {{0, 0}, {1440, 900}};
   bool windowHasScreen = true;
   CGPoint mouse = {500, 350};  ///< in screen coordinates, y growing upward
 
-  id windowObject() { return &window_; }
+  /// The object of that window.
+  id windowObject() { return &windows_.back().object; }
+
+  /// Opens a new window and makes it the main window. REQUIRES: the last one has been closed.
+  void openWindow();
+
+  /// Closes the window: it is not the main window any more, and the host gives its reference back.
+  /// The window is freed, and its content view with it, once no reference is left. A closed window
+  /// stays as it is.
+  void closeWindow();
 
   /// Appends a copy of the event to the input stream, from which `deliverInput` takes it.
   void post(CGEventTapLocation tap, const SynthesizedEvent& event);
@@ -64,15 +76,30 @@ class WindowServer {
   /// The rectangles passed to the content view's `setNeedsDisplayInRect:`, in order.
   std::vector<CGRect> invalidated;
 
-  /// Reports a misuse if references to the window were not released.
+  /// Reports a misuse if references to windows were not released. One may be kept to the end: a
+  /// plug-in that remembers a window retains it.
   void reportLeaks();
 
  private:
+  struct Window;
+  /// The object of a window, or of its content view.
+  struct WindowPart : objc_object {
+    Window* owner;
+  };
+  struct Window {
+    WindowState state;
+    WindowPart object;
+    WindowPart view;
+  };
+
+  static void giveBack(Window& window);
+
   using RefreshCallback = std::pair<CGScreenRefreshCallback, void*>;
 
   objc_class windowClass_, viewClass_, screenClass_, applicationMeta_, applicationClass_,
       eventMeta_, eventClass_;
-  objc_object application_, window_, view_, screen_;
+  objc_object application_, screen_;
+  std::deque<Window> windows_;  ///< in the order in which they were opened; freed ones stay
   std::deque<SynthesizedEvent> input_;
   std::function<void(const SynthesizedEvent&)> deliver_;
   std::vector<RefreshCallback> refreshCallbacks_;

@@ -23,9 +23,14 @@ namespace {
 constexpr std::uint64_t kNanosecondsInMillisecond = 1000000;
 
 void setMainWindow(const MainWindow& window) {
-  WindowState& state = theWindowServer().window;
-  state.isMain = window.has_value();
-  if (!window) return;
+  WindowServer& server = theWindowServer();
+  if (!window) {
+    server.window().isMain = false;
+    return;
+  }
+  if (!server.window().isOpen) server.openWindow();
+  WindowState& state = server.window();
+  state.isMain = true;
   state.frame = window->frame;
   state.content = window->content;
 }
@@ -141,9 +146,9 @@ void Player::advanceTo(std::int64_t at) {
 }
 
 void Player::report(const std::vector<CGRect>& rects) {
-  if (observer_ == nullptr) return;
-  const CGRect& content = theWindowServer().window.content;
-  const auto meetsContent = [&](const CGRect& rect) { return overlap(rect, content); };
+  const WindowState& window = theWindowServer().window();
+  if (observer_ == nullptr || !window.isMain) return;
+  const auto meetsContent = [&](const CGRect& rect) { return overlap(rect, window.content); };
   if (std::any_of(rects.begin(), rects.end(), meetsContent)) observer_->redrawn();
 }
 
@@ -161,7 +166,7 @@ void Player::act(const CallStep& step) {
 void Player::act(const MessageStep& step) {
   if (!scenario_.framework) return;
   if (observer_ != nullptr) {
-    observer_->message(step.message, active_, theWindowServer().window.viewsNeedDisplay);
+    observer_->message(step.message, active_, theWindowServer().window().viewsNeedDisplay);
   }
   theFramework().send(step.message.type, recordOf(step.message, at_));
 }
@@ -172,11 +177,11 @@ void Player::act(const ActiveStep& step) {
 }
 
 void Player::act(const WindowPendingStep& step) {
-  theWindowServer().window.viewsNeedDisplay = step.pending;
+  theWindowServer().window().viewsNeedDisplay = step.pending;
 }
 
 void Player::act(const ToolbarPendingStep& step) {
-  theWindowServer().window.contentNeedsDisplay = step.pending;
+  theWindowServer().window().contentNeedsDisplay = step.pending;
 }
 
 void Player::act(const RefreshStep& step) {
@@ -198,6 +203,8 @@ void Player::act(const ToolStep& step) { theHost().setTool(step.tool); }
 void Player::act(const BrushStep& step) { theHost().setBrush(step.diameter); }
 
 void Player::act(const WindowStep& step) { setMainWindow(step.window); }
+
+void Player::act(const CloseWindowStep&) { theDocumentView().close(); }
 
 void Player::act(const LayoutStep& step) { keyboardLayout() = step.layout; }
 

@@ -17,8 +17,8 @@ struct PlayerObserver {
   /// Called before a device message is delivered. `active`: the host is in front; `pending`: its
   /// window waits to be redrawn.
   virtual void message(const DeviceMessage& message, bool active, bool pending) = 0;
-  /// Called after redrawn rectangles were reported that overlap the window's content. As in the
-  /// plug-in, their y is compared with the window's as it stands.
+  /// Called after redrawn rectangles were reported that overlap the main window's content. As in
+  /// the plug-in, their y is compared with the window's as it stands.
   virtual void redrawn() = 0;
 };
 
@@ -54,6 +54,7 @@ class Player {
   void act(const ToolStep& step);
   void act(const BrushStep& step);
   void act(const WindowStep& step);
+  void act(const CloseWindowStep& step);
   void act(const LayoutStep& step);
   void act(const FailStep& step);
 

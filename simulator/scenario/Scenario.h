@@ -85,6 +85,7 @@ struct BrushStep {
 struct WindowStep {
   MainWindow window;
 };
+struct CloseWindowStep {};
 struct LayoutStep {
   std::string layout;
 };
@@ -95,7 +96,7 @@ struct FailStep {
 using StepAction =
     std::variant<CallStep, MessageStep, ActiveStep, WindowPendingStep, ToolbarPendingStep,
                  RefreshStep, MouseStep, ClickStep, ModifiersStep, ToolStep, BrushStep, WindowStep,
-                 LayoutStep, FailStep>;
+                 CloseWindowStep, LayoutStep, FailStep>;
 
 struct Step {
   std::int64_t at = 0;  ///< virtual milliseconds from the start, not less than the previous step's

@@ -275,6 +275,11 @@ StepAction readFailStep(const Field& field) {
   return FailStep{rule};
 }
 
+StepAction readCloseWindowStep(const Field& field) {
+  if (!field.boolean()) field.fail("must be true; a window step opens a window");
+  return CloseWindowStep{};
+}
+
 using ActionReader = std::function<StepAction(const Field&)>;
 
 const std::map<std::string, ActionReader>& actionReaders() {
@@ -296,6 +301,7 @@ const std::map<std::string, ActionReader>& actionReaders() {
       {"tool", [](const Field& f) -> StepAction { return ToolStep{f.text()}; }},
       {"brush", [](const Field& f) -> StepAction { return BrushStep{readDiameter(f)}; }},
       {"window", [](const Field& f) -> StepAction { return WindowStep{readWindow(f)}; }},
+      {"closeWindow", readCloseWindowStep},
       {"layout", [](const Field& f) -> StepAction { return LayoutStep{f.text()}; }},
       {"fail", readFailStep},
   };

@@ -79,12 +79,12 @@ std::vector<std::string> messages;
 
 BOOL contentNeedsDisplay(id, SEL) {
   messages.emplace_back("needsDisplay");
-  return theWindowServer().window.contentNeedsDisplay;
+  return theWindowServer().window().contentNeedsDisplay;
 }
 
 id mainWindow(id, SEL) {
   messages.emplace_back("mainWindow");
-  return theWindowServer().window.isMain ? theWindowServer().windowObject() : nullptr;
+  return theWindowServer().window().isMain ? theWindowServer().windowObject() : nullptr;
 }
 
 template <class Result, class... Arguments>
@@ -315,10 +315,10 @@ TEST_F(BrushSize, TypesNothingBeforeTheHostHasNamedATool) {
 
 TEST_F(BrushSize, IgnoresSamplesWhileAToolBarRedrawIsPending) {
   AdjustBrushSize(300);
-  theWindowServer().window.contentNeedsDisplay = true;
+  theWindowServer().window().contentNeedsDisplay = true;
   for (int i = 0; i < 5; ++i) AdjustBrushSize(300);
   EXPECT_TRUE(typed().empty());
-  theWindowServer().window.contentNeedsDisplay = false;
+  theWindowServer().window().contentNeedsDisplay = false;
   AdjustBrushSize(200);
   EXPECT_TRUE(typed().empty()) << "300 and 200 are one short";
   AdjustBrushSize(20);
@@ -326,7 +326,7 @@ TEST_F(BrushSize, IgnoresSamplesWhileAToolBarRedrawIsPending) {
 }
 
 TEST_F(BrushSize, AsksAndTypesNothingWithoutAMainWindow) {
-  theWindowServer().window.isMain = false;
+  theWindowServer().window().isMain = false;
   AdjustBrushSize(600);
   EXPECT_TRUE(typed().empty());
   EXPECT_EQ(toolQuestions(), 0);
@@ -338,14 +338,14 @@ TEST_F(BrushSize, ChecksTheToolBarThenTheWindowThenTheDelta) {
   AdjustBrushSize(0);
   EXPECT_EQ(messages, (std::vector<std::string>{"needsDisplay", "mainWindow"}));
   noteMessages();
-  theWindowServer().window.contentNeedsDisplay = true;
+  theWindowServer().window().contentNeedsDisplay = true;
   AdjustBrushSize(600);
   EXPECT_EQ(messages, std::vector<std::string>{"needsDisplay"});
   EXPECT_EQ(toolQuestions(), 0);
 }
 
 TEST_F(BrushSize, ReadsTheVersionAtTheFirstSampleOfAnySize) {
-  theWindowServer().window.isMain = false;
+  theWindowServer().window().isMain = false;
   AdjustBrushSize(1);
   const auto gets = machine_.lines("get");
   ASSERT_EQ(gets.size(), 1U);

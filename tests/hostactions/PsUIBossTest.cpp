@@ -83,15 +83,15 @@ TEST_F(PsUIBossRecord, IsConstructedByTheNextCallAfterAnException) {
 TEST_F(PsUIBossRecord, ReportsTheToolBarDirtyWhileTheContentViewNeedsDisplay) {
   PsUIBoss& boss = PsUIBoss::Instance();
   EXPECT_FALSE(boss.IsToolbarDirty());
-  theWindowServer().window.viewsNeedDisplay = true;
+  theWindowServer().window().viewsNeedDisplay = true;
   EXPECT_FALSE(boss.IsToolbarDirty()) << "other views are of no account";
-  theWindowServer().window.contentNeedsDisplay = true;
+  theWindowServer().window().contentNeedsDisplay = true;
   EXPECT_TRUE(boss.IsToolbarDirty());
 }
 
 TEST_F(PsUIBossRecord, CachesTheToolBarWindowAtTheFirstUse) {
   PsUIBoss& boss = PsUIBoss::Instance();
-  WindowState& window = theWindowServer().window;
+  WindowState& window = theWindowServer().window();
   window.contentNeedsDisplay = true;
   window.isMain = false;
   EXPECT_FALSE(boss.IsToolbarDirty()) << "there is none yet";
@@ -104,7 +104,7 @@ TEST_F(PsUIBossRecord, CachesTheToolBarWindowAtTheFirstUse) {
 TEST_F(PsUIBossRecord, QueriesTheToolBarWindowAtEachGet) {
   PsUIBoss& boss = PsUIBoss::Instance();
   EXPECT_EQ(boss.getToolbarWindow(), theWindowServer().windowObject());
-  theWindowServer().window.isMain = false;
+  theWindowServer().window().isMain = false;
   EXPECT_EQ(boss.getToolbarWindow(), nullptr);
   EXPECT_FALSE(boss.IsToolbarDirty());
 }
@@ -119,20 +119,60 @@ TEST_F(PsUIBossRecord, MarksTheBrushAreaAndKeepsTheWindowsReferences) {
   EXPECT_EQ(area.origin.y, 0);
   EXPECT_EQ(area.size.width, 80);
   EXPECT_EQ(area.size.height, 31);
-  EXPECT_EQ(server.window.references, 1);
+  EXPECT_EQ(server.window().references, 2) << "the host's and the one kept";
   EXPECT_TRUE(boss.IsToolbarDirty());
+}
+
+TEST_F(PsUIBossRecord, RetainsTheWindowOnceWhenItIsFirstKept) {
+  PsUIBoss& boss = PsUIBoss::Instance();
+  const WindowState& window = theWindowServer().window();
+  boss.getToolbarWindow();
+  EXPECT_EQ(window.references, 1) << "nothing is kept yet";
+  for (int i = 0; i < 3; ++i) {
+    boss.IsToolbarDirty();
+    EXPECT_EQ(window.references, 2);
+  }
+  boss.getToolbarWindow();
+  EXPECT_EQ(window.references, 2);
+}
+
+TEST_F(PsUIBossRecord, RetainsTheWindowThatARedrawFetched) {
+  PsUIBoss& boss = PsUIBoss::Instance();
+  boss.RedrawToolbar();
+  boss.IsToolbarDirty();
+  EXPECT_EQ(theWindowServer().window().references, 2);
+}
+
+TEST_F(PsUIBossRecord, RetainsNothingBeforeThereIsAWindow) {
+  WindowState& window = theWindowServer().window();
+  window.isMain = false;
+  PsUIBoss::Instance().IsToolbarDirty();
+  EXPECT_EQ(window.references, 1);
+}
+
+TEST_F(PsUIBossRecord, KeepsAWindowThatTheHostCloses) {
+  PsUIBoss& boss = PsUIBoss::Instance();
+  boss.RedrawToolbar();
+  WindowServer& server = theWindowServer();
+  server.closeWindow();
+  EXPECT_TRUE(boss.IsToolbarDirty());
+  EXPECT_EQ(boss.RedrawToolbar(), 0);
+  server.openWindow();
+  EXPECT_TRUE(boss.IsToolbarDirty()) << "it is not the new window that is asked";
+  EXPECT_EQ(boss.getToolbarWindow(), server.windowObject());
+  EXPECT_EQ(server.window().references, 1);
 }
 
 TEST_F(PsUIBossRecord, KeepsTheWindowThatARedrawFetched) {
   PsUIBoss& boss = PsUIBoss::Instance();
   boss.RedrawToolbar();
-  theWindowServer().window.isMain = false;
+  theWindowServer().window().isMain = false;
   boss.RedrawToolbar();
   EXPECT_EQ(theWindowServer().invalidated.size(), 2U);
 }
 
 TEST_F(PsUIBossRecord, RedrawsNothingWithoutAWindow) {
-  theWindowServer().window.isMain = false;
+  theWindowServer().window().isMain = false;
   EXPECT_EQ(PsUIBoss::Instance().RedrawToolbar(), 0);
   EXPECT_TRUE(theWindowServer().invalidated.empty());
 }

@@ -51,7 +51,7 @@ class HostWindow : public testing::Test {
 
 TEST_F(HostWindow, ReturnsTheApplicationsMainWindow) {
   EXPECT_EQ(getMainPhotoshopWindow(), server.windowObject());
-  server.window.isMain = false;
+  server.window().isMain = false;
   EXPECT_EQ(getMainPhotoshopWindow(), nullptr);
 }
 
@@ -59,30 +59,30 @@ TEST_F(HostWindow, ReturnsTheMainWindowAsToolbarWindowForEveryId) {
   for (const UInt32 window : {0U, 33U, 0xFFFFFFFFU}) {
     EXPECT_EQ(mrvGetToolbarWindow(window), server.windowObject());
   }
-  server.window.isMain = false;
+  server.window().isMain = false;
   EXPECT_EQ(mrvGetToolbarWindow(33), nullptr);
 }
 
 TEST_F(HostWindow, ReportsAPendingUpdateWhileViewsNeedDisplay) {
   EXPECT_FALSE(isPhotoshopWindowUpdatePending());
-  server.window.viewsNeedDisplay = true;
+  server.window().viewsNeedDisplay = true;
   EXPECT_TRUE(isPhotoshopWindowUpdatePending());
-  server.window.isMain = false;
+  server.window().isMain = false;
   EXPECT_FALSE(isPhotoshopWindowUpdatePending());
 }
 
 TEST_F(HostWindow, DrawsTheMainWindowWhenFlushed) {
-  server.window.viewsNeedDisplay = true;
+  server.window().viewsNeedDisplay = true;
   flushPhotoshopWindow();
   EXPECT_EQ(server.displaysForced, 1);
   EXPECT_FALSE(isPhotoshopWindowUpdatePending());
-  server.window.isMain = false;
+  server.window().isMain = false;
   flushPhotoshopWindow();
   EXPECT_EQ(server.displaysForced, 1);
 }
 
 TEST_F(HostWindow, AddsFractionsBeforeTruncatingThem) {
-  server.window.content = {{10.9, 20.2}, {100.5, 50.9}};
+  server.window().content = {{10.9, 20.2}, {100.5, 50.9}};
   expectRect(contentBounds(), 20, 10, 71, 111);
 }
 
@@ -92,33 +92,33 @@ TEST_F(HostWindow, DistinguishesTheContentFromTheFrame) {
 }
 
 TEST_F(HostWindow, ReturnsZeroBoundsWithoutAWindow) {
-  server.window.isMain = false;
+  server.window().isMain = false;
   expectRect(contentBounds(), 0, 0, 0, 0);
   expectRect(boundsOf(nullptr), 0, 0, 0, 0);
 }
 
 TEST_F(HostWindow, TruncatesNegativeCoordinatesTowardsZero) {
-  server.window.content = {{-10.9, -20.2}, {5.5, 10.9}};
+  server.window().content = {{-10.9, -20.2}, {5.5, 10.9}};
   expectRect(contentBounds(), -20, -10, -9, -5);
-  server.window.frame = {{-0.9, -0.1}, {0.5, 0.05}};
+  server.window().frame = {{-0.9, -0.1}, {0.5, 0.05}};
   expectRect(boundsOf(server.windowObject()), 0, 0, 0, 0);
 }
 
 TEST_F(HostWindow, KeepsTheLowBitsOfCoordinatesBeyondSixteenBits) {
-  server.window.content = {{40000, 65536}, {65536, 100}};
+  server.window().content = {{40000, 65536}, {65536, 100}};
   expectRect(contentBounds(), 0, -25536, 100, -25536);
 }
 
 TEST_F(HostWindow, TurnsCoordinatesBeyondThirtyTwoBitsIntoZero) {
-  server.window.content = {{2147483648.0, -2147483649.0}, {1e300, 1.0}};
+  server.window().content = {{2147483648.0, -2147483649.0}, {1e300, 1.0}};
   expectRect(contentBounds(), 0, 0, 0, 0);
-  server.window.content = {{2147483647.9, -2147483648.9}, {0, 0}};
+  server.window().content = {{2147483647.9, -2147483648.9}, {0, 0}};
   expectRect(contentBounds(), 0, -1, 0, -1);
 }
 
 TEST_F(HostWindow, TurnsNaNAndInfiniteCoordinatesIntoZero) {
   const double infinity = std::numeric_limits<double>::infinity();
-  server.window.content = {{std::numeric_limits<double>::quiet_NaN(), -infinity}, {infinity, 7}};
+  server.window().content = {{std::numeric_limits<double>::quiet_NaN(), -infinity}, {infinity, 7}};
   expectRect(contentBounds(), 0, 0, 0, 0);
 }
 
@@ -160,24 +160,24 @@ TEST_F(HostWindow, TakesTheHeightAsZeroWithoutAScreen) {
   EXPECT_EQ(flipped(350), -350);
   EXPECT_EQ(flipped(-32768), -32768);
   server.windowHasScreen = true;
-  server.window.isMain = false;
+  server.window().isMain = false;
   EXPECT_EQ(flipped(350), -350);
 }
 
 TEST_F(HostWindow, ReportsAWindowsPendingUpdateWhileItsContentViewNeedsDisplay) {
   EXPECT_FALSE(mrvIsWindowUpdatePending(server.windowObject()));
-  server.window.viewsNeedDisplay = true;
+  server.window().viewsNeedDisplay = true;
   EXPECT_FALSE(mrvIsWindowUpdatePending(server.windowObject()));
-  server.window.contentNeedsDisplay = true;
+  server.window().contentNeedsDisplay = true;
   EXPECT_TRUE(mrvIsWindowUpdatePending(server.windowObject()));
   EXPECT_FALSE(mrvIsWindowUpdatePending(nullptr));
 }
 
 TEST_F(HostWindow, InvalidatesTheRectangleAndReleasesOneReference) {
-  server.window.references = 2;  // the caller has retained the window
+  server.window().references = 2;  // the caller has retained the window
   const Rect rect = {.top = 10, .left = -20, .bottom = 41, .right = 60};
   EXPECT_EQ(mrvInvalWindowRect(server.windowObject(), &rect), 0);
-  EXPECT_EQ(server.window.references, 1);
+  EXPECT_EQ(server.window().references, 1);
   ASSERT_EQ(server.invalidated.size(), 1U);
   const CGRect& marked = server.invalidated[0];
   EXPECT_EQ(marked.origin.x, -20.0);
@@ -186,8 +186,24 @@ TEST_F(HostWindow, InvalidatesTheRectangleAndReleasesOneReference) {
   EXPECT_EQ(marked.size.height, 31.0);
 }
 
+TEST_F(HostWindow, MakesTheWindowPendingByMarkingItsContentView) {
+  server.window().references = 2;
+  const Rect rect = {.top = 0, .left = 0, .bottom = 10, .right = 10};
+  mrvInvalWindowRect(server.windowObject(), &rect);
+  EXPECT_TRUE(mrvIsWindowUpdatePending(server.windowObject()));
+  EXPECT_TRUE(isPhotoshopWindowUpdatePending());
+}
+
+TEST_F(HostWindow, DrawsTheContentViewWithTheWindowWhenFlushed) {
+  server.window().viewsNeedDisplay = true;
+  server.window().contentNeedsDisplay = true;
+  flushPhotoshopWindow();
+  EXPECT_FALSE(isPhotoshopWindowUpdatePending());
+  EXPECT_FALSE(mrvIsWindowUpdatePending(server.windowObject()));
+}
+
 TEST_F(HostWindow, SubtractsInMoreThanSixteenBitsWhenInvalidating) {
-  server.window.references = 2;
+  server.window().references = 2;
   const Rect rect = {.top = -32768, .left = -32768, .bottom = 32767, .right = 32767};
   mrvInvalWindowRect(server.windowObject(), &rect);
   EXPECT_EQ(server.invalidated.at(0).size.width, 65535.0);
@@ -198,15 +214,16 @@ TEST_F(HostWindow, OverreleasesAWindowThatTheCallerHasNotRetained) {
   machine.expectMisuses(1);
   const Rect rect = {};
   mrvInvalWindowRect(server.windowObject(), &rect);
-  EXPECT_EQ(server.window.references, 0);
-  server.window.references = 1;
+  EXPECT_EQ(server.window().references, 0);
+  EXPECT_EQ(machine.lines("misuse").at(0)["text"],
+            "the window was released more often than it was retained");
 }
 
 TEST_F(HostWindow, DoesNothingWhenInvalidatingNoWindow) {
   const Rect rect = {1, 2, 3, 4};
   EXPECT_EQ(mrvInvalWindowRect(nullptr, &rect), 0);
   EXPECT_TRUE(server.invalidated.empty());
-  EXPECT_EQ(server.window.references, 1);
+  EXPECT_EQ(server.window().references, 1);
 }
 
 }  // namespace

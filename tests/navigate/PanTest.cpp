@@ -164,13 +164,13 @@ TEST_F(Pan, PostsAtTheCentreIfTheMouseIsOutsideTheWindow) {
 }
 
 TEST_F(Pan, InstallsAndRemovesTheFilterButPostsNothingWithoutAMainWindow) {
-  server.window.isMain = false;
+  server.window().isMain = false;
   EXPECT_EQ(sample(-100, 20), Lines{});
   EXPECT_NE(navigator->m_mouseDownHandlerRef, nullptr);
   EXPECT_EQ(navigator->m_refreshWait, 0);
   EXPECT_EQ(sample(0, 0), Lines{});
   EXPECT_EQ(navigator->m_mouseDownHandlerRef, nullptr);
-  server.window.isMain = true;
+  server.window().isMain = true;
   EXPECT_EQ(stepsToTick(), 6);
 }
 

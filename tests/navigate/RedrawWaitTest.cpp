@@ -73,7 +73,7 @@ TEST_F(RedrawWait, EndsAtOnceWhenTheHostRedraws) {
   zoom();
   zoom();
   EXPECT_EQ(wait(), 2);
-  server.refresh({server.window.content});
+  server.refresh({server.window().content});
   EXPECT_EQ(wait(), 0);
   EXPECT_EQ(wheels().size(), 1U);
   zoom();
@@ -83,7 +83,7 @@ TEST_F(RedrawWait, EndsAtOnceWhenTheHostRedraws) {
 TEST_F(RedrawWait, StartsAtOneIfAnUpdateIsPending) {
   for (const bool isZoom : {true, false}) {
     wait() = 0;
-    server.window.viewsNeedDisplay = true;
+    server.window().viewsNeedDisplay = true;
     sample(isZoom);
     EXPECT_EQ(wait(), 1);
   }
@@ -91,7 +91,7 @@ TEST_F(RedrawWait, StartsAtOneIfAnUpdateIsPending) {
 }
 
 TEST_F(RedrawWait, DropsEverySampleWhileAnUpdateStaysPending) {
-  server.window.viewsNeedDisplay = true;
+  server.window().viewsNeedDisplay = true;
   for (int sample = 1; sample <= 200; ++sample) {
     zoom();
     EXPECT_EQ(wait(), sample % 52);
@@ -100,14 +100,14 @@ TEST_F(RedrawWait, DropsEverySampleWhileAnUpdateStaysPending) {
 }
 
 TEST_F(RedrawWait, IgnoresAPendingUpdateOfTheContentView) {
-  server.window.contentNeedsDisplay = true;
+  server.window().contentNeedsDisplay = true;
   zoom();
   EXPECT_EQ(wheels().size(), 1U);
 }
 
 TEST_F(RedrawWait, DoesNotStartWithoutAMainWindow) {
-  server.window.viewsNeedDisplay = true;
-  server.window.isMain = false;
+  server.window().viewsNeedDisplay = true;
+  server.window().isMain = false;
   zoom();
   EXPECT_EQ(wait(), 0);
 }
@@ -136,7 +136,7 @@ TEST_F(RedrawWait, KeepsDroppedSamplesOutOfTheAccumulators) {
 }
 
 TEST_F(RedrawWaitRefresh, EndsTheWaitIfTheContentIsRedrawn) {
-  EXPECT_TRUE(ends({server.window.content}));
+  EXPECT_TRUE(ends({server.window().content}));
 }
 
 TEST_F(RedrawWaitRefresh, ChangesNothingWithoutRectangles) {
@@ -147,21 +147,21 @@ TEST_F(RedrawWaitRefresh, ChangesNothingWithoutRectangles) {
 
 TEST_F(RedrawWaitRefresh, IgnoresTheArrayIfTheCountIsZero) {
   navigator->m_refreshWait = 30;
-  screenRefreshCallback(0, &server.window.content, navigator);
+  screenRefreshCallback(0, &server.window().content, navigator);
   EXPECT_EQ(navigator->m_refreshWait, 30);
 }
 
 TEST_F(RedrawWaitRefresh, LeavesACounterThatIsNotWaitingUnchanged) {
   for (const int wait : {0, -1, -32768}) {
     navigator->m_refreshWait = static_cast<std::int16_t>(wait);
-    screenRefreshCallback(1, &server.window.content, navigator);
+    screenRefreshCallback(1, &server.window().content, navigator);
     EXPECT_EQ(navigator->m_refreshWait, wait);
   }
 }
 
 TEST_F(RedrawWaitRefresh, ChangesNothingWithoutAMainWindow) {
-  server.window.isMain = false;
-  EXPECT_FALSE(ends({server.window.content}));
+  server.window().isMain = false;
+  EXPECT_FALSE(ends({server.window().content}));
   EXPECT_FALSE(ends({{{-10, -10}, {20, 20}}}));
 }
 
@@ -191,7 +191,7 @@ TEST_F(RedrawWaitRefresh, TakesSidesBeyondThirtyTwoBitsAsZero) {
   EXPECT_FALSE(ends({{{0, 0}, {1e300, 1e300}}}));
   const double nowhere = std::numeric_limits<double>::quiet_NaN();
   EXPECT_FALSE(ends({{{nowhere, nowhere}, {nowhere, nowhere}}}));
-  EXPECT_TRUE(ends({{{nowhere, nowhere}, {nowhere, nowhere}}, server.window.content}));
+  EXPECT_TRUE(ends({{{nowhere, nowhere}, {nowhere, nowhere}}, server.window().content}));
 }
 
 TEST_F(RedrawWaitRefresh, ComparesSidesInMoreThanSixteenBits) {
@@ -200,7 +200,7 @@ TEST_F(RedrawWaitRefresh, ComparesSidesInMoreThanSixteenBits) {
 }
 
 TEST_F(RedrawWaitRefresh, ComparesYWithoutConversion) {
-  server.window.content = {{100, 50}, {800, 100}};
+  server.window().content = {{100, 50}, {800, 100}};
   EXPECT_TRUE(ends({{{100, 50}, {800, 100}}}));
   EXPECT_FALSE(ends({{{100, 750}, {800, 100}}}));  // the window's position from the screen's top
 }
@@ -210,13 +210,13 @@ TEST_F(RedrawWaitRefresh, IgnoresTheTitleBar) { EXPECT_FALSE(ends({{{100, 650}, 
 TEST_F(RedrawWaitRefresh, EndsTheWaitAtAnyOfSeveralRectangles) {
   const CGRect elsewhere = {{2000, 2000}, {10, 10}};
   EXPECT_FALSE(ends({elsewhere, elsewhere, elsewhere}));
-  EXPECT_TRUE(ends({elsewhere, elsewhere, server.window.content}));
-  EXPECT_TRUE(ends({server.window.content, elsewhere}));
+  EXPECT_TRUE(ends({elsewhere, elsewhere, server.window().content}));
+  EXPECT_TRUE(ends({server.window().content, elsewhere}));
 }
 
 TEST_F(RedrawWaitRefresh, ReachesTheNavigatorThroughTheSystemsCallback) {
   navigator->m_refreshWait = 51;
-  server.refresh({server.window.content});
+  server.refresh({server.window().content});
   EXPECT_EQ(navigator->m_refreshWait, 0);
 }
 

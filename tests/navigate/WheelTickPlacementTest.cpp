@@ -30,7 +30,7 @@ class WheelTickPlacement : public NavigatorFixture {
   }
 
   void content(double x, double y, double width, double height) {
-    server.window.frame = server.window.content = {{x, y}, {width, height}};
+    server.window().frame = server.window().content = {{x, y}, {width, height}};
   }
 
   static Lines at(double x, double y) { return {wheelLine({1}, 0, x, y)}; }

@@ -80,11 +80,11 @@ TEST_F(Zoom, HoldsNoKeyIfTheHostZoomsWithTheWheel) {
 
 TEST_F(Zoom, LeavesTheAccumulatorUnchangedWithoutAMainWindow) {
   EXPECT_EQ(sample(10), 0);
-  server.window.isMain = false;
+  server.window().isMain = false;
   EXPECT_EQ(sample(1), 0);
   EXPECT_EQ(sample(1000), 0);
   EXPECT_EQ(navigator->m_refreshWait, 0);  // neither sample was dropped
-  server.window.isMain = true;
+  server.window().isMain = true;
   EXPECT_EQ(sample(1), 1);
 }
 

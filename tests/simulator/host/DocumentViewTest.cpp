@@ -21,7 +21,7 @@ class DocumentViewRedraw : public testing::Test {
 
   /// Redraws a window with this content and returns the one rectangle that was reported.
   CGRect redraw(const CGRect& content) {
-    server_.window.content = content;
+    server_.window().content = content;
     theDocumentView().redraw();
     EXPECT_EQ(reported_.size(), 1U);
     return reported_.empty() ? CGRect{} : reported_[0];
@@ -44,11 +44,11 @@ TEST_F(DocumentViewRedraw, IsReportedWithYDownwardFromTheTopOfTheScreen) {
 }
 
 TEST_F(DocumentViewRedraw, EndsThePendingUpdateOfTheWindowButNotOfItsContentView) {
-  server_.window.viewsNeedDisplay = true;
-  server_.window.contentNeedsDisplay = true;
+  server_.window().viewsNeedDisplay = true;
+  server_.window().contentNeedsDisplay = true;
   redraw({{0, 0}, {10, 10}});
-  EXPECT_FALSE(server_.window.viewsNeedDisplay);
-  EXPECT_TRUE(server_.window.contentNeedsDisplay);
+  EXPECT_FALSE(server_.window().viewsNeedDisplay);
+  EXPECT_TRUE(server_.window().contentNeedsDisplay);
 }
 
 }  // namespace
