@@ -2,7 +2,8 @@
 # Sourced by the commands: the packages that they need, and how they install and build.
 
 # shellcheck disable=SC2034  # the lists are used where this file is sourced
-BUILD_PACKAGES=(g++ cmake ninja-build nlohmann-json3-dev libfmt-dev libcli11-dev)
+BUILD_PACKAGES=(g++ cmake ninja-build nlohmann-json3-dev libfmt-dev libcli11-dev
+                libpugixml-dev)
 BUNDLE_PACKAGES=(g++ cmake ninja-build zip clang-19 lld-19 llvm-19 libc++-19-dev)
 LIBRARY_PACKAGES=(libgtest-dev libgmock-dev libbenchmark-dev libeigen3-dev libglm-dev)
 DESKTOP_PACKAGES=(libgnustep-gui-dev gnustep-back0.29-cairo gobjc xvfb xdotool)

@@ -28,7 +28,9 @@ constexpr std::size_t kManyBinds = 100000;
 
 Verdict withFile(const std::string& plugin, const std::function<Verdict(const MachFile&)>& judge) {
   if (!isMacPlugin(plugin)) return notApplicable("not built for the Mac");
-  return judge(MachFile::open(machFileOf(plugin)));
+  const MachFile file = MachFile::open(machFileOf(plugin));
+  if (!file.unsupported().empty()) throw LoadError(file.unsupported());
+  return judge(file);
 }
 
 Verdict exports(const std::string& plugin) {

@@ -9,7 +9,9 @@ namespace simulator {
 namespace {
 
 constexpr std::string_view kExportTrie = "the export trie";
-constexpr std::uint64_t kWeakDefinition = 0x4;
+constexpr std::uint64_t kPublishedFlags = kExportThreadLocal | kExportAbsolute |
+                                          kExportWeakDefinition | kExportFromOtherLibrary |
+                                          kExportResolved;
 constexpr std::size_t kLongestSymbol = 4096;
 
 struct Node {
@@ -17,11 +19,16 @@ struct Node {
   std::string prefix;
 };
 
+[[noreturn]] void refuse(const Export& symbol) {
+  throw LoadError(
+      fmt::format("export {} of kind {:#x} is not supported", symbol.name, symbol.flags));
+}
+
 class TrieWalk {
  public:
   explicit TrieWalk(Bytes trie) : trie_(trie), seen_(trie.size()) {}
 
-  std::map<std::string, std::uint64_t> run() {
+  std::vector<Export> run() {
     if (trie_.empty()) return {};
     pending_.push_back({0, ""});
     while (!pending_.empty()) {
@@ -46,11 +53,13 @@ class TrieWalk {
   }
 
   void readExport(ByteReader& reader, const std::string& name) {
-    const std::uint64_t flags = reader.readUleb();
-    if ((flags & ~kWeakDefinition) != 0) {
-      throw LoadError(fmt::format("export {} of kind {:#x} is not supported", name, flags));
-    }
-    exports_[name] = reader.readUleb();
+    Export symbol;
+    symbol.name = name;
+    symbol.flags = reader.readUleb();
+    if ((symbol.flags & ~kPublishedFlags) != 0) refuse(symbol);
+    symbol.offset = reader.readUleb();
+    if ((symbol.flags & kExportFromOtherLibrary) != 0) symbol.importedName = reader.readText();
+    exports_.push_back(std::move(symbol));
   }
 
   void readChildren(ByteReader& reader, const std::string& prefix) {
@@ -65,11 +74,20 @@ class TrieWalk {
   Bytes trie_;
   std::vector<bool> seen_;
   std::vector<Node> pending_;
-  std::map<std::string, std::uint64_t> exports_;
+  std::vector<Export> exports_;
 };
 
 }  // namespace
 
-std::map<std::string, std::uint64_t> readExportTrie(Bytes trie) { return TrieWalk(trie).run(); }
+std::vector<Export> readExports(Bytes trie) { return TrieWalk(trie).run(); }
+
+std::map<std::string, std::uint64_t> readExportTrie(Bytes trie) {
+  std::map<std::string, std::uint64_t> offsets;
+  for (const Export& symbol : readExports(trie)) {
+    if ((symbol.flags & ~std::uint64_t{kExportWeakDefinition}) != 0) refuse(symbol);
+    offsets[symbol.name] = symbol.offset;
+  }
+  return offsets;
+}
 
 }  // namespace simulator

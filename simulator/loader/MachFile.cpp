@@ -8,6 +8,9 @@
 #include <memory>
 #include <utility>
 
+#include "simulator/loader/FileKind.h"
+#include "simulator/loader/UniversalFile.h"
+
 namespace simulator {
 
 namespace {
@@ -33,14 +36,14 @@ std::string commandName(std::uint32_t command) {
       {0xE, "LC_LOAD_DYLINKER"},
       {0x1, "LC_SEGMENT"},
       {0x1A, "LC_ROUTINES_64"},
-      {0x20, "LC_LAZY_LOAD_DYLIB"},
+      {mach::kLazyLoadDylib, "LC_LAZY_LOAD_DYLIB"},
       {0x2C, "LC_ENCRYPTION_INFO_64"},
       {0x2D, "LC_LINKER_OPTION"},
-      {0x1F | mach::kRequiredByLoader, "LC_REEXPORT_DYLIB"},
-      {0x23 | mach::kRequiredByLoader, "LC_LOAD_UPWARD_DYLIB"},
+      {mach::kReexportDylib, "LC_REEXPORT_DYLIB"},
+      {mach::kLoadUpwardDylib, "LC_LOAD_UPWARD_DYLIB"},
       {0x28 | mach::kRequiredByLoader, "LC_MAIN"},
-      {0x33 | mach::kRequiredByLoader, "LC_DYLD_EXPORTS_TRIE"},
-      {0x34 | mach::kRequiredByLoader, "LC_DYLD_CHAINED_FIXUPS"},
+      {mach::kDyldExportsTrie, "LC_DYLD_EXPORTS_TRIE"},
+      {mach::kDyldChainedFixups, "LC_DYLD_CHAINED_FIXUPS"},
   };
   for (const auto& [number, name] : kNames) {
     if (number == command) return fmt::format("{} ({:#x})", name, command);
@@ -48,8 +51,40 @@ std::string commandName(std::uint32_t command) {
   return fmt::format("{:#x}", command);
 }
 
+std::string notSupported(std::uint32_t command) {
+  std::string reason = fmt::format("load command {} is not supported", commandName(command));
+  if (command == mach::kDyldChainedFixups) reason += "; link with -no_fixup_chains";
+  return reason;
+}
+
+// The kind of file that a header's type stands for.
+std::string typeName(std::uint32_t type) {
+  static constexpr std::string_view kNames[] = {
+      "an object file",
+      "an executable",
+      "a fixed library",
+      "a core file",
+      "a preloaded executable",
+      "a dynamic library",
+      "a dynamic linker",
+      "a bundle",
+      "a stub of a dynamic library",
+      "a file of debug information",
+      "a kernel extension",
+      "a set of files",
+  };
+  if (type == 0 || type > std::size(kNames)) return fmt::format("a file of type {}", type);
+  return std::string(kNames[type - 1]);
+}
+
 bool isKnownSectionType(std::uint32_t type) {
-  return type <= mach::kCoalesced || type == mach::k16ByteLiterals;
+  return type <= mach::kCoalesced || type == mach::k16ByteLiterals ||
+         type == mach::kInitFunctionOffsets;
+}
+
+bool hasNoContents(std::uint32_t type) {
+  return type == mach::kZeroFill || type == mach::kLargeZeroFill ||
+         type == mach::kThreadLocalZeroFill;
 }
 
 // The Objective-C runtime registers an image's classes and selectors from these sections. A plug-in
@@ -60,9 +95,18 @@ bool needsObjectiveCRuntime(const Section& section) {
 
 }  // namespace
 
-MachFile::MachFile(std::vector<std::byte> bytes) : bytes_(std::move(bytes)) { readHeader(); }
+MachFile::MachFile(std::vector<std::byte> bytes, mach::Processor processor)
+    : bytes_(std::move(bytes)) {
+  std::string subject = "the file";
+  if (formatOf(bytes_) == FileFormat::kUniversal) {
+    const Bytes slice = sliceFor(bytes_, processor);
+    bytes_ = std::vector<std::byte>(slice.begin(), slice.end());
+    subject = "the slice for " + processorName(processor);
+  }
+  readHeader(subject, processor);
+}
 
-MachFile MachFile::open(const std::filesystem::path& path) {
+MachFile MachFile::open(const std::filesystem::path& path, mach::Processor processor) {
   const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(path.c_str(), "rb"),
                                                              &std::fclose);
   std::error_code error;
@@ -70,7 +114,7 @@ MachFile MachFile::open(const std::filesystem::path& path) {
   if (!file || error) throw LoadError(fmt::format("{} cannot be read", path.string()));
   std::vector<std::byte> bytes(size);
   bytes.resize(std::fread(bytes.data(), 1, bytes.size(), file.get()));
-  return MachFile(std::move(bytes));
+  return MachFile(std::move(bytes), processor);
 }
 
 const Section* MachFile::findSection(std::string_view segment, std::string_view name) const {
@@ -85,26 +129,32 @@ Bytes MachFile::contents(const Segment& segment) const {
 }
 
 Bytes MachFile::contents(const Section& section) const {
-  if (section.type == mach::kZeroFill) return {};
+  if (hasNoContents(section.type)) return {};
   return slice(bytes_, section.fileOffset, section.size, section.name);
 }
 
-void MachFile::readHeader() {
+void MachFile::readHeader(const std::string& subject, mach::Processor processor) {
   ByteReader reader(bytes_, "the file header");
-  const auto header = reader.read<mach::Header>();
-  if (header.magic == mach::kUniversalMagicSwapped) {
-    throw LoadError("the file is a universal one; only a thin x86_64 file can be loaded");
+  mach::Header header{};
+  if (formatOf(bytes_) == FileFormat::kMachO) header = reader.read<mach::Header>();
+  if (header.magic != mach::kMagic64 || header.cpuType != processor.type) {
+    throw LoadError(fmt::format("{} is {}; a 64-bit Mach-O file for {} is needed", subject,
+                                describeFile(bytes_), processorName(processor)));
   }
-  if (header.magic != mach::kMagic64) throw LoadError("the file is not a 64-bit Mach-O file");
-  if (header.cpuType != mach::kCpuX86_64) throw LoadError("the file is not for x86_64");
   if (header.fileType != mach::kTypeBundle && header.fileType != mach::kTypeDylib) {
-    throw LoadError(fmt::format("file type {} is neither a bundle nor a library", header.fileType));
+    throw LoadError(fmt::format("{} is {}; a bundle or a dynamic library is needed", subject,
+                                typeName(header.fileType)));
   }
   fileType_ = header.fileType;
   const Bytes commands = slice(bytes_, sizeof header, header.commandSize, "the load commands");
   ByteReader commandReader(commands, "the load commands");
   readCommands(commandReader, header.commandCount);
   if (segments_.empty()) throw LoadError("the file has no segments");
+}
+
+// Keeps the first reason.
+void MachFile::refuse(std::string reason) {
+  if (unsupported_.empty()) unsupported_ = std::move(reason);
 }
 
 void MachFile::readCommands(ByteReader& reader, std::uint32_t count) {
@@ -128,6 +178,14 @@ void MachFile::readCommand(Bytes command) {
       return readLibrary(command, false);
     case mach::kLoadWeakDylib:
       return readLibrary(command, true);
+    // Libraries whose symbols the loader does not pass on; they count in ordinals all the same.
+    case mach::kReexportDylib:
+    case mach::kLoadUpwardDylib:
+    case mach::kLazyLoadDylib:
+      refuse(notSupported(head.command));
+      return readLibrary(command, false);
+    case mach::kRpath:
+      return readRunPath(command);
     case mach::kDyldInfo:
     case mach::kDyldInfoOnly:
       return readDyldInfo(command);
@@ -144,14 +202,13 @@ void MachFile::readCommand(Bytes command) {
     case mach::kDysymtab:
     case mach::kIdDylib:
     case mach::kUuid:
-    case mach::kRpath:
     case mach::kCodeSignature:
     case mach::kFunctionStarts:
     case mach::kDataInCode:
     case mach::kSourceVersion:
       return;
     default:
-      throw LoadError(fmt::format("load command {} is not supported", commandName(head.command)));
+      refuse(notSupported(head.command));
   }
 }
 
@@ -165,6 +222,7 @@ void MachFile::readSegment(Bytes command) {
   segment.fileOffset = record.fileOffset;
   segment.fileSize = record.fileSize;
   segment.protection = record.protection & 7;
+  segment.maximumProtection = record.maximumProtection & 7;
   segment.readOnlyAfterFixups = (record.flags & mach::kSegmentReadOnly) != 0;
   addSegment(segment);
   for (std::uint32_t i = 0; i < record.sectionCount; ++i) readSection(reader, segment);
@@ -192,8 +250,8 @@ void MachFile::readSection(ByteReader& reader, const Segment& segment) {
   Section section{segment.name, fixedText(record.name), record.address,
                   record.size,  record.fileOffset,      record.flags & mach::kSectionTypeMask};
   if (!isKnownSectionType(section.type) || needsObjectiveCRuntime(section)) {
-    throw LoadError(fmt::format("section {},{} (type {:#x}) is not supported", section.segment,
-                                section.name, section.type));
+    refuse(fmt::format("section {},{} (type {:#x}) is not supported", section.segment, section.name,
+                       section.type));
   }
   const std::uint64_t offset = section.address - segment.address;
   if (section.address < segment.address || offset > segment.size ||
@@ -208,6 +266,11 @@ void MachFile::readLibrary(Bytes command, bool weak) {
   const auto record = ByteReader(command, "a library's load command").read<mach::DylibCommand>();
   ByteReader name(command, "a library's name", record.nameOffset);
   libraries_.push_back({std::string(name.readText()), weak});
+}
+
+void MachFile::readRunPath(Bytes command) {
+  const auto record = ByteReader(command, "LC_RPATH").read<mach::RunPathCommand>();
+  runPaths_.emplace_back(ByteReader(command, "a run path", record.pathOffset).readText());
 }
 
 void MachFile::readDyldInfo(Bytes command) {

@@ -19,6 +19,7 @@ struct Segment {
   std::uint64_t fileOffset = 0;
   std::uint64_t fileSize = 0;
   int protection = 0;  ///< PROT_… bits, which are the same on both systems
+  int maximumProtection = 0;
   bool readOnlyAfterFixups = false;
 };
 
@@ -38,14 +39,20 @@ struct Library {
   bool weak = false;  ///< may be absent; its symbols are then null
 };
 
-/// A thin 64-bit Intel bundle or library. [any-thread]
+/// A 64-bit bundle or dynamic library for one processor. [any-thread]
 class MachFile {
  public:
-  /// Parses `bytes`, which may hold anything. A LoadError names what is damaged or not supported.
-  explicit MachFile(std::vector<std::byte> bytes);
+  /// Parses `bytes`, which may hold anything; of a universal file, the slice for `processor`. A
+  /// LoadError names what the file is if it is something else, or what is damaged.
+  explicit MachFile(std::vector<std::byte> bytes, mach::Processor processor = mach::kX86_64);
 
   /// Reads and parses a file. A LoadError also if it cannot be read.
-  static MachFile open(const std::filesystem::path& path);
+  static MachFile open(const std::filesystem::path& path,
+                       mach::Processor processor = mach::kX86_64);
+
+  /// What keeps an intact file from being loaded, such as "load command LC_MAIN (0x80000028) is not
+  /// supported"; empty if nothing does. If there are several reasons, the first one in the file.
+  const std::string& unsupported() const { return unsupported_; }
 
   const std::vector<Segment>& segments() const { return segments_; }
   const std::vector<Section>& sections() const { return sections_; }
@@ -72,18 +79,23 @@ class MachFile {
 
   std::uint32_t fileType() const { return fileType_; }
 
+  /// The folders in which libraries named by "@rpath" are looked for.
+  const std::vector<std::string>& runPaths() const { return runPaths_; }
+
   /// The oldest macOS version that the file supports, such as "10.13"; empty if it names none.
   const std::string& minimumSystem() const { return minimumSystem_; }
 
  private:
-  void readHeader();
+  void readHeader(const std::string& subject, mach::Processor processor);
   void readCommands(ByteReader& reader, std::uint32_t count);
   void readCommand(Bytes command);
   void readSegment(Bytes command);
   void readSection(ByteReader& reader, const Segment& segment);
   void readLibrary(Bytes command, bool weak);
   void readDyldInfo(Bytes command);
+  void readRunPath(Bytes command);
   void addSegment(Segment segment);
+  void refuse(std::string reason);
   Bytes linkData(const mach::FileRange& range, std::string_view what) const;
 
   std::vector<std::byte> bytes_;
@@ -94,6 +106,8 @@ class MachFile {
   std::uint64_t imageSize_ = 0;
   std::uint32_t fileType_ = 0;
   std::string minimumSystem_;
+  std::vector<std::string> runPaths_;
+  std::string unsupported_;
 };
 
 }  // namespace simulator

@@ -1,5 +1,5 @@
 // The records of a Mach-O file that the loader reads, as the platform publishes them in
-// <mach-o/loader.h> and <mach-o/fat.h>.
+// <mach-o/loader.h>, <mach-o/fat.h> and <mach/machine.h>.
 #pragma once
 
 #include <cstdint>
@@ -7,10 +7,61 @@
 namespace simulator::mach {
 
 inline constexpr std::uint32_t kMagic64 = 0xFEEDFACF;
-inline constexpr std::uint32_t kUniversalMagicSwapped = 0xBEBAFECA;
-inline constexpr std::int32_t kCpuX86_64 = 0x01000007;
+inline constexpr std::uint32_t kUniversalMagic = 0xCAFEBABE;
+inline constexpr std::uint32_t kUniversalMagic64 = 0xCAFEBABF;
 inline constexpr std::uint32_t kTypeDylib = 6;
 inline constexpr std::uint32_t kTypeBundle = 8;
+
+/// A processor as headers and the tables of universal files name it: `cputype` and `cpusubtype`.
+struct Processor {
+  std::int32_t type = 0;
+  std::int32_t subtype = 0;
+  bool operator==(const Processor&) const = default;
+};
+
+inline constexpr Processor kX86_64{0x01000007, 3};
+inline constexpr Processor kArm64{0x0100000C, 0};
+
+/// The processor without the flags in the subtype's highest byte (CPU_SUBTYPE_MASK).
+constexpr Processor withoutCapabilities(Processor processor) {
+  return {processor.type, processor.subtype & 0x00FFFFFF};
+}
+
+/// The number with its bytes in reverse order.
+template <class T>
+constexpr T swapped(T number) {
+  T result = 0;
+  for (unsigned i = 0; i < sizeof number; ++i) {
+    const auto byte = (static_cast<std::uint64_t>(number) >> (8 * i)) & 0xFF;
+    result =
+        static_cast<T>(static_cast<std::uint64_t>(result) | byte << (8 * (sizeof number - 1 - i)));
+  }
+  return result;
+}
+
+/// A universal file begins with this record; its numbers are big-endian.
+struct UniversalHeader {
+  std::uint32_t magic;
+  std::uint32_t sliceCount;
+};
+
+/// A row of a universal file's table (`fat_arch`, `fat_arch_64`). `alignment` is a power of two.
+struct SliceRecord {
+  std::int32_t cpuType;
+  std::int32_t cpuSubtype;
+  std::uint32_t offset;
+  std::uint32_t size;
+  std::uint32_t alignment;
+};
+
+struct SliceRecord64 {
+  std::int32_t cpuType;
+  std::int32_t cpuSubtype;
+  std::uint64_t offset;
+  std::uint64_t size;
+  std::uint32_t alignment;
+  std::uint32_t reserved;
+};
 
 struct Header {
   std::uint32_t magic;
@@ -36,6 +87,9 @@ enum Command : std::uint32_t {
   kLoadDylib = 0xC,
   kIdDylib = 0xD,
   kLoadWeakDylib = 0x18 | kRequiredByLoader,
+  kReexportDylib = 0x1F | kRequiredByLoader,
+  kLazyLoadDylib = 0x20,
+  kLoadUpwardDylib = 0x23 | kRequiredByLoader,
   kSegment64 = 0x19,
   kUuid = 0x1B,
   kRpath = 0x1C | kRequiredByLoader,
@@ -47,6 +101,8 @@ enum Command : std::uint32_t {
   kDataInCode = 0x29,
   kSourceVersion = 0x2A,
   kBuildVersion = 0x32,
+  kDyldExportsTrie = 0x33 | kRequiredByLoader,
+  kDyldChainedFixups = 0x34 | kRequiredByLoader,
 };
 
 struct SegmentCommand {
@@ -92,7 +148,10 @@ enum SectionType : std::uint32_t {
   kModInitPointers = 9,
   kModTermPointers = 10,
   kCoalesced = 11,
+  kLargeZeroFill = 12,
   k16ByteLiterals = 14,
+  kThreadLocalZeroFill = 0x12,
+  kInitFunctionOffsets = 0x16,
 };
 
 struct DylibCommand {
@@ -101,6 +160,12 @@ struct DylibCommand {
   std::uint32_t timestamp;
   std::uint32_t currentVersion;
   std::uint32_t compatibilityVersion;
+};
+
+/// The path of LC_RPATH.
+struct RunPathCommand {
+  LoadCommand head;
+  std::uint32_t pathOffset;
 };
 
 struct FileRange {

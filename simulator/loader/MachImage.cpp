@@ -40,10 +40,36 @@ std::vector<std::uint64_t> pointersOfType(const MachFile& file, const ImageMemor
   return all;
 }
 
+// The functions that sections of offsets from the image's start name.
+std::vector<std::uint64_t> functionsOfOffsets(const MachFile& file, const ImageMemory& memory) {
+  std::vector<std::uint64_t> all;
+  for (const Section& section : file.sections()) {
+    if (section.type != mach::kInitFunctionOffsets) continue;
+    const Bytes bytes = memory.at(section.address, section.size, section.name);
+    for (ByteReader reader(bytes, section.name); !reader.atEnd();) {
+      all.push_back(reinterpret_cast<std::uintptr_t>(memory.base()) + reader.read<std::uint32_t>());
+    }
+  }
+  return all;
+}
+
+// In the order in which they run.
+std::vector<std::uint64_t> initialisers(const MachFile& file, const ImageMemory& memory) {
+  std::vector<std::uint64_t> all = pointersOfType(file, memory, mach::kModInitPointers);
+  const std::vector<std::uint64_t> offsets = functionsOfOffsets(file, memory);
+  all.insert(all.end(), offsets.begin(), offsets.end());
+  return all;
+}
+
+std::vector<std::uint64_t> terminators(const MachFile& file, const ImageMemory& memory) {
+  return pointersOfType(file, memory, mach::kModTermPointers);
+}
+
 }  // namespace
 
 std::unique_ptr<MachImage> MachImage::prepare(MachFile file, const SystemLibraries& libraries,
                                               std::string name) {
+  if (!file.unsupported().empty()) throw LoadError(file.unsupported());
   std::unique_ptr<MachImage> image(
       new MachImage(std::make_unique<MachFile>(std::move(file)), std::move(name)));
   image->applyFixups(libraries);
@@ -72,7 +98,7 @@ MachImage::~MachImage() {
   if (!initialised_) return;
   // The image registers its exit functions under the address of its header, its first byte.
   __cxa_finalize(memory_.base());
-  const std::vector<std::uint64_t> last = pointersOfType(*file_, memory_, mach::kModTermPointers);
+  const std::vector<std::uint64_t> last = terminators(*file_, memory_);
   for (auto i = last.rbegin(); i != last.rend(); ++i) reinterpret_cast<Terminator>(*i)();
 }
 
@@ -84,7 +110,7 @@ void* MachImage::symbol(std::string_view name) const {
 void MachImage::initialise() {
   if (std::exchange(initialised_, true)) return;
   static constexpr const char* kNothing[] = {nullptr};
-  for (const std::uint64_t function : pointersOfType(*file_, memory_, mach::kModInitPointers)) {
+  for (const std::uint64_t function : initialisers(*file_, memory_)) {
     reinterpret_cast<Initialiser>(function)(0, kNothing, kNothing, kNothing);
   }
 }
@@ -100,8 +126,8 @@ void MachImage::applyFixups(const SystemLibraries& libraries) {
 
 // A LoadError if an initialiser or terminator lies outside the image's code.
 void MachImage::checkInitialisers() const {
-  for (const std::uint32_t type : {mach::kModInitPointers, mach::kModTermPointers}) {
-    for (const std::uint64_t function : pointersOfType(*file_, memory_, type)) {
+  for (const auto& functions : {initialisers(*file_, memory_), terminators(*file_, memory_)}) {
+    for (const std::uint64_t function : functions) {
       const auto offset = function - reinterpret_cast<std::uintptr_t>(memory_.base());
       if (!memory_.isExecutable(offset)) {
         throw LoadError(fmt::format("{}: an initialiser lies outside the code", name_));

@@ -2,11 +2,10 @@
 
 #include <fmt/format.h>
 
-#include <cstdint>
-#include <cstdio>
 #include <memory>
-#include <stdexcept>
 
+#include "simulator/loader/BundleFolder.h"
+#include "simulator/loader/FileKind.h"
 #include "simulator/loader/MachImage.h"
 
 // Provided by the leak checker if one is built in.
@@ -36,33 +35,24 @@ class MachPlugin : public PluginModule {
   Entry entry_ = nullptr;
 };
 
-std::uint32_t firstWord(const std::filesystem::path& path) {
-  const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(path.c_str(), "rb"),
-                                                             &std::fclose);
-  std::uint32_t word = 0;
-  if (!file || std::fread(&word, sizeof word, 1, file.get()) != 1) return 0;
-  return word;
-}
-
 }  // namespace
 
 std::filesystem::path machFileOf(const std::filesystem::path& path) {
-  if (!std::filesystem::is_directory(path)) return path;
-  const std::filesystem::path bundle = path.has_filename() ? path : path.parent_path();
-  return bundle / "Contents" / "MacOS" / bundle.stem();
+  return std::filesystem::is_directory(path) ? binaryOfBundle(path) : path;
 }
 
 bool isMacPlugin(const std::filesystem::path& path) {
-  const std::uint32_t word = firstWord(machFileOf(path));
-  return std::filesystem::is_directory(path) || word == mach::kMagic64 ||
-         word == mach::kUniversalMagicSwapped;
+  if (std::filesystem::is_directory(path)) return true;
+  const FileFormat format = formatOf(beginningOf(path));
+  return format == FileFormat::kMachO || format == FileFormat::kUniversal;
 }
 
 std::unique_ptr<PluginModule> loadMacPlugin(const std::filesystem::path& path) {
+  const std::filesystem::path binary = machFileOf(path);
   try {
-    return std::make_unique<MachPlugin>(machFileOf(path));
+    return std::make_unique<MachPlugin>(binary);
   } catch (const LoadError& error) {
-    throw std::runtime_error(fmt::format("{}: {}", path.string(), error.what()));
+    throw LoadError(fmt::format("{}: {}", binary.string(), error.what()));
   }
 }
 

@@ -8,11 +8,12 @@
 
 namespace simulator {
 
-/// The Mach-O file that a path names: the one inside if the path is a bundle's folder, else the
-/// path itself, whether or not it exists.
+/// The Mach-O file that a path names: that of `binaryOfBundle` if the path is a folder, which may
+/// throw; else the path itself, whether or not it exists.
 std::filesystem::path machFileOf(const std::filesystem::path& path);
 
-/// Whether the path is a folder, taken for a bundle, or a file that begins like a Mach-O file.
+/// Whether the path is a folder, taken for a bundle, or a file that begins like a Mach-O file of
+/// any word size and byte order, or like a universal file.
 bool isMacPlugin(const std::filesystem::path& path);
 
 /// Loads the plug-in against the simulated Mac. Throws `std::runtime_error` with one line that

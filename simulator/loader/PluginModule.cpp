@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <stdexcept>
 
+#include "simulator/loader/FileKind.h"
 #include "simulator/loader/MachPlugin.h"
 
 // Provided by the leak checker if one is built in.
@@ -14,6 +15,8 @@ extern "C" void __lsan_do_leak_check() __attribute__((weak));
 namespace simulator {
 
 namespace {
+
+constexpr std::string_view kModule = "an ELF file for x86_64";
 
 void* open(const std::string& file, int flags) {
   void* library = dlopen(file.c_str(), flags);
@@ -44,10 +47,21 @@ class SharedObject : public PluginModule {
   Entry entry_;
 };
 
+// dlopen would call any other file an invalid ELF file.
+void requireModule(const std::string& file) {
+  const std::vector<std::byte> beginning = beginningOf(file);
+  if (formatOf(beginning) == FileFormat::kElf && describeFile(beginning) == kModule) return;
+  throw std::runtime_error(
+      fmt::format("{} is {}; a Mac bundle's folder, a Mach-O file or a Linux module ({}) is needed",
+                  file, describeFile(beginning), kModule));
+}
+
 }  // namespace
 
 std::unique_ptr<PluginModule> loadPlugin(const std::string& file) {
+  if (!std::filesystem::exists(file)) throw std::runtime_error(file + " is not there");
   if (isMacPlugin(file)) return loadMacPlugin(file);
+  requireModule(file);
   // dlopen looks for a name without a slash in the system's library folders.
   return std::make_unique<SharedObject>(std::filesystem::absolute(file).string());
 }

@@ -43,6 +43,21 @@ TEST(ExportTrie, RefusesOtherKindsOfExports) {
   }
 }
 
+TEST(ExportTrie, ReadsEveryPublishedKindOfExport) {
+  const auto read = [](const std::string& node) {
+    const std::string trie = trieWithOneChild("_x", node);
+    return readExports(std::as_bytes(std::span(trie))).at(0);
+  };
+  EXPECT_EQ(read(node({0x02, 0x01, 0x30, 0x00})).flags, kExportThreadLocal);
+  EXPECT_EQ(read(node({0x02, 0x02, 0x30, 0x00})).offset, 0x30U);
+  EXPECT_EQ(read(node({0x03, 0x10, 0x30, 0x40, 0x00})).offset, 0x30U);
+  const Export same = read(node({0x03, 0x08, 0x02, 0x00, 0x00}));
+  EXPECT_EQ(same.offset, 2U);
+  EXPECT_EQ(same.importedName, "");
+  EXPECT_EQ(read(node({0x05, 0x08, 0x02, '_', 'y', 0x00, 0x00})).importedName, "_y");
+  EXPECT_THROW(read(node({0x02, 0x20, 0x30, 0x00})), LoadError);
+}
+
 TEST(ExportTrie, RefusesATreeWithACycle) {
   EXPECT_THROW(exports(node({0x00, 0x01, 'a', 0x00, 0x00})), LoadError);
 }

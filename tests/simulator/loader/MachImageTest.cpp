@@ -117,6 +117,24 @@ TEST(MachImageLifetime, RunsInitialisersInOrderAtLoad) {
   EXPECT_THAT(record(), ElementsAre(1, 2));
 }
 
+TEST(MachImageLifetime, RunsInitialisersThatAreGivenAsOffsets) {
+  EXPECT_NE(MachFile::open(modulePath("InitOffsets")).findSection("__TEXT", "__init_offsets"),
+            nullptr);
+  auto image = loadModule("InitOffsets");
+  EXPECT_THAT(record(), ElementsAre(1, 2));
+  record().clear();
+  image.reset();
+  EXPECT_THAT(record(), ElementsAre(-2, -1));
+}
+
+TEST(MachImageLifetime, RefusesInitialisersOutsideTheCode) {
+  std::vector<std::byte> bytes = moduleBytes("InitOffsets");
+  const MachFile file(bytes);
+  const Section& offsets = *file.findSection("__TEXT", "__init_offsets");
+  std::memset(bytes.data() + offsets.fileOffset, 0x7F, 4);
+  EXPECT_THROW(MachImage::prepare(MachFile(bytes), TestLibraries(), "changed"), LoadError);
+}
+
 TEST(MachImageLifetime, RunsDestructorsInReverseAtUnload) {
   auto image = loadModule("Lifetime");
   EXPECT_EQ(call(*image, "firstUse"), 30);
@@ -236,15 +254,17 @@ TEST(MachImageRefusal, GivesTheReasonForFilesOfOtherFormats) {
   };
   std::vector<std::byte> bytes = moduleBytes("Imports");
   bytes[0] = std::byte{0x7F};
-  EXPECT_EQ(error(bytes), "the file is not a 64-bit Mach-O file");
+  EXPECT_EQ(error(bytes),
+            "the file is a file of an unknown format; a 64-bit Mach-O file for x86_64 is needed");
   std::memcpy(bytes.data(), "\xCA\xFE\xBA\xBE", 4);
   EXPECT_THAT(error(bytes), HasSubstr("universal"));
   bytes = moduleBytes("Imports");
   bytes[4] = std::byte{0x0C};
-  EXPECT_EQ(error(bytes), "the file is not for x86_64");
+  EXPECT_EQ(error(bytes),
+            "the file is a Mach-O file for arm64; a 64-bit Mach-O file for x86_64 is needed");
   bytes = moduleBytes("Imports");
   bytes[12] = std::byte{2};
-  EXPECT_THAT(error(bytes), HasSubstr("file type 2"));
+  EXPECT_THAT(error(bytes), HasSubstr("an executable"));
 }
 
 TEST(MachImageFile, ReportsMinimumSystemTypeAndLibraries) {
