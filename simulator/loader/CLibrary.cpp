@@ -1,6 +1,7 @@
 #include "simulator/loader/CLibrary.h"
 
 #include <dlfcn.h>
+#include <fmt/format.h>
 
 #include <algorithm>
 #include <cmath>
@@ -9,8 +10,9 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <new>
 #include <string>
+
+#include "simulator/loader/ByteReader.h"
 
 namespace simulator {
 
@@ -37,55 +39,54 @@ constexpr std::string_view kSystemSymbols[] = {
     "_tan",          "_vfprintf",       "_vsnprintf",
 };
 
-// The C++ ABI that both run times share, and the few library classes whose members are all out of
-// line: the plug-in's code does not depend on their layout.
-constexpr std::string_view kCxxSymbols[] = {
-    "___cxa_allocate_exception",
-    "___cxa_begin_catch",
-    "___cxa_current_exception_type",
-    "___cxa_end_catch",
-    "___cxa_free_exception",
-    "___cxa_get_exception_ptr",
-    "___cxa_guard_abort",
-    "___cxa_guard_acquire",
-    "___cxa_guard_release",
-    "___cxa_pure_virtual",
-    "___cxa_rethrow",
-    "___cxa_throw",
-    "___dynamic_cast",
-    "___gxx_personality_v0",
-    "__ZNSt11logic_errorC2EPKc",
-    "__ZNSt12length_errorD1Ev",
-    "__ZNSt12out_of_rangeD1Ev",
-    "__ZNSt20bad_array_new_lengthD1Ev",
-    "__ZNSt9bad_allocD1Ev",
-    "__ZNSt9exceptionD2Ev",
-    "__ZNKSt9exception4whatEv",
-    "__ZSt9terminatev",
-    "__ZTISt12length_error",
-    "__ZTISt12out_of_range",
-    "__ZTISt20bad_array_new_length",
-    "__ZTISt9bad_alloc",
-    "__ZTISt9exception",
-    "__ZTIi",
-    "__ZTIj",
-    "__ZTISt11logic_error",
-    "__ZTVN10__cxxabiv117__class_type_infoE",
-    "__ZTVN10__cxxabiv120__si_class_type_infoE",
-    "__ZTVN10__cxxabiv121__vmi_class_type_infoE",
-    "__ZTVSt12length_error",
-    "__ZTVSt12out_of_range",
-    "__ZTVSt20bad_array_new_length",
-    "__ZTVSt9bad_alloc",
-    "__ZdaPv",
-    "__ZdaPvm",
-    "__ZdlPv",
-    "__ZdlPvm",
-    "__Znam",
-    "__ZnamRKSt9nothrow_t",
-    "__Znwm",
-    "__ZnwmRKSt9nothrow_t",
-    "__ZSt7nothrow",
+// Parts of the mangled names of classes whose objects hold records of the system's own: locks and
+// threads, locales and character tables, conversion states and files. Those differ between the two
+// systems. Also what counts the references to an exception, which each C++ ABI library does in its
+// own way.
+constexpr std::string_view kSystemDependent[] = {
+    "mutex",
+    "condition_variable",
+    "thread",
+    "promise",
+    "future",
+    "assoc",
+    "synchronized_pool",
+    "call_once",
+    "atomic_wait",
+    "atomic_notify",
+    "locale",
+    "ctype",
+    "codecvt",
+    "collate",
+    "messages",
+    "moneypunct",
+    "money_get",
+    "money_put",
+    "numpunct",
+    "num_get",
+    "num_put",
+    "time_get",
+    "time_put",
+    "ios_base",
+    "basic_ios",
+    "stream",
+    "filebuf",
+    "stringbuf",
+    "4coutE",
+    "4cerrE",
+    "4clogE",
+    "3cinE",
+    "5wcoutE",
+    "5wcerrE",
+    "5wclogE",
+    "4wcinE",
+    "filesystem",
+    "exception_ptr",
+    "current_excep",
+    "nested_exception",
+    "rethrow_exc",
+    "_primary_exception",
+    "exception_refcount",
 };
 
 // Helpers that the target's compiler calls and this system's libraries lack.
@@ -113,9 +114,6 @@ SineAndCosine sineAndCosine(double angle) { return {std::sin(angle), std::cos(an
 
 std::uintptr_t stackGuard = 0x00AFF0DE5A5A0DFF;
 
-// libc++ exports this constructor; it is inline in this system's library.
-void constructBadArrayNewLength(void* object) { new (object) std::bad_array_new_length; }
-
 template <class Function>
 void* address(Function* function) {
   return reinterpret_cast<void*>(function);
@@ -132,6 +130,37 @@ template <std::size_t size>
 void* findListed(const std::string_view (&symbols)[size], std::string_view name) {
   if (std::find(std::begin(symbols), std::end(symbols), name) == std::end(symbols)) return nullptr;
   return dlsym(RTLD_DEFAULT, std::string(name.substr(1)).c_str());
+}
+
+// The distribution's libc++. RTLD_LOCAL hides its symbols from the rest of the process, while its
+// own references to the C++ ABI go to the process's libstdc++: exceptions, type information and
+// memory are then the same for a plug-in, this library and the simulator. RTLD_DEEPBIND or another
+// namespace would give it an ABI library and a heap of its own.
+void* libCxx() {
+  static void* const library = dlopen("libc++.so.1", RTLD_NOW | RTLD_LOCAL);
+  if (library == nullptr) {
+    throw LoadError("libc++.so.1, which stands for the Mac's C++ library, is not installed");
+  }
+  return library;
+}
+
+// A symbol that libc++ or its ABI library defines; null if neither does.
+void* exportedByLibCxx(const char* name) {
+  void* const found = dlsym(libCxx(), name);
+  Dl_info info{};
+  if (found == nullptr || dladdr(found, &info) == 0) return nullptr;
+  const std::string_view file = info.dli_fname;
+  return file.substr(file.rfind('/') + 1).starts_with("libc++") ? found : nullptr;
+}
+
+void requireSystemIndependent(std::string_view symbol) {
+  for (const std::string_view part : kSystemDependent) {
+    if (symbol.find(part) == std::string_view::npos) continue;
+    throw LoadError(
+        fmt::format("import {} is not supported: the C++ library's threads, locales, "
+                    "streams, files and stored exceptions differ between the systems",
+                    symbol));
+  }
 }
 
 }  // namespace
@@ -154,8 +183,13 @@ void* findInLibSystem(std::string_view symbol) {
 }
 
 void* findInLibCxx(std::string_view symbol) {
-  if (symbol == "__ZNSt20bad_array_new_lengthC1Ev") return address(&constructBadArrayNewLength);
-  return findListed(kCxxSymbols, symbol);
+  if (!symbol.starts_with('_')) return nullptr;
+  const std::string name(symbol.substr(1));
+  void* const exported = exportedByLibCxx(name.c_str());
+  if (exported == nullptr) return nullptr;
+  requireSystemIndependent(symbol);
+  void* const shared = dlsym(RTLD_DEFAULT, name.c_str());
+  return shared != nullptr ? shared : exported;
 }
 
 }  // namespace simulator

@@ -14,8 +14,11 @@ struct SineAndCosine {
 /// list of supported symbols.
 void* findInLibSystem(std::string_view symbol);
 
-/// The same for libc++ and libc++abi. Only what both systems' run times share by ABI is supported:
-/// exceptions, type information and memory, but no strings, streams or containers.
+/// The same for libc++ and libc++abi: a symbol that the distribution's libc++ exports under the
+/// same name, which has the Mac's ABI (inline namespace __1). Symbols of the C++ ABI are those of
+/// this process's own library, so exceptions and memory may cross from one to the other. A
+/// LoadError if the symbol belongs to threads, locales, streams, files or stored exceptions, whose
+/// records differ between the systems, and if libc++ is not installed.
 void* findInLibCxx(std::string_view symbol);
 
 }  // namespace simulator

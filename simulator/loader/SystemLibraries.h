@@ -22,8 +22,10 @@ class SystemLibraries {
 };
 
 /// The libraries of the simulated Mac. The simulator's own library provides the frameworks and the
-/// Objective-C runtime. C and C++ library symbols are limited to a list; nothing else of this
-/// process can be reached. The device framework exists while its library is loaded. [any-thread]
+/// Objective-C runtime, the distribution's libc++ the C++ library. C library symbols are limited to
+/// a list; nothing else of this process can be reached. The device framework exists while its
+/// library is loaded. `find` throws a LoadError for a C++ library symbol of an unsupported kind.
+/// [any-thread]
 class SimulatedMac : public SystemLibraries {
  public:
   bool has(std::string_view library) const override;

@@ -218,6 +218,44 @@ TEST(MachImageImports, IncludeTheCompilersHelpers) {
   EXPECT_EQ(std::count(block, block + sizeof block, '\0'), 39);
 }
 
+std::string textFrom(const MachImage& image, const char* name) {
+  char buffer[400] = {};
+  function<int(char*, std::size_t)>(image, name)(buffer, sizeof buffer);
+  return buffer;
+}
+
+TEST(MachImageCxxLibrary, ServesCodeThatIsOutOfLine) {
+  const auto image = loadModule("CxxLibrary");
+  EXPECT_EQ(textFrom(*image, "joinsStrings"),
+            "<> a string larger than what fits into the object itself, appended!!42..");
+  EXPECT_EQ(call(*image, "comparesStrings"), 1);
+  EXPECT_EQ(call(*image, "sortsVector"), 999);
+  EXPECT_EQ(call(*image, "readsNumbers"), 62);
+  EXPECT_EQ(call(*image, "sharesObjects"), 9);
+}
+
+TEST(MachImageCxxLibrary, ThrowsWhatTheModuleCatchesByItsBaseClasses) {
+  EXPECT_EQ(textFrom(*loadModule("CxxLibrary"), "namesExceptions"),
+            "runtime: thrown: eeeeeeeeeeeeeeeeeeeeeeeeeeeeee|logic: eeeeeeeeeeeeeeeeeeeeeeeeeeeeee|"
+            "logic: basic_string|logic: stoi: no conversion|"
+            "runtime: opening: No such file or directory");
+}
+
+TEST(MachImageCxxLibrary, ThrowsWhatTheHostCatches) {
+  const auto image = loadModule("CxxLibrary");
+  try {
+    function<void()>(*image, "throwsToHost")();
+    FAIL();
+  } catch (const std::runtime_error& error) {
+    EXPECT_STREQ(error.what(), "out of the module");
+  }
+}
+
+TEST(MachImageCxxLibrary, RefusesLocks) {
+  EXPECT_THAT(errorOfLoading("Locks"), HasSubstr("import __ZNSt3__15mutex"));
+  EXPECT_THAT(errorOfLoading("Locks"), HasSubstr("is not supported: the C++ library's threads"));
+}
+
 TEST(MachImageRefusal, NamesAMissingSymbolAndItsLibrary) {
   EXPECT_EQ(errorOfLoading("MissingSymbol"),
             "Symbol not found: _testAddedLater, referenced from: " +

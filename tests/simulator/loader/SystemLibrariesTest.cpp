@@ -4,7 +4,10 @@
 
 #include <cmath>
 #include <cstdio>
+#include <exception>
+#include <typeinfo>
 
+#include "simulator/loader/ByteReader.h"
 #include "simulator/loader/CLibrary.h"
 #include "simulator/loader/SystemLibraries.h"
 
@@ -48,6 +51,33 @@ TEST(SystemLibraries, HideCLibraryFunctionsThatAreNotListed) {
   EXPECT_NE(mac.find(kLibSystem, "_fopen"), nullptr);
   EXPECT_EQ(mac.find(kLibSystem, "_system"), nullptr);
   EXPECT_EQ(mac.find(kLibCxx, "_fopen"), nullptr);
+}
+
+TEST(SystemLibraries, ShareTheProcessesCxxAbi) {
+  const SimulatedMac mac;
+  EXPECT_EQ(mac.find(kLibCxx, "___cxa_throw"), dlsym(RTLD_DEFAULT, "__cxa_throw"));
+  EXPECT_EQ(mac.find(kLibCxx, "__ZTISt9exception"), &typeid(std::exception));
+  EXPECT_EQ(mac.find(kLibCxx, "__Znwm"), dlsym(RTLD_DEFAULT, "_Znwm"));
+}
+
+TEST(SystemLibraries, ProvideWhatTheMacsCxxLibraryExports) {
+  const SimulatedMac mac;
+  const char* const append =
+      "__ZNSt3__112basic_stringIcNS_11char_traitsIcEENS_9allocatorIcEEE6appendEPKc";
+  EXPECT_NE(mac.find(kLibCxx, append), nullptr);
+  EXPECT_EQ(dlsym(RTLD_DEFAULT, append + 1), nullptr);
+  EXPECT_EQ(mac.find(kLibCxx, "__ZNSs6appendEPKc"), nullptr);  // of libstdc++ alone
+  EXPECT_EQ(mac.find(kLibCxx, "__ZNSt3__13notEv"), nullptr);
+}
+
+TEST(SystemLibraries, RefuseCxxLibraryObjectsThatHoldTheSystemsRecords) {
+  for (const char* const symbol :
+       {"__ZNSt3__15mutex4lockEv", "__ZNSt3__14coutE", "__ZNSt3__16thread4joinEv",
+        "__ZNSt3__16localeC1Ev", "__ZNSt3__18ios_base4initEPv", "__ZSt17current_exceptionv",
+        "__ZNSt13exception_ptrD1Ev", "___cxa_increment_exception_refcount",
+        "__ZNSt3__118condition_variable10notify_oneEv"}) {
+    EXPECT_THROW(SimulatedMac().find(kLibCxx, symbol), LoadError) << symbol;
+  }
 }
 
 TEST(SystemLibraries, HideTheCLibraryFromLookUpsInAFramework) {
