@@ -42,7 +42,6 @@ std::string commandName(std::uint32_t command) {
       {mach::kReexportDylib, "LC_REEXPORT_DYLIB"},
       {mach::kLoadUpwardDylib, "LC_LOAD_UPWARD_DYLIB"},
       {0x28 | mach::kRequiredByLoader, "LC_MAIN"},
-      {mach::kDyldExportsTrie, "LC_DYLD_EXPORTS_TRIE"},
       {mach::kDyldChainedFixups, "LC_DYLD_CHAINED_FIXUPS"},
   };
   for (const auto& [number, name] : kNames) {
@@ -55,6 +54,36 @@ std::string notSupported(std::uint32_t command) {
   std::string reason = fmt::format("load command {} is not supported", commandName(command));
   if (command == mach::kDyldChainedFixups) reason += "; link with -no_fixup_chains";
   return reason;
+}
+
+bool isSupported(std::uint32_t command) {
+  switch (command) {
+    case mach::kSegment64:
+    case mach::kLoadDylib:
+    case mach::kLoadWeakDylib:
+    case mach::kDyldInfo:
+    case mach::kDyldInfoOnly:
+    case mach::kDyldExportsTrie:
+    case mach::kVersionMinMacos:
+    case mach::kBuildVersion:
+    // Irrelevant to loading.
+    case mach::kSymtab:
+    case mach::kDysymtab:
+    case mach::kIdDylib:
+    case mach::kUuid:
+    case mach::kRpath:
+    case mach::kCodeSignature:
+    case mach::kFunctionStarts:
+    case mach::kDataInCode:
+    case mach::kSourceVersion:
+      return true;
+    default:
+      return false;
+  }
+}
+
+std::uint32_t commandOf(Bytes command) {
+  return ByteReader(command, "a load command").read<mach::LoadCommand>().command;
 }
 
 // The kind of file that a header's type stands for.
@@ -158,6 +187,7 @@ void MachFile::refuse(std::string reason) {
 }
 
 void MachFile::readCommands(ByteReader& reader, std::uint32_t count) {
+  std::vector<Bytes> commands;
   for (std::uint32_t i = 0; i < count; ++i) {
     const std::size_t start = reader.position();
     const auto head = reader.read<mach::LoadCommand>();
@@ -165,30 +195,35 @@ void MachFile::readCommands(ByteReader& reader, std::uint32_t count) {
       throw LoadError(fmt::format("load command {} has a size of {}", i, head.size));
     }
     reader.seek(start);
-    readCommand(reader.take(head.size));
+    commands.push_back(reader.take(head.size));
+    // Before what the commands hold: a command says more than a section that comes with it.
+    if (!isSupported(head.command)) refuse(notSupported(head.command));
   }
+  for (const Bytes command : commands) readCommand(command);
 }
 
+// Commands without a case are irrelevant to loading or not supported.
 void MachFile::readCommand(Bytes command) {
-  const auto head = ByteReader(command, "a load command").read<mach::LoadCommand>();
-  switch (head.command) {
+  switch (commandOf(command)) {
     case mach::kSegment64:
       return readSegment(command);
     case mach::kLoadDylib:
-      return readLibrary(command, false);
-    case mach::kLoadWeakDylib:
-      return readLibrary(command, true);
-    // Libraries whose symbols the loader does not pass on; they count in ordinals all the same.
+    // The loader does not pass on these libraries' symbols; they count in ordinals all the same.
     case mach::kReexportDylib:
     case mach::kLoadUpwardDylib:
     case mach::kLazyLoadDylib:
-      refuse(notSupported(head.command));
       return readLibrary(command, false);
+    case mach::kLoadWeakDylib:
+      return readLibrary(command, true);
     case mach::kRpath:
       return readRunPath(command);
     case mach::kDyldInfo:
     case mach::kDyldInfoOnly:
       return readDyldInfo(command);
+    case mach::kDyldExportsTrie:
+      dyldInfo_.exports =
+          ByteReader(command, "LC_DYLD_EXPORTS_TRIE").read<mach::LinkDataCommand>().range;
+      return;
     case mach::kVersionMinMacos:
       minimumSystem_ = versionText(
           ByteReader(command, "LC_VERSION_MIN_MACOSX").read<mach::VersionMinCommand>().version);
@@ -197,18 +232,8 @@ void MachFile::readCommand(Bytes command) {
       minimumSystem_ = versionText(
           ByteReader(command, "LC_BUILD_VERSION").read<mach::BuildVersionCommand>().minimumSystem);
       return;
-    // Known, and irrelevant to loading.
-    case mach::kSymtab:
-    case mach::kDysymtab:
-    case mach::kIdDylib:
-    case mach::kUuid:
-    case mach::kCodeSignature:
-    case mach::kFunctionStarts:
-    case mach::kDataInCode:
-    case mach::kSourceVersion:
-      return;
     default:
-      refuse(notSupported(head.command));
+      return;
   }
 }
 

@@ -51,7 +51,8 @@ class MachFile {
                        mach::Processor processor = mach::kX86_64);
 
   /// What keeps an intact file from being loaded, such as "load command LC_MAIN (0x80000028) is not
-  /// supported"; empty if nothing does. If there are several reasons, the first one in the file.
+  /// supported"; empty if nothing does. Of several reasons the first one, load commands before
+  /// sections.
   const std::string& unsupported() const { return unsupported_; }
 
   const std::vector<Segment>& segments() const { return segments_; }

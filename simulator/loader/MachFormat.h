@@ -182,6 +182,12 @@ struct DyldInfoCommand {
   FileRange exports;
 };
 
+/// A command that points into the link data, such as LC_DYLD_EXPORTS_TRIE.
+struct LinkDataCommand {
+  LoadCommand head;
+  FileRange range;
+};
+
 struct VersionMinCommand {
   LoadCommand head;
   std::uint32_t version;  ///< xxxx.yy.zz in fields of 16, 8 and 8 bits
