@@ -1,12 +1,15 @@
 #include "simulator/check/Check.h"
 
+#include <initializer_list>
+
 namespace simulator {
 
 namespace {
 
-std::vector<Check> joined(std::vector<Check> first, const std::vector<Check>& second) {
-  first.insert(first.end(), second.begin(), second.end());
-  return first;
+std::vector<Check> joined(std::initializer_list<std::vector<Check>> parts) {
+  std::vector<Check> all;
+  for (const std::vector<Check>& part : parts) all.insert(all.end(), part.begin(), part.end());
+  return all;
 }
 
 }  // namespace
@@ -23,7 +26,7 @@ std::string_view outcomeName(Outcome outcome) {
 }
 
 const std::vector<Check>& allChecks() {
-  static const std::vector<Check> checks = joined(fileChecks(), conductChecks());
+  static const std::vector<Check> checks = joined({fileChecks(), bundleChecks(), conductChecks()});
   return checks;
 }
 

@@ -35,8 +35,9 @@ struct Check {
 /// All checks, in the order in which they are run and listed.
 const std::vector<Check>& allChecks();
 
-/// The two parts of `allChecks`: on the plug-in's files and on its behaviour.
+/// The parts of `allChecks`: on the plug-in's binary, on the files beside it, and on its behaviour.
 std::vector<Check> fileChecks();
+std::vector<Check> bundleChecks();
 std::vector<Check> conductChecks();
 
 }  // namespace simulator

@@ -1,4 +1,5 @@
 // Checks on a plug-in's behaviour while a simulated host and device use it.
+#include <Carbon/Carbon.h>
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 #include <sys/resource.h>
@@ -6,12 +7,12 @@
 #include <algorithm>
 #include <exception>
 #include <map>
+#include <optional>
 #include <set>
 #include <utility>
 
 #include "platform/host/SPErrorCodes.h"
 #include "simulator/check/Check.h"
-#include "simulator/check/ChildProcess.h"
 #include "simulator/check/Session.h"
 #include "simulator/loader/PluginModule.h"
 
@@ -122,13 +123,70 @@ Verdict handlesRespected(const std::string& plugin) {
                   [](const std::string& text) { return !isLeak(text) && !isOtherThread(text); });
 }
 
-Verdict keysReleased(const std::string& plugin) {
+struct KeyChange {
+  int key;
+  bool down;
+};
+
+// The keys that are down when the last call, the shut-down, returns, and those that are down after
+// the unloading.
+template <class ChangeOf>
+std::set<int> leftDown(const Session& session, ChangeOf changeOf) {
   std::set<int> down;
-  for (const Json& line : playDay(plugin).of("key")) {
-    const int key = line["key"];
-    line["down"] ? void(down.insert(key)) : void(down.erase(key));
+  std::set<int> downAtResult;
+  for (const Json& line : session.lines) {
+    if (line["what"] == "result") downAtResult = down;
+    const std::optional<KeyChange> change = changeOf(line);
+    if (!change) continue;
+    change->down ? void(down.insert(change->key)) : void(down.erase(change->key));
   }
-  return down.empty() ? passed() : failed(fmt::format("left the keys {} down", down));
+  down.merge(downAtResult);
+  return down;
+}
+
+std::string nameOfKey(int key) {
+  static const std::map<int, const char*> kModifiers = {
+      {54, "command"}, {55, "command"}, {56, "shift"},  {57, "caps lock"}, {58, "option"},
+      {59, "control"}, {60, "shift"},   {61, "option"}, {62, "control"},   {63, "function"}};
+  const auto modifier = kModifiers.find(key);
+  return modifier == kModifiers.end() ? fmt::format("key {}", key)
+                                      : fmt::format("the {} key ({})", modifier->second, key);
+}
+
+Verdict noneOf(const std::set<int>& down) {
+  if (down.empty()) return passed();
+  std::vector<std::string> names;
+  for (const int key : down) names.push_back(nameOfKey(key));
+  return failed("left down: " + fmt::format("{}", fmt::join(names, ", ")));
+}
+
+Verdict keysReleased(const std::string& plugin) {
+  return noneOf(leftDown(playDay(plugin), [](const Json& line) -> std::optional<KeyChange> {
+    if (line["what"] != "key") return {};
+    return KeyChange{line["key"], line["down"]};
+  }));
+}
+
+// The key code is the parameter 'kcod' of a keyboard event; -1 if it has none.
+int keyCodeOf(const Json& posted) {
+  for (const Json& parameter : posted["parameters"]) {
+    if (parameter[0] == "kcod") return parameter[2];
+  }
+  return -1;
+}
+
+Verdict typedKeysReleased(const std::string& plugin) {
+  return noneOf(leftDown(playDay(plugin), [](const Json& line) -> std::optional<KeyChange> {
+    if (line["what"] != "posted" || line["class"] != "keyb") return {};
+    if (line["kind"] != kEventRawKeyDown && line["kind"] != kEventRawKeyUp) return {};
+    return KeyChange{keyCodeOf(line), line["kind"] == kEventRawKeyDown};
+  }));
+}
+
+// Playing throws if anything ends the day early.
+Verdict wholeDay(const std::string& plugin) {
+  playDay(plugin);
+  return passed();
 }
 
 struct Refusal {
@@ -153,16 +211,11 @@ Verdict judgeRefusal(const Session& session, const Refusal& refusal) {
   return passed();
 }
 
-// Plays the day in a child process; sets `fired` to whether an acquisition was refused.
+// Plays the day; sets `fired` to whether an acquisition was refused.
 Verdict playRefusing(const std::string& plugin, const Refusal& refusal, bool& fired) try {
-  const Json answer = inChildProcess([&] {
-    const Session session = playSession(plugin, steps(stepOf(refusal) + kWholeDay));
-    const Verdict verdict = judgeRefusal(session, refusal);
-    return Json{{"reason", verdict.reason}, {"fired", session.faultsFired}};
-  });
-  fired = answer["fired"];
-  const std::string reason = answer["reason"];
-  return reason.empty() ? passed() : failed(reason);
+  const Session session = playSession(plugin, steps(stepOf(refusal) + kWholeDay));
+  fired = session.faultsFired;
+  return judgeRefusal(session, refusal);
 } catch (const std::exception& error) {
   return failed(error.what());
 }
@@ -206,6 +259,8 @@ Verdict loadTime(const std::string& plugin) {
 
 std::vector<Check> conductChecks() {
   return {
+      {"whole-day", "Nothing that a host and a device do makes it crash or lets an exception out.",
+       wholeDay},
       {"start-and-stop", "A start-up registers one client and a shut-down takes it back.",
        startAndStop},
       {"start-twice", "Two start-ups make one connection, and two shut-downs take it back once.",
@@ -218,7 +273,11 @@ std::vector<Check> conductChecks() {
        objectsFreed},
       {"handles-respected", "Nothing is freed twice or used after it was freed.", handlesRespected},
       {"device-thread", "No suite of the host is touched on the device thread.", deviceThread},
-      {"keys-released", "Every synthesized key that goes down comes up again.", keysReleased},
+      {"keys-released",
+       "Every synthesized key or modifier is up again when the shut-down returns, and stays up.",
+       keysReleased},
+      {"typed-keys", "Every key whose press is posted as an event is released likewise.",
+       typedKeysReleased},
       {"hostile-host", "Whichever suite the host refuses, every call returns 0 or 'Parm'.",
        hostileHost},
       {"load-time", "Loading takes less than a tenth of a second of processor time.", loadTime},

@@ -1,7 +1,9 @@
 // Checks on the files of a Mac bundle, none of which is loaded.
 #include <fmt/format.h>
 #include <fmt/ranges.h>
+#include <sys/mman.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -91,6 +93,43 @@ Verdict minimumSystem(const std::string& plugin) {
   });
 }
 
+Verdict fileType(const std::string& plugin) {
+  return withFile(plugin, [](const MachFile& file) {
+    return file.fileType() == mach::kTypeBundle ? passed()
+                                                : failed("is a dynamic library, not a bundle");
+  });
+}
+
+// Whether the path can exist on any Mac, not just on the one that built the file.
+bool isOnEveryMac(std::string_view path) {
+  static constexpr std::string_view kBeginnings[] = {"@loader_path", "@executable_path", "/usr/lib",
+                                                     "/System/Library", "/Library/Frameworks"};
+  return std::any_of(std::begin(kBeginnings), std::end(kBeginnings), [&](std::string_view start) {
+    return path == start || path.starts_with(std::string(start) + "/");
+  });
+}
+
+Verdict runPaths(const std::string& plugin) {
+  return withFile(plugin, [](const MachFile& file) {
+    for (const std::string& path : file.runPaths()) {
+      if (!isOnEveryMac(path)) return failed("looks for libraries in " + path);
+    }
+    return passed();
+  });
+}
+
+Verdict segmentRights(const std::string& plugin) {
+  return withFile(plugin, [](const MachFile& file) {
+    constexpr int kBoth = PROT_WRITE | PROT_EXEC;
+    for (const Segment& segment : file.segments()) {
+      if ((segment.protection & kBoth) == kBoth) {
+        return failed(segment.name + " is writable and executable");
+      }
+    }
+    return passed();
+  });
+}
+
 std::string readAll(const std::filesystem::path& path) {
   std::ifstream file(path, std::ios::binary);
   if (!file) throw ResourceError(path.string() + " is not there");
@@ -147,6 +186,10 @@ std::vector<Check> fileChecks() {
       {"weak-framework", "The device framework may be absent: all that asks for it is weak.",
        weakFramework},
       {"minimum-system", "The file is for macOS 10.13 or older.", minimumSystem},
+      {"file-type", "The file is a bundle, not a library.", fileType},
+      {"run-paths", "Libraries are looked for in no folder of the machine that built the file.",
+       runPaths},
+      {"segment-rights", "No segment is writable and executable.", segmentRights},
       {"resource", "The host-side description is there and names the exported entry point.",
        resource},
   };

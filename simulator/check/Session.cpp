@@ -1,9 +1,14 @@
 #include "simulator/check/Session.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <iterator>
+#include <stdexcept>
 
 #include "simulator/base/Faults.h"
+#include "simulator/check/ChildProcess.h"
+#include "simulator/check/Progress.h"
 #include "simulator/scenario/OutputCapture.h"
 #include "simulator/scenario/Player.h"
 #include "simulator/scenario/ScenarioReader.h"
@@ -52,16 +57,61 @@ std::vector<std::uint32_t> Session::results() const {
   return values;
 }
 
-Session playSession(const std::string& plugin, const std::string& scenario) {
+namespace {
+
+class StepCounter : public PlayerObserver {
+ public:
+  explicit StepCounter(Progress& progress) : progress_(progress) {}
+  void step() override { progress_.beginStep(); }
+  void message(const DeviceMessage&, bool, bool) override {}
+  void redrawn() override {}
+
+ private:
+  Progress& progress_;
+};
+
+Json playHere(const std::string& plugin, const std::string& scenario, const TemporaryHome& home,
+              Progress& progress) {
+  progress.recordUncaughtExceptions();
   const Scenario parsed = parseScenario(scenario, "check");
-  const TemporaryHome home;
   const OutputCapture quiet;
-  Session session;
-  theLog().setSink([&](const Json& line) { session.lines.push_back(line); });
-  Player(parsed, home).play(plugin, besideProgram("libMoravinClient.so"));
+  StepCounter counter(progress);
+  Json lines = Json::array();
+  theLog().setSink([&](const Json& line) { lines.push_back(line); });
+  Player player(parsed, home, &counter);
+  try {
+    player.play(plugin, besideProgram("libMoravinClient.so"));
+  } catch (...) {
+    // Before the first step it is the loader that refuses the file.
+    if (progress.steps() == 0) throw;
+    throw std::runtime_error(currentExceptionText());
+  }
   theLog().setSink({});
-  session.faultsFired = theFaults().fired() > 0;
-  return session;
+  return {{"lines", lines}, {"faultsFired", theFaults().fired() > 0}};
+}
+
+// Where a play ended: "in step 2, {"call":["SP Interface","Startup"]}".
+std::string placeOf(const Progress& progress, const std::string& scenario) {
+  const Json steps = Json::parse(scenario)["steps"];
+  const std::size_t step = progress.steps();
+  if (step == 0) return "while it was loaded";
+  const std::string place = fmt::format("in step {}, {}", step, steps[step - 1].dump());
+  return step < steps.size() ? place : place + ", or while it was unloaded after it";
+}
+
+}  // namespace
+
+Session playSession(const std::string& plugin, const std::string& scenario) {
+  const TemporaryHome home;
+  Progress progress;
+  try {
+    const Json answer = inChildProcess([&] { return playHere(plugin, scenario, home, progress); });
+    return {answer["lines"].get<std::vector<Json>>(), answer["faultsFired"]};
+  } catch (const std::exception& error) {
+    const std::string thrown = progress.exception();
+    throw std::runtime_error(
+        fmt::format("{}: {}", placeOf(progress, scenario), thrown.empty() ? error.what() : thrown));
+  }
 }
 
 }  // namespace simulator

@@ -24,8 +24,10 @@ struct Session {
   std::vector<std::uint32_t> results() const;
 };
 
-/// Plays the plug-in through a scenario, a JSON text, in this process. Passes on what reading the
-/// scenario or loading the plug-in throws.
+/// Plays the plug-in through a scenario, a JSON text, in a child process. Throws
+/// `std::runtime_error` with the reason and the step if the plug-in cannot be loaded, lets an
+/// exception out, crashes, ends the process or takes too long.
+/// REQUIRES: this process has one thread.
 Session playSession(const std::string& plugin, const std::string& scenario);
 
 /// The elements of a scenario's list of steps, in which a plug-in meets everything that a host and

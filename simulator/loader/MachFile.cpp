@@ -247,7 +247,6 @@ void MachFile::readSegment(Bytes command) {
   segment.fileOffset = record.fileOffset;
   segment.fileSize = record.fileSize;
   segment.protection = record.protection & 7;
-  segment.maximumProtection = record.maximumProtection & 7;
   segment.readOnlyAfterFixups = (record.flags & mach::kSegmentReadOnly) != 0;
   addSegment(segment);
   for (std::uint32_t i = 0; i < record.sectionCount; ++i) readSection(reader, segment);

@@ -19,7 +19,6 @@ struct Segment {
   std::uint64_t fileOffset = 0;
   std::uint64_t fileSize = 0;
   int protection = 0;  ///< PROT_… bits, which are the same on both systems
-  int maximumProtection = 0;
   bool readOnlyAfterFixups = false;
 };
 

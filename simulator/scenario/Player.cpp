@@ -125,6 +125,7 @@ void Player::play(const std::string& plugin, const std::string& framework) {
 }
 
 void Player::take(const Step& step) {
+  if (observer_ != nullptr) observer_->step();
   advanceTo(step.at);
   at_ = step.at;
   // A thread created during the step starts after the main thread has finished the step.

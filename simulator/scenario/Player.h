@@ -14,6 +14,8 @@ namespace simulator {
 /// Receives what the log does not show. All functions are called on the main thread.
 struct PlayerObserver {
   virtual ~PlayerObserver() = default;
+  /// Called before each step is taken.
+  virtual void step() {}
   /// Called before a device message is delivered. `active`: the host is in front; `pending`: its
   /// window waits to be redrawn.
   virtual void message(const DeviceMessage& message, bool active, bool pending) = 0;

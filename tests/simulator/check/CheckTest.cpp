@@ -41,6 +41,10 @@ std::vector<Faulty> faultyPlugins() {
       {"load-commands", macModule("LoadsMore"), "loads /usr/local/lib/libElsewhere.dylib"},
       {"weak-framework", macModule("NeedsFramework"), "not a weak one"},
       {"minimum-system", macModule("NeedsNewerSystem"), "needs macOS 11.0"},
+      {"file-type", macModule("IsLibrary"), "is a dynamic library"},
+      {"run-paths", macModule("HasRunPath"), "looks for libraries in /Users/builder/work/lib"},
+      {"segment-rights", macModule("WritesCode"), "__TEXT is writable and executable"},
+      {"whole-day", module("Crashes"), R"({"call":["SP Interface","About"]}: crashed (Segm)"},
       {"start-and-stop", module("NeverStarts"), "registered 0 times"},
       {"start-twice", module("StartsAgain"), "registered 2 times"},
       {"without-framework", module("IgnoresAbsence"), "starts a thread"},
@@ -49,7 +53,8 @@ std::vector<Faulty> faultyPlugins() {
       {"objects-freed", module("KeepsObject"), "leaked: descriptor"},
       {"handles-respected", module("FreesTwice"), "was freed before"},
       {"device-thread", module("TalksFromThread"), "another thread"},
-      {"keys-released", module("HoldsKey"), "58"},
+      {"keys-released", module("HoldsKey"), "left down: the option key (58)"},
+      {"typed-keys", module("TypesHalf"), "left down: key 41"},
       {"hostile-host", module("TrustsHost"), "with acquisition 1 refused: "},
       {"load-time", module("SlowToLoad"), "of processor time"},
   };
@@ -73,11 +78,135 @@ INSTANTIATE_TEST_SUITE_P(, CheckOnFaultyPlugin, testing::ValuesIn(faultyPlugins(
                          });
 
 TEST(Check, HasAFaultyPluginForEveryName) {
-  std::set<std::string> failed = {"resource"};  // tested below with modified bundles
+  // Tested below with modified bundles.
+  std::set<std::string> failed = {"info-plist", "pkg-info", "resource"};
   for (const Faulty& faulty : faultyPlugins()) failed.insert(faulty.check);
   std::set<std::string> all;
   for (const simulator::Check& check : simulator::allChecks()) all.insert(check.name);
   EXPECT_EQ(failed, all);
+}
+
+std::string reasonOf(const char* check, const std::string& plugin) {
+  return run({MRVSIM, "check", plugin, "--only", check}).output;
+}
+
+TEST(CheckKeysReleased, FailsIfAKeyStaysDownBeyondTheShutDown) {
+  EXPECT_THAT(reasonOf("keys-released", module("HoldsKeyUntilUnload")),
+              HasSubstr("failed: left down: the command key (55)"));
+}
+
+TEST(CheckWholeDay, NamesTheExceptionAndTheStepThatLetItOut) {
+  EXPECT_THAT(reasonOf("whole-day", module("Throws")),
+              HasSubstr(R"(failed: in step 1, {"call":["SP Interface","Startup"]}: threw )"
+                        R"((anonymous namespace)::HostFailure ("no suite to be had"))"));
+  EXPECT_THAT(reasonOf("whole-day", macModule("LetsExceptionOut")),
+              HasSubstr(R"("Startup"]}: threw unsigned int (77))"));
+}
+
+TEST(CheckWholeDay, NamesAnExceptionOnAnotherThread) {
+  EXPECT_THAT(reasonOf("whole-day", module("ThrowsOnThread")),
+              HasSubstr(R"(in step 1, {"call":["SP Interface","Startup"]}: threw )"
+                        R"(std::logic_error ("alone"))"));
+}
+
+TEST(CheckWholeDay, SaysIfThePluginEndsWhileItIsLoadedOrUnloaded) {
+  EXPECT_THAT(reasonOf("whole-day", module("CrashesAtLoad")),
+              HasSubstr("while it was loaded: crashed (Aborted)"));
+  EXPECT_THAT(reasonOf("whole-day", module("CrashesAtUnload")),
+              HasSubstr(R"("Shutdown"]}, or while it was unloaded after it: crashed (Aborted))"));
+}
+
+// A copy of the shipped bundle to change.
+class CopiedBundle : public testing::Test {
+ protected:
+  CopiedBundle() {
+    std::filesystem::copy(MRV_BUNDLE, path_, std::filesystem::copy_options::recursive);
+  }
+  std::string file(const char* name) const { return path_ + "/Contents/" + name; }
+  // What the check says if `from` in Info.plist is replaced by `to`.
+  std::string with(const std::string& from, const std::string& to) {
+    std::string text = original_;
+    EXPECT_NE(text.find(from), std::string::npos) << from;
+    text.replace(text.find(from), from.size(), to);
+    testing_support::writeFile(file("Info.plist"), text);
+    return reasonOf("info-plist", path_);
+  }
+  std::string withPackageInfo(const std::string& text) {
+    testing_support::writeFile(file("PkgInfo"), text);
+    return reasonOf("pkg-info", path_);
+  }
+
+  TemporaryFolder folder_;
+  std::string path_ = folder_.file("Copied.plugin");
+  std::string original_ = testing_support::readFile(MRV_BUNDLE "/Contents/Info.plist");
+};
+
+TEST_F(CopiedBundle, FailsInfoPlistIfAKeyIsMissing) {
+  for (const char* const key :
+       {"CFBundleExecutable", "CFBundleIdentifier", "CFBundleInfoDictionaryVersion", "CFBundleName",
+        "CFBundlePackageType", "CFBundleShortVersionString", "CFBundleSignature",
+        "CFBundleVersion"}) {
+    EXPECT_THAT(with("<key>" + std::string(key) + "<", "<key>Other<"),
+                HasSubstr("failed: Info.plist has no " + std::string(key) + "\n"));
+  }
+}
+
+TEST_F(CopiedBundle, FailsInfoPlistIfAValueIsOfAnotherKind) {
+  EXPECT_THAT(with("<string>8LIZ<", "<string>8LIZX<"),
+              HasSubstr("CFBundlePackageType is \"8LIZX\"; a code of four characters is allowed"));
+  EXPECT_THAT(with("<string>8BIM</string>", "<integer>8</integer>"),
+              HasSubstr("CFBundleSignature is 8; a code"));
+  EXPECT_THAT(with("<string>com.moravin.", "<string>com_moravin."),
+              HasSubstr("CFBundleIdentifier is \"com_moravin."));
+  EXPECT_THAT(with("<string>6.0<", "<string>7.0<"), HasSubstr("\"7.0\"; 6.0 is allowed"));
+  EXPECT_THAT(with("<key>CFBundleVersion</key>\n\t<string>",
+                   "<key>CFBundleVersion</key>\n\t<string>1.2.3."),
+              HasSubstr("; one to three numbers is allowed"));
+  EXPECT_THAT(with("<key>CFBundleName</key>\n\t<string>MrvPhotoshop<",
+                   "<key>CFBundleName</key>\n\t<string><"),
+              HasSubstr("CFBundleName is \"\"; a text is allowed"));
+}
+
+TEST_F(CopiedBundle, FailsInfoPlistIfItDisagreesWithTheBinary) {
+  EXPECT_THAT(with("<key>CFBundleExecutable</key>\n\t<string>MrvPhotoshop<",
+                   "<key>CFBundleExecutable</key>\n\t<string>Other<"),
+              HasSubstr("Contents/MacOS/Other, which Contents/Info.plist asks for, is not there"));
+  EXPECT_THAT(with("<string>10.13<", "<string>10.9<"),
+              HasSubstr("LSMinimumSystemVersion is \"10.9\", the binary needs 10.13"));
+}
+
+TEST_F(CopiedBundle, FailsInfoPlistIfItCannotBeRead) {
+  EXPECT_THAT(with("</dict>", ""), HasSubstr("failed: " + file("Info.plist") + ":"));
+  std::filesystem::remove(file("Info.plist"));
+  EXPECT_THAT(reasonOf("info-plist", path_), HasSubstr("Info.plist cannot be read"));
+}
+
+TEST_F(CopiedBundle, FailsPkgInfoIfItIsNotEightBytes) {
+  EXPECT_THAT(withPackageInfo("8LIZ8BIM\n"),
+              HasSubstr("failed: PkgInfo has 9 bytes; 8 are allowed"));
+  std::filesystem::remove(file("PkgInfo"));
+  EXPECT_THAT(reasonOf("pkg-info", path_), HasSubstr("failed: Contents/PkgInfo is not there"));
+}
+
+TEST_F(CopiedBundle, FailsPkgInfoIfInfoPlistSaysOtherwise) {
+  EXPECT_THAT(withPackageInfo("BNDL8BIM"),
+              HasSubstr("PkgInfo says \"BNDL\", CFBundlePackageType in Info.plist is \"8LIZ\""));
+  EXPECT_THAT(withPackageInfo("8LIZ????"),
+              HasSubstr("PkgInfo says \"????\", CFBundleSignature in Info.plist is \"8BIM\""));
+}
+
+TEST_F(CopiedBundle, PassesUnderAnotherName) {
+  EXPECT_THAT(reasonOf("info-plist", path_), HasSubstr("1 passed"));
+  EXPECT_THAT(reasonOf("pkg-info", path_), HasSubstr("1 passed"));
+  EXPECT_THAT(reasonOf("whole-day", path_), HasSubstr("1 passed"));
+}
+
+TEST(CheckBundle, DoesNotApplyToABinaryAlone) {
+  for (const char* const check : {"info-plist", "pkg-info", "resource"}) {
+    EXPECT_THAT(reasonOf(check, MRV_BUNDLE "/Contents/MacOS/MrvPhotoshop"),
+                HasSubstr("not applicable: a file without its bundle"));
+    EXPECT_THAT(reasonOf(check, MODULE), HasSubstr("not applicable: not built for the Mac"));
+  }
 }
 
 // The shipped bundle with another description; without a description if the text is empty.

@@ -1,0 +1,2 @@
+// Fails "file-type": is linked as a dynamic library.
+#include "EntryPoint.h"

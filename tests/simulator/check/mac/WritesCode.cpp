@@ -1,0 +1,2 @@
+// Fails "segment-rights": may write to its code.
+#include "EntryPoint.h"
