@@ -163,7 +163,9 @@ std::filesystem::path binaryOfBundle(const std::filesystem::path& folder) {
       "{}: {}", folder.string(),
       hasList
           ? fmt::format("Contents/MacOS/{}, which Contents/Info.plist asks for, is not there", name)
-          : fmt::format("neither Contents/Info.plist nor Contents/MacOS/{} is there", name)));
+          : fmt::format("cannot be read as a bundle: neither Contents/Info.plist nor "
+                        "Contents/MacOS/{} is there",
+                        name)));
 }
 
 }  // namespace simulator

@@ -146,7 +146,9 @@ TEST_F(BundleFolder, IsLoadedFromTheFileOfItsOwnNameWithoutADescription) {
 }
 
 TEST_F(BundleFolder, IsRefusedIfItsBinaryIsMissing) {
-  EXPECT_EQ(error(), ": neither Contents/Info.plist nor Contents/MacOS/Sample is there");
+  EXPECT_EQ(error(),
+            ": cannot be read as a bundle: neither Contents/Info.plist nor Contents/MacOS/Sample "
+            "is there");
   describe(kNamesOther);
   addBinary("Sample");
   EXPECT_EQ(error(),
