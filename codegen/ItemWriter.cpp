@@ -206,7 +206,7 @@ bool ItemWriter<Kind>::writeReference(const Key& key) {
   ActionReference value;
   if (Kind::suite()->GetReference(container_, selector(), value.out()) != 0) return false;
   ++tabLevel;
-  ::writeReference(value.get(), *out_);
+  writeWholeReference(value.get(), *out_);
   --tabLevel;
   put("PutReference", key, nestedName(ReferenceKind::kVariable, value.get()));
   return true;

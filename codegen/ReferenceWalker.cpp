@@ -135,7 +135,7 @@ ActionReference containerOf(PIActionReference part) {
 
 }  // namespace
 
-void writeReference(PIActionReference reference, SourceWriter& out) {
+void writeWholeReference(PIActionReference reference, SourceWriter& out) {
   if (reference == nullptr) return;
   writeContainerHeader<ReferenceKind>(reference, out);
   const std::string variable = declaredName(ReferenceKind::kVariable, reference);

@@ -6,4 +6,5 @@
 #include "codegen/SourceWriter.h"
 
 /// Writes `reference`; nothing if it is null. REQUIRES: the action suites are held. [main-thread]
-void writeReference(PIActionReference reference, SourceWriter& out);
+/// The platform's MachineExceptions.h has an enumerator `writeReference`, so the name is longer.
+void writeWholeReference(PIActionReference reference, SourceWriter& out);

@@ -25,5 +25,5 @@ void DumpInfoFromDescriptor(PIActionDescriptor descriptor, std::FILE* stream) {
 void DumpInfoFromList(PIActionList list, std::FILE* stream) { dumpInfo(list, stream, writeList); }
 
 void DumpInfoFromReference(PIActionReference reference, std::FILE* stream) {
-  dumpInfo(reference, stream, writeReference);
+  dumpInfo(reference, stream, writeWholeReference);
 }
