@@ -7,24 +7,17 @@
 # this folder, or from a real SDK if MACOS_SDK is set. The C++ library's headers are always the
 # distribution's, because libcxx/__config_site fits only those.
 
-set(CMAKE_SYSTEM_NAME Darwin)
-set(CMAKE_SYSTEM_VERSION 17.0)  # the kernel of macOS 10.13
-set(CMAKE_SYSTEM_PROCESSOR x86_64)
+include("${CMAKE_CURRENT_LIST_DIR}/../../cmake/LlvmForMac.cmake")
 
 set(MACOS_SDK "" CACHE PATH "A real macOS SDK to build with instead of packaging/macos/sysroot")
-set(MRV_LLVM_VERSION 19 CACHE STRING "Version of the distribution's LLVM packages")
-list(APPEND CMAKE_TRY_COMPILE_PLATFORM_VARIABLES MACOS_SDK MRV_LLVM_VERSION)
+list(APPEND CMAKE_TRY_COMPILE_PLATFORM_VARIABLES MACOS_SDK)
 
-set(CMAKE_CXX_COMPILER clang++-${MRV_LLVM_VERSION})
-set(CMAKE_AR llvm-ar-${MRV_LLVM_VERSION} CACHE FILEPATH "")
-set(CMAKE_RANLIB llvm-ranlib-${MRV_LLVM_VERSION} CACHE FILEPATH "")
-set(CMAKE_NM llvm-nm-${MRV_LLVM_VERSION} CACHE FILEPATH "")
-set(CMAKE_INSTALL_NAME_TOOL llvm-install-name-tool-${MRV_LLVM_VERSION} CACHE FILEPATH "")
+# The C++ library of the oldest system is older than these headers: the bundle brings what it lacks.
+set(MRV_NEWER_CXX_HEADERS ON)
 
-set(CMAKE_CXX_COMPILER_TARGET x86_64-apple-macos10.13)
-set(CMAKE_OSX_DEPLOYMENT_TARGET 10.13 CACHE STRING "")
 if(MACOS_SDK)
   set(CMAKE_OSX_SYSROOT "${MACOS_SDK}" CACHE PATH "" FORCE)
+  include("${CMAKE_CURRENT_LIST_DIR}/use-restored-stubs.cmake")
 else()
   set(CMAKE_OSX_SYSROOT "${CMAKE_CURRENT_LIST_DIR}/sysroot" CACHE PATH "" FORCE)
 endif()
@@ -39,12 +32,3 @@ if(MACOS_SDK)
 else()
   string(APPEND CMAKE_CXX_FLAGS_INIT " -isystem \"${CMAKE_CURRENT_LIST_DIR}/../../platform/macos\"")
 endif()
-set(CMAKE_MODULE_LINKER_FLAGS_INIT "-fuse-ld=lld")
-set(CMAKE_EXE_LINKER_FLAGS_INIT "${CMAKE_MODULE_LINKER_FLAGS_INIT}")
-set(CMAKE_SHARED_LINKER_FLAGS_INIT "${CMAKE_MODULE_LINKER_FLAGS_INIT}")
-
-# CMake's checks can only compile: programs for the target do not run on the build machine.
-set(CMAKE_TRY_COMPILE_TARGET_TYPE STATIC_LIBRARY)
-set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
-set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
-set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)

@@ -2,6 +2,7 @@
 # reproducible.sh ROOT SCRATCH BUILD: packs the bundle of ROOT, which was built in BUILD, and the bundle
 # of a copy of ROOT in another folder, and compares the archives.
 set -eu
+unset MACOS_SDK
 
 root=$1
 scratch=$2
