@@ -51,12 +51,6 @@ def restore_reexports(stub):
     return bool(lost)
 
 
-def stub_in(sdk, library):
-    """The file in the SDK that stands for a library such as /usr/lib/libobjc.A.dylib."""
-    path = pathlib.Path(sdk) / library.lstrip("/")
-    return path.with_suffix(".tbd") if path.suffix == ".dylib" else path.with_name(path.name + ".tbd")
-
-
 def umbrellas(sdk):
     """The stubs of the SDK's frameworks that have parts."""
     for path in sorted((pathlib.Path(sdk) / FRAMEWORKS).glob("*.framework/*.tbd")):
