@@ -1,6 +1,6 @@
 #!/bin/sh
 # reproducible.sh ROOT SCRATCH BUILD: packs the bundle of ROOT, which was built in BUILD, and the bundle
-# of a copy of ROOT in another folder, and compares the archives.
+# of a copy of ROOT in another folder, and compares the archives and the maps of the binaries.
 set -eu
 unset MACOS_SDK
 
@@ -17,10 +17,10 @@ done
 "$root/packaging/bundle" "$build" "$scratch/dist-one" >/dev/null
 (umask 077 && TZ=Pacific/Auckland \
   "$scratch/another place/packaging/bundle" "$scratch/two" "$scratch/dist-two" >/dev/null)
-for archive in "$scratch"/dist-one/*.zip; do
-  cmp "$archive" "$scratch/dist-two/${archive##*/}"
-  unzip -q "$archive" -d "$scratch/unpacked"
-done
+diff -r "$scratch/dist-one" "$scratch/dist-two"
+unzip -q "$scratch"/dist-one/*.zip -d "$scratch/unpacked"
+grep -q '^# UUID: [0-9A-F-]*$' "$scratch"/dist-one/*.map
+grep -q ' MrvDeviceEvents::messageHandlerProc(' "$scratch"/dist-one/*.map
 cd "$scratch"/unpacked/*
 sha256sum -c --quiet SHA256SUMS
 test "$(find . -type f | wc -l)" = "$(($(wc -l <SHA256SUMS) + 1))"
