@@ -1,27 +1,39 @@
 #include "mrvsim/CheckCommand.h"
 
 #include <fmt/format.h>
+#include <unistd.h>
 
 #include <algorithm>
-#include <cstdio>
-#include <filesystem>
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
 #include <stdexcept>
 
+#include "mrvsim/ExitStatus.h"
+#include "mrvsim/Output.h"
 #include "simulator/check/Check.h"
 #include "simulator/check/ChildProcess.h"
+#include "simulator/loader/MachFile.h"
+#include "simulator/loader/MachPlugin.h"
+#include "simulator/loader/PluginModule.h"
+#include "simulator/scenario/HostFiles.h"
+#include "simulator/scenario/Wording.h"
 
 namespace simulator {
 
 namespace {
 
-constexpr int kAllPassed = 0;
-constexpr int kNotAllPassed = 1;
-constexpr int kCannotCheck = 2;
-
 struct Report {
   Check check;
   Verdict verdict;
 };
+
+[[noreturn]] void failOnName(const std::string& name) {
+  std::vector<std::string> names;
+  for (const Check& check : allChecks()) names.emplace_back(check.name);
+  throw std::runtime_error(fmt::format("--only {}: there is no such check{}; allowed: {}",
+                                       printable(name), guess(name, names), listed(names)));
+}
 
 std::vector<Check> chosen(const std::vector<std::string>& only) {
   if (only.empty()) return allChecks();
@@ -29,7 +41,7 @@ std::vector<Check> chosen(const std::vector<std::string>& only) {
   for (const std::string& name : only) {
     const auto found = std::find_if(allChecks().begin(), allChecks().end(),
                                     [&](const Check& check) { return check.name == name; });
-    if (found == allChecks().end()) throw std::runtime_error("there is no check " + name);
+    if (found == allChecks().end()) failOnName(name);
     checks.push_back(*found);
   }
   return checks;
@@ -52,21 +64,32 @@ std::ptrdiff_t count(const std::vector<Report>& reports, Outcome outcome) {
                        [&](const Report& report) { return report.verdict.outcome == outcome; });
 }
 
-void printList(const std::vector<Check>& checks) {
-  for (const Check& check : checks) fmt::print("{:<18} {}\n", check.name, check.sentence);
+std::string listText(const std::vector<Check>& checks) {
+  std::string text;
+  for (const Check& check : checks) text += fmt::format("{:<18} {}\n", check.name, check.sentence);
+  return text;
 }
 
-void printTable(const std::vector<Report>& reports) {
-  for (const auto& [check, verdict] : reports) {
-    fmt::print("{:<18} {}{}{}\n", check.name, outcomeName(verdict.outcome),
-               verdict.reason.empty() ? "" : ": ", verdict.reason);
+std::string listJson(const std::vector<Check>& checks) {
+  Json all = Json::array();
+  for (const Check& check : checks) {
+    all.push_back({{"name", check.name}, {"sentence", check.sentence}});
   }
-  fmt::print("{} checks: {} passed, {} failed, {} not applicable\n", reports.size(),
-             count(reports, Outcome::kPassed), count(reports, Outcome::kFailed),
-             count(reports, Outcome::kNotApplicable));
+  return Json{{"checks", all}}.dump(2) + "\n";
 }
 
-void printJson(const std::string& plugin, const std::vector<Report>& reports) {
+std::string row(const Report& report) {
+  return fmt::format("{:<18} {}{}{}\n", report.check.name, outcomeName(report.verdict.outcome),
+                     report.verdict.reason.empty() ? "" : ": ", report.verdict.reason);
+}
+
+std::string totals(const std::vector<Report>& reports) {
+  return fmt::format("{} checks: {} passed, {} failed, {} not applicable\n", reports.size(),
+                     count(reports, Outcome::kPassed), count(reports, Outcome::kFailed),
+                     count(reports, Outcome::kNotApplicable));
+}
+
+std::string asJson(const std::string& plugin, const std::vector<Report>& reports) {
   Json all = Json::array();
   for (const auto& [check, verdict] : reports) {
     all.push_back({{"name", check.name},
@@ -78,34 +101,80 @@ void printJson(const std::string& plugin, const std::vector<Report>& reports) {
                        {"checks", all},
                        {"passed", count(reports, Outcome::kPassed)},
                        {"failed", count(reports, Outcome::kFailed)}};
-  fmt::print("{}\n", report.dump(2, ' ', false, Json::error_handler_t::replace));
+  return report.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
 }
 
-int check(const CheckOptions& options) {
-  const std::vector<Check> checks = chosen(options.only);
-  if (options.list) {
-    printList(checks);
-    return kAllPassed;
+/// Throws what is wrong with a file that cannot be a plug-in: a file for the Mac must have the
+/// right form, and a module for Linux must load. One that crashes then is a plug-in, and fails.
+void expectPlugin(const std::string& plugin) {
+  if (access(plugin.c_str(), R_OK) != 0) {
+    throw std::runtime_error(
+        fmt::format("{}: cannot be read: {}", printableFile(plugin), std::strerror(errno)));
   }
-  if (!std::filesystem::exists(options.plugin)) {
-    throw std::runtime_error(options.plugin + " is not there");
+  if (isMacPlugin(plugin)) {
+    try {
+      MachFile::open(machFileOf(plugin));
+    } catch (const std::exception& error) {
+      throw std::runtime_error(
+          fmt::format("{}: is not a plug-in: {}", printableFile(plugin), error.what()));
+    }
+    return;
   }
+  std::string refusal;
+  try {
+    refusal = inChildProcess([&]() -> Json {
+      try {
+        loadPlugin(plugin);
+      } catch (const std::exception& error) {
+        return error.what();
+      }
+      std::_Exit(0);
+    });
+  } catch (const std::runtime_error&) {
+    return;
+  }
+  throw std::runtime_error(refusal);
+}
+
+int judgeAll(const CheckOptions& options, const std::vector<Check>& checks, Output& out) {
   std::vector<Report> reports;
-  for (const Check& one : checks) reports.push_back({one, judge(one, options.plugin)});
-  options.json ? printJson(options.plugin, reports) : printTable(reports);
-  const bool good = count(reports, Outcome::kFailed) == 0 && count(reports, Outcome::kPassed) > 0;
-  return good ? kAllPassed : kNotAllPassed;
+  for (const Check& check : checks) {
+    reports.push_back({check, judge(check, options.plugin)});
+    if (options.json) continue;
+    out.write(row(reports.back()));
+    out.flush();
+  }
+  out.write(options.json ? asJson(options.plugin, reports) : totals(reports));
+  const bool failed = count(reports, Outcome::kFailed) > 0;
+  const bool passed = count(reports, Outcome::kPassed) > 0;
+  if (!failed && !passed) {
+    complain(fmt::format("{}: none of the checks applies to this plug-in",
+                         printableFile(options.plugin)));
+  }
+  return passed && !failed ? kDone : kFoundFaults;
 }
 
 }  // namespace
 
 int runCheck(const CheckOptions& options) {
-  try {
-    return check(options);
-  } catch (const std::exception& error) {
-    fmt::print(stderr, "mrvsim: {}\n", error.what());
-    return kCannotCheck;
+  const std::vector<Check> checks = chosen(options.only);
+  Output out("-");
+  int status = kDone;
+  if (options.list) {
+    out.open();
+    out.write(options.json ? listJson(checks) : listText(checks));
+  } else {
+    // What plug-ins and checks leave in the folder for temporary files goes with it.
+    const TemporaryHome folder;
+    setenv("TMPDIR", folder.path().c_str(), 1);
+    setChildTimeout(options.timeout);
+    expectPlugin(options.plugin);
+    out.expectNoneOf({options.plugin});
+    out.open();
+    status = judgeAll(options, checks, out);
   }
+  out.commit();
+  return status;
 }
 
 }  // namespace simulator

@@ -1,17 +1,22 @@
 #include "mrvsim/DumpCommand.h"
 
+#include <fcntl.h>
 #include <fmt/format.h>
+#include <unistd.h>
 
+#include <array>
 #include <cerrno>
 #include <charconv>
-#include <cstdio>
-#include <cstring>
 #include <stdexcept>
+#include <thread>
 
 #include "codegen/DumpDescriptor.h"
-#include "hostutil/File.h"
+#include "mrvsim/ExitStatus.h"
+#include "mrvsim/Output.h"
 #include "simulator/host/Host.h"
+#include "simulator/scenario/InputFile.h"
 #include "simulator/scenario/JsonFile.h"
+#include "simulator/scenario/Wording.h"
 #include "suites/BasicSuite.h"
 #include "suites/Suites.h"
 
@@ -54,22 +59,29 @@ A reference is a list of forms, the innermost first; each has a class (an ID):
     prop               key: ID
     name               value: a text
 
-Exit status: 0 when the text was appended, 2 when the descriptor, the event or
-the file cannot be used: one line on standard error says why.)";
+Exit status: 0 if the text was appended, 2 if the descriptor, the event or the
+file cannot be used: one line on standard error says why.)";
 
 namespace {
-
-constexpr int kDumped = 0;
-constexpr int kCannotDump = 2;
-constexpr int kMisused = 3;
 
 /// Prints the generator's system log and its misuses on standard error; drops all other log lines.
 void showLog() {
   theLog().setSink([](const Json& line) {
     if (line["what"] != "syslog" && line["what"] != "misuse") return;
     const std::string text = line["text"];
-    std::fprintf(stderr, "mrvsim: %s: %s\n", line["what"].get<std::string>().c_str(), text.c_str());
+    complain(fmt::format("{}: {}", line["what"].get<std::string>(), printable(text, 1000)));
   });
+}
+
+std::string readAll(int in) {
+  std::string text;
+  std::array<char, 65536> buffer{};
+  for (ssize_t size; (size = read(in, buffer.data(), buffer.size())) != 0;) {
+    if (size < 0 && errno == EINTR) continue;
+    if (size < 0) break;
+    text.append(buffer.data(), static_cast<std::size_t>(size));
+  }
+  return text;
 }
 
 /// The JSON form of an ID on the command line: an integer, unless the text has four characters.
@@ -85,48 +97,55 @@ std::uint32_t eventID(const std::string& text) {
   try {
     return idFromJson(idArgument(text), theHost().typeIds());
   } catch (const DescriptorJsonError& error) {
-    throw std::runtime_error(onOneLine(fmt::format("--event {}: {}", text, error.reason())));
+    throw std::runtime_error(fmt::format("--event {}: {}", printable(text), error.reason()));
   }
 }
 
 /// The descriptor that the file describes; null if the file holds JSON's null.
 PIActionDescriptor readDescriptor(const std::string& file) {
-  try {
-    const ContainerPtr content =
-        descriptorFromJson(parseJson(readTextFile(file), file), theHost().typeIds());
-    return content ? theHost().makeDescriptor(content) : nullptr;
-  } catch (const DescriptorJsonError& error) {
-    throw std::runtime_error(onOneLine(fmt::format("{}: {}", file, error.what())));
-  }
+  const InputFile input(file);
+  const ContainerPtr content = parseDescriptor(input.text(), input.name(), theHost().typeIds());
+  return content ? theHost().makeDescriptor(content) : nullptr;
 }
 
-/// Throws if the file cannot be opened, which the generator would not report.
-void requireWritable(const std::string& file) {
-  if (File(std::fopen(file.c_str(), "a"))) return;
-  throw std::runtime_error(fmt::format("{}: cannot be written: {}", file, std::strerror(errno)));
-}
-
-void dump(const DumpOptions& options) {
-  const PIActionDescriptor descriptor = readDescriptor(options.descriptor);
-  const std::uint32_t event = eventID(options.event);
-  requireWritable(options.file);
-  sSPBasic = theHost().basicSuite();
-  PIUDumpDescriptor(event, descriptor, options.file.c_str());
-  PIUSuitesRelease();
-  theHost().reportLeaks();
+/// The text that the generator writes. It goes through a pipe, which has no limit at which the
+/// generator's writes would fail unnoticed.
+std::string generate(std::uint32_t event, PIActionDescriptor descriptor) {
+  std::array<int, 2> ends{};
+  if (pipe2(ends.data(), O_CLOEXEC) != 0) throw std::runtime_error("there is no pipe left");
+  const OpenFile in(ends[0]);
+  OpenFile out(ends[1]);
+  std::string text;
+  std::thread reader([&] { text = readAll(in.get()); });
+  PIUDumpDescriptor(event, descriptor, fmt::format("/proc/self/fd/{}", out.get()).c_str());
+  out = OpenFile();
+  reader.join();
+  return text;
 }
 
 }  // namespace
 
-int runDump(const DumpOptions& options) {
+ContainerPtr parseDescriptor(const std::string& text, const std::string& name, TypeIds& ids) {
   try {
-    showLog();
-    dump(options);
-    return theLog().misuses() > 0 ? kMisused : kDumped;
-  } catch (const std::exception& error) {
-    std::fprintf(stderr, "mrvsim: %s\n", error.what());
-    return kCannotDump;
+    return descriptorFromJson(parseJson(text, name), ids);
+  } catch (const DescriptorJsonError& error) {
+    throw BadJsonFile(faultAt(TextSource(text), name, error.place(), error.reason()));
   }
+}
+
+int runDump(const DumpOptions& options) {
+  showLog();
+  Output out(options.file, Output::Mode::kAppend);
+  const PIActionDescriptor descriptor = readDescriptor(options.descriptor);
+  const std::uint32_t event = eventID(options.event);
+  out.expectNoneOf({options.descriptor});
+  out.open();
+  sSPBasic = theHost().basicSuite();
+  out.write(generate(event, descriptor));
+  PIUSuitesRelease();
+  theHost().reportLeaks();
+  out.commit();
+  return theLog().misuses() > 0 ? kMisused : kDone;
 }
 
 }  // namespace simulator

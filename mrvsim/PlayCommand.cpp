@@ -1,44 +1,62 @@
 #include "mrvsim/PlayCommand.h"
 
+#include <cxxabi.h>
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <cerrno>
-#include <cstdio>
+#include <cstdlib>
 #include <cstring>
+#include <exception>
+#include <filesystem>
 #include <memory>
+#include <optional>
+#include <stdexcept>
+#include <typeinfo>
 
+#include "mrvsim/ExitStatus.h"
+#include "mrvsim/Output.h"
 #include "simulator/base/Log.h"
+#include "simulator/loader/PluginModule.h"
 #include "simulator/scenario/OutputCapture.h"
 #include "simulator/scenario/Player.h"
 #include "simulator/scenario/ScenarioReader.h"
 #include "simulator/scenario/Summary.h"
+#include "simulator/scenario/WatchedProcess.h"
+#include "simulator/scenario/Wording.h"
 
 namespace simulator {
 
 namespace {
 
-constexpr int kPlayed = 0;
-constexpr int kCannotPlay = 2;
-constexpr int kMisused = 3;
+// The messages from the process that plays.
+constexpr char kLoaded = 'l';
+constexpr char kLogLine = 'L';
+constexpr char kSummary = 'S';
+constexpr char kLostMotion = 'M';
+constexpr char kMisuse = 'u';
+constexpr char kCannotPlay = 'E';  ///< the reason
+constexpr char kThrew = 'T';       ///< what the plug-in threw
 
-using Stream = std::unique_ptr<std::FILE, int (*)(std::FILE*)>;
-
-/// The stream for the log; null if only a summary is wanted.
-Stream openLog(const PlayOptions& options, int standardOutput) {
-  if (options.log.empty()) {
-    return {options.summary ? nullptr : fdopen(dup(standardOutput), "w"), std::fclose};
-  }
-  Stream stream(std::fopen(options.log.c_str(), "w"), std::fclose);
-  if (!stream) {
-    throw BadScenario(fmt::format("{}: cannot be written: {}", options.log, std::strerror(errno)));
-  }
-  return stream;
+/// The name of a type as in a program.
+std::string typeName(const std::type_info& type) {
+  int status = 0;
+  const std::unique_ptr<char, void (*)(void*)> name(
+      abi::__cxa_demangle(type.name(), nullptr, nullptr, &status), std::free);
+  return name ? name.get() : type.name();
 }
 
-void writeLine(std::FILE* stream, const Json& line) {
-  // The plug-in may print invalid UTF-8.
-  const std::string text = line.dump(-1, ' ', false, Json::error_handler_t::replace) + '\n';
-  std::fwrite(text.data(), 1, text.size(), stream);
+/// The exception that is being handled.
+std::string describeException() {
+  const std::type_info* const type = abi::__cxa_current_exception_type();
+  const std::string name = type == nullptr ? "an exception" : typeName(*type);
+  try {
+    throw;
+  } catch (const std::exception& error) {
+    return fmt::format("{} (\"{}\")", name, printable(error.what()));
+  } catch (...) {
+    return name;
+  }
 }
 
 /// Replaces the home folder's name, which differs each time, so logs can be compared.
@@ -49,39 +67,248 @@ std::string withHomeAsTilde(std::string text, const std::string& home) {
   return text;
 }
 
-int play(const PlayOptions& options) {
-  const Scenario scenario = readScenario(options.scenario);
-  const TemporaryHome home;
-  Summary summary;
-  OutputCapture capture;
-  const Stream stream = openLog(options, capture.original());
-  const auto logPrinted = [&](const std::string& text) {
-    theLog().write("printed", {{"text", withHomeAsTilde(text, home.path().string())}});
+/// Plays one scenario in the process that may crash.
+class Performance {
+ public:
+  Performance(const ScenarioFile& scenario, const TemporaryHome& home, const std::string& plugin,
+              bool wantsLog, Channel& channel)
+      : scenario_(scenario),
+        home_(home),
+        plugin_(plugin),
+        wantsLog_(wantsLog),
+        channel_(channel),
+        player_(scenario.setup(), home, &summary_) {}
+
+  /// Sends everything that happens; does not throw.
+  void perform() {
+    try {
+      load();
+      scenario_.eachStep([this](const Step& step, const StepPlace& place) { take(step, place); });
+      unload();
+    } catch (const PluginThrew& thrown) {
+      finishLog();
+      channel_.send(kThrew, thrown.what);
+    } catch (const std::exception& error) {
+      channel_.send(kCannotPlay, error.what());
+    }
+  }
+
+ private:
+  struct PluginThrew {
+    std::string what;
   };
-  theLog().setSink([&](const Json& line) {
-    summary.line(line);
-    if (stream) writeLine(stream.get(), line);
-  });
-  theLog().setPrelude([&] { capture.drain(logPrinted); });
-  Player player(scenario, home, &summary);
-  player.play(options.plugin.empty() ? besideProgram("MrvPhotoshop.so") : options.plugin,
-              besideProgram("libMoravinClient.so"));
-  capture.finish(logPrinted);
-  theLog().setPrelude({});
-  theLog().setSink({});
-  if (options.summary) dprintf(capture.original(), "%s", summary.text().c_str());
-  return theLog().misuses() > 0 ? kMisused : kPlayed;
-}
+
+  void load() {
+    theLog().setSink([this](const Json& line) { logged(line); });
+    theLog().setPrelude([this] { capture_.drain([this](const auto& text) { printed(text); }); });
+    watchModule(std::filesystem::absolute(plugin_).string());
+    channel_.reach({.phase = Milestone::kLoading});
+    player_.load(plugin_, besideProgram("libMoravinClient.so"));
+    channel_.send(kLoaded, "");
+  }
+
+  void take(const Step& step, const StepPlace& place) {
+    Milestone milestone = {Milestone::kPlaying, place.index, place.position.line,
+                           place.position.column};
+    place.kind.copy(milestone.kind, sizeof milestone.kind - 1);
+    channel_.reach(milestone);
+    guarded([&] { player_.take(step); });
+  }
+
+  void unload() {
+    channel_.reach({.phase = Milestone::kUnloading});
+    guarded([&] { player_.unload(); });
+    capture_.finish([this](const auto& text) { printed(text); });
+    finishLog();
+    summary_.lostMotion(player_.lostMotion());
+    channel_.send(kSummary, summary_.text());
+    channel_.send(kLostMotion, player_.lostMotion());
+    if (theLog().misuses() > 0) channel_.send(kMisuse, "");
+  }
+
+  /// Tells what the plug-in throws from what this program throws.
+  template <class Call>
+  void guarded(Call call) {
+    try {
+      call();
+    } catch (...) {
+      throw PluginThrew{describeException()};
+    }
+  }
+
+  void finishLog() {
+    theLog().setPrelude({});
+    theLog().setSink({});
+  }
+
+  void logged(const Json& line) {
+    summary_.line(line);
+    if (!wantsLog_) return;
+    // The plug-in may print invalid UTF-8.
+    channel_.send(kLogLine, line.dump(-1, ' ', false, Json::error_handler_t::replace) + '\n');
+  }
+
+  void printed(const std::string& text) {
+    theLog().write("printed", {{"text", withHomeAsTilde(text, home_.path().string())}});
+  }
+
+  const ScenarioFile& scenario_;
+  const TemporaryHome& home_;
+  const std::string& plugin_;
+  bool wantsLog_;
+  Channel& channel_;
+  OutputCapture capture_;
+  Summary summary_;
+  Player player_;
+};
+
+/// Plays in a child process and writes the outputs.
+class Play {
+ public:
+  explicit Play(const PlayOptions& options)
+      : options_(options),
+        plugin_(options.plugin.empty() ? besideProgram("MrvPhotoshop.so") : options.plugin) {
+    if (!options.log.empty()) log_.emplace(options.log);
+    if (options.summary) summary_.emplace("-");
+    readInputs();
+    std::vector<std::string> inputs = options.scenarios;
+    inputs.push_back(plugin_);
+    if (log_) log_->expectNoneOf(inputs);
+    if (summary_) summary_->expectNoneOf(inputs);
+  }
+
+  int run() {
+    for (const auto& scenario : scenarios_) play(*scenario);
+    openOutputs();
+    if (log_) log_->commit();
+    if (summary_) {
+      summary_->write(summaries_);
+      summary_->commit();
+    }
+    return status_;
+  }
+
+ private:
+  void readInputs() {
+    if (std::count(options_.scenarios.begin(), options_.scenarios.end(), "-") > 1) {
+      throw std::runtime_error("standard input can be read only once");
+    }
+    for (const std::string& file : options_.scenarios) {
+      scenarios_.push_back(std::make_unique<ScenarioFile>(file));
+    }
+    if (access(plugin_.c_str(), R_OK) != 0) {
+      throw std::runtime_error(fmt::format("{}: the plug-in cannot be read: {}",
+                                           printableFile(plugin_), std::strerror(errno)));
+    }
+  }
+
+  void play(const ScenarioFile& scenario) {
+    if (status_ == kPluginBroke) return;
+    const TemporaryHome home;
+    failure_.clear();
+    isLoaded_ = false;
+    WatchedProcess process([&](Channel& channel) { perform(scenario, home, channel); },
+                           options_.timeout);
+    const ProcessEnd end =
+        process.watch([&](char kind, std::string_view text) { receive(scenario, kind, text); });
+    if (end.how != ProcessEnd::kFinished) {
+      pluginBroke(scenario, end, end.text(options_.timeout) + functionOf(end));
+    } else if (!failure_.empty()) {
+      pluginBroke(scenario, end, failure_);
+    }
+  }
+
+  void perform(const ScenarioFile& scenario, const TemporaryHome& home, Channel& channel) {
+    try {
+      Performance(scenario, home, plugin_, log_.has_value(), channel).perform();
+    } catch (const std::exception& error) {
+      channel.send(kCannotPlay, error.what());
+    }
+  }
+
+  void receive(const ScenarioFile& scenario, char kind, std::string_view text) {
+    switch (kind) {
+      case kLoaded:
+        isLoaded_ = true;
+        openOutputs();
+        for (const std::string& note : scenario.notes()) complain("note: " + note);
+        break;
+      case kLogLine:
+        earlyLog_ += text;
+        break;
+      case kSummary:
+        addSummary(scenario, text);
+        break;
+      case kLostMotion:
+        if (!text.empty()) complain(fmt::format("note: {}: {}", scenario.name(), text));
+        break;
+      case kMisuse:
+        status_ = kMisused;
+        break;
+      case kThrew:
+        failure_ = fmt::format("threw {} through its entry point or a handler", text);
+        break;
+      default:
+        throw std::runtime_error(std::string(text));
+    }
+    if (isLoaded_) writeLog();
+  }
+
+  /// What was logged before the plug-in was loaded is kept back, because it may yet be refused.
+  void writeLog() {
+    if (log_) log_->write(earlyLog_);
+    earlyLog_.clear();
+  }
+
+  void openOutputs() {
+    if (outputsAreOpen_) return;
+    outputsAreOpen_ = true;
+    if (log_) log_->open();
+    if (summary_) summary_->open();
+  }
+
+  void addSummary(const ScenarioFile& scenario, std::string_view text) {
+    if (scenarios_.size() > 1) {
+      summaries_ += fmt::format("{}{}:\n", summaries_.empty() ? "" : "\n", scenario.name());
+    }
+    summaries_ += text;
+  }
+
+  std::string functionOf(const ProcessEnd& end) const {
+    if (end.how != ProcessEnd::kSignalled || end.crashOffset == 0) return {};
+    const std::string function = functionAt(plugin_, end.crashOffset);
+    return function.empty() ? "" : " in " + printable(function, 200);
+  }
+
+  void pluginBroke(const ScenarioFile& scenario, const ProcessEnd& end, const std::string& what) {
+    status_ = kPluginBroke;
+    openOutputs();
+    writeLog();
+    const Milestone& at = end.milestone;
+    if (at.phase == Milestone::kPlaying) {
+      complain(fmt::format("{}:{}:{}: /steps/{} ({}): the plug-in {}", scenario.name(), at.line,
+                           at.column, at.step, at.kind, what));
+      return;
+    }
+    const char* const when = at.phase == Milestone::kUnloading ? "unloaded" : "loaded";
+    complain(fmt::format("{}: the plug-in {} while it was {}", printableFile(plugin_), what, when));
+  }
+
+  const PlayOptions& options_;
+  std::string plugin_;
+  std::vector<std::unique_ptr<ScenarioFile>> scenarios_;
+  std::optional<Output> log_;
+  std::optional<Output> summary_;
+  bool outputsAreOpen_ = false;
+  bool isLoaded_ = false;
+  std::string earlyLog_;
+  std::string summaries_;
+  std::string failure_;  ///< what the plug-in did wrong, if it did not end the process
+  int status_ = kDone;
+};
 
 }  // namespace
 
-int runPlay(const PlayOptions& options) {
-  try {
-    return play(options);
-  } catch (const std::exception& error) {
-    std::fprintf(stderr, "mrvsim: %s\n", error.what());
-    return kCannotPlay;
-  }
-}
+int runPlay(const PlayOptions& options) { return Play(options).run(); }
 
 }  // namespace simulator

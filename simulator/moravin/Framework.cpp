@@ -58,6 +58,11 @@ void Framework::cleanup() {
   theLog().write("framework", {{"do", "cleanup"}});
 }
 
+bool Framework::isInstalled() {
+  const std::lock_guard lock(mutex_);
+  return handler_ != nullptr;
+}
+
 std::uint16_t Framework::client() {
   const std::lock_guard lock(mutex_);
   return client_;

@@ -22,6 +22,9 @@ class Framework {
   void unregisterClient(std::uint16_t client);
   void cleanup();
 
+  /// Whether a message handler is installed. [any-thread]
+  bool isInstalled();
+
   /// The id of the client registered last; 0 if there is none. [any-thread]
   std::uint16_t client();
 

@@ -5,9 +5,12 @@
 #include <cerrno>
 #include <cstdlib>
 #include <fstream>
+#include <stdexcept>
 #include <system_error>
 
 #include "simulator/macos/Folders.h"
+#include "simulator/scenario/InputFile.h"
+#include "simulator/scenario/Leftovers.h"
 
 namespace simulator {
 
@@ -116,16 +119,18 @@ void writeHostFiles(const HostSetup& host, const std::filesystem::path& preferen
 }
 
 TemporaryHome::TemporaryHome() {
-  std::string name = (std::filesystem::temp_directory_path() / "mrvsim-XXXXXX").string();
+  std::string name = (temporaryFolder() / "mrvsim-XXXXXX").string();
   if (mkdtemp(name.data()) == nullptr) {
-    throw std::system_error(errno, std::generic_category(), name);
+    throw std::runtime_error(temporaryFailure("make a temporary folder"));
   }
   path_ = name;
+  theLeftovers().add(path_.string());
 }
 
 TemporaryHome::~TemporaryHome() {
   std::error_code ignored;
   std::filesystem::remove_all(path_, ignored);
+  theLeftovers().forget(path_.string());
 }
 
 }  // namespace simulator

@@ -41,6 +41,7 @@ void writeHostFiles(const HostSetup& host, const std::filesystem::path& preferen
 /// A temporary home folder for the simulated Mac's user; the destructor removes it.
 class TemporaryHome {
  public:
+  /// Throws `std::runtime_error` if the folder cannot be made.
   TemporaryHome();
   ~TemporaryHome();
   TemporaryHome(const TemporaryHome&) = delete;

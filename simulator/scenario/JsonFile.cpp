@@ -2,43 +2,34 @@
 
 #include <fmt/format.h>
 
-#include <cerrno>
-#include <cstring>
-#include <fstream>
-#include <sstream>
+#include "simulator/scenario/JsonStream.h"
+#include "simulator/scenario/Wording.h"
 
 namespace simulator {
 
-namespace {
-
-/// The parser's message without its own prefix, which ends with the first "] ".
-std::string reasonOf(const Json::parse_error& error) {
-  const std::string message = error.what();
-  const std::size_t prefix = message.find("] ");
-  return prefix == std::string::npos ? message : message.substr(prefix + 2);
-}
-
-}  // namespace
-
-std::string readTextFile(const std::string& file) {
-  errno = 0;
-  std::ifstream stream(file, std::ios::binary);
-  std::ostringstream text;
-  if (stream) text << stream.rdbuf();
-  // Opening a folder succeeds; reading its first byte fails.
-  const bool isRead = stream.is_open() && !stream.bad() && (text || stream.peek() == EOF);
-  if (!isRead || errno == EISDIR) {
-    throw BadJsonFile(fmt::format("{}: cannot be read: {}", file, std::strerror(errno)));
-  }
-  return text.str();
-}
+std::string readTextFile(const std::string& file) { return InputFile(file).text(); }
 
 Json parseJson(const std::string& text, const std::string& name) {
+  Json document;
+  JsonPieces pieces;
+  pieces.document = [&](const Json& whole) { document = whole; };
   try {
-    return Json::parse(text);
-  } catch (const Json::parse_error& error) {
-    throw BadJsonFile(onOneLine(fmt::format("{}: {}", name, reasonOf(error))));
+    readJson(TextSource(text), pieces);
+  } catch (const JsonError& error) {
+    const Position at = error.position();
+    throw BadJsonFile(fmt::format("{}:{}:{}: {}", name, at.line, at.column, error.what()));
   }
+  return document;
+}
+
+std::string faultAt(const ByteSource& source, const std::string& name, const std::string& pointer,
+                    const std::string& reason) {
+  const Position at = placeOf(source, pointer).value;
+  return fmt::format("{}:{}:{}: {}: {}", name, at.line, at.column, printablePlace(pointer), reason);
+}
+
+std::string printablePlace(const std::string& pointer) {
+  return pointer.empty() ? "/" : printable(pointer, 60);
 }
 
 std::string onOneLine(std::string text) {

@@ -33,7 +33,7 @@ OutputCapture::~OutputCapture() {
 }
 
 void OutputCapture::readMore() {
-  std::fflush(stdout);
+  if (std::fflush(stdout) != 0) error_ = errno;
   char bytes[4096];
   ssize_t count;
   while ((count = pread(memory_, bytes, sizeof bytes, position_)) > 0) {
@@ -54,6 +54,9 @@ void OutputCapture::drain(const std::function<void(const std::string&)>& line) {
 
 void OutputCapture::finish(const std::function<void(const std::string&)>& line) {
   drain(line);
+  if (error_ != 0) {
+    throw std::system_error(error_, std::generic_category(), "what the plug-in prints");
+  }
   if (pending_.empty()) return;
   line(pending_);
   pending_.clear();

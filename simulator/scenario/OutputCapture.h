@@ -15,14 +15,12 @@ class OutputCapture {
   OutputCapture(const OutputCapture&) = delete;
   OutputCapture& operator=(const OutputCapture&) = delete;
 
-  /// A descriptor that still writes to the original standard output.
-  int original() const { return original_; }
-
   /// Calls `line` with every complete line written since the last call, without its end.
   /// [any-thread, one at a time]
   void drain(const std::function<void(const std::string&)>& line);
 
-  /// The same, and then passes on an incomplete last line.
+  /// The same, and then passes on an incomplete last line. Throws `std::system_error` if something
+  /// that was printed could not be kept.
   void finish(const std::function<void(const std::string&)>& line);
 
  private:
@@ -31,6 +29,7 @@ class OutputCapture {
   int original_;
   int memory_;
   long position_ = 0;
+  int error_ = 0;  ///< why something could not be kept; 0: everything was
   std::string pending_;
 };
 

@@ -2,6 +2,7 @@
 
 #include <MoravinClient/MoravinClient.h>
 #include <PIActionsPlugIn.h>
+#include <fmt/format.h>
 
 #include <algorithm>
 
@@ -58,6 +59,22 @@ Dispatched send(OSType eventClass, UInt32 kind) {
 bool overlap(const CGRect& a, const CGRect& b) {
   return a.origin.x < b.origin.x + b.size.width && b.origin.x < a.origin.x + a.size.width &&
          a.origin.y < b.origin.y + b.size.height && b.origin.y < a.origin.y + a.size.height;
+}
+
+bool isMotion(const DeviceMessage& message) {
+  return message.type == kMoravinMessageDeviceState && message.command == kMoravinCommandAxes &&
+         std::any_of(message.axes.begin(), message.axes.end(), [](auto axis) { return axis != 0; });
+}
+
+/// What keeps a message from the plug-in; null if nothing does.
+const char* obstacleTo(const DeviceMessage& message, bool framework) {
+  if (!framework) return "the device framework is absent";
+  if (!theFramework().isInstalled()) {
+    return "it had no message handler installed, which the call [\"SP Interface\", \"Startup\"] "
+           "is for";
+  }
+  const bool forOther = message.client && *message.client != theFramework().client();
+  return forOther ? "they were for another client" : nullptr;
 }
 
 const char* nameOf(Click click) {
@@ -117,9 +134,17 @@ void Player::setUp(const TemporaryHome& home) {
 }
 
 void Player::play(const std::string& plugin, const std::string& framework) {
+  load(plugin, framework);
+  for (const Step& step : scenario_.steps) take(step);
+  unload();
+}
+
+void Player::load(const std::string& plugin, const std::string& framework) {
   if (scenario_.framework) loadFramework(framework);
   plugin_ = loadPlugin(plugin);
-  for (const Step& step : scenario_.steps) take(step);
+}
+
+void Player::unload() {
   plugin_.reset();
   reportAllLeaks();
 }
@@ -165,11 +190,27 @@ void Player::act(const CallStep& step) {
 }
 
 void Player::act(const MessageStep& step) {
+  count(step.message);
   if (!scenario_.framework) return;
   if (observer_ != nullptr) {
     observer_->message(step.message, active_, theWindowServer().window().viewsNeedDisplay);
   }
   theFramework().send(step.message.type, recordOf(step.message, at_));
+}
+
+void Player::count(const DeviceMessage& message) {
+  if (!isMotion(message)) return;
+  ++motion_;
+  const char* const obstacle = obstacleTo(message, scenario_.framework);
+  if (obstacle == nullptr) ++motionPassedOn_;
+  if (obstacle_ == nullptr) obstacle_ = obstacle;
+}
+
+std::string Player::lostMotion() const {
+  if (motion_ == 0 || motionPassedOn_ > 0) return {};
+  return fmt::format(
+      "motion reached nobody: the device moved in {} {}, and the plug-in got none: {}", motion_,
+      motion_ == 1 ? "sample" : "samples", obstacle_);
 }
 
 void Player::act(const ActiveStep& step) {

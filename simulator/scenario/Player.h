@@ -37,9 +37,18 @@ class Player {
   /// loading throws, the exception is passed on and no step is taken.
   void play(const std::string& plugin, const std::string& framework);
 
+  /// The three parts of `play`, for a caller that has the steps from elsewhere.
+  void load(const std::string& plugin, const std::string& framework);
+  void take(const Step& step);
+  void unload();
+
+  /// If the device moved and none of it reached the plug-in: a line that says so and why. Otherwise
+  /// empty.
+  std::string lostMotion() const;
+
  private:
   void setUp(const TemporaryHome& home);
-  void take(const Step& step);
+  void count(const DeviceMessage& message);
   void advanceTo(std::int64_t at);
   void settle();
   void report(const std::vector<CGRect>& rects);
@@ -65,6 +74,9 @@ class Player {
   std::unique_ptr<PluginModule> plugin_;
   std::int64_t at_ = 0;  ///< virtual milliseconds of the current step
   bool active_ = true;
+  std::uint64_t motion_ = 0;  ///< samples in which the device is not at rest
+  std::uint64_t motionPassedOn_ = 0;
+  const char* obstacle_ = nullptr;  ///< what kept the first of them from the plug-in
 };
 
 /// Runs the main thread's event loop until neither it nor the device thread has work left.

@@ -9,18 +9,22 @@ namespace simulator {
 
 namespace {
 
-std::set<std::string_view> allProcedures() {
-  const std::vector<std::string_view> host = hostProcedures();
-  std::set<std::string_view> names(host.begin(), host.end());
-  names.insert("Framework.Install");
-  return names;
+const std::set<std::string_view>& allProcedures() {
+  static const std::set<std::string_view> all = [] {
+    const std::vector<std::string_view> host = hostProcedures();
+    std::set<std::string_view> names(host.begin(), host.end());
+    names.insert("Framework.Install");
+    return names;
+  }();
+  return all;
 }
 
 }  // namespace
 
-bool isProcedure(std::string_view name) {
-  static const std::set<std::string_view> known = allProcedures();
-  return known.contains(name);
+bool isProcedure(std::string_view name) { return allProcedures().contains(name); }
+
+std::vector<std::string> procedureNames() {
+  return {allProcedures().begin(), allProcedures().end()};
 }
 
 }  // namespace simulator

@@ -3,39 +3,76 @@
 #include <MoravinClient/MoravinClient.h>
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <cmath>
 #include <functional>
 #include <limits>
 #include <map>
-#include <string_view>
+#include <set>
+#include <utility>
 
 #include "simulator/base/Log.h"
 #include "simulator/scenario/JsonFile.h"
+#include "simulator/scenario/Names.h"
 #include "simulator/scenario/Procedures.h"
+#include "simulator/scenario/Wording.h"
 
 namespace simulator {
 
 namespace {
 
-/// A value with its place in the document, as a JSON pointer.
+/// A fault at a place in the document, given as a JSON pointer.
+struct Fault {
+  std::string place;
+  std::string reason;
+  bool atKey = false;  ///< the key is wrong and not the value
+};
+
+class Field;
+
+/// The fields that an object may have.
+using FieldReaders = std::map<std::string, std::function<void(const Field&)>>;
+
+template <class Map>
+std::vector<std::string> namesOf(const Map& map) {
+  std::vector<std::string> names;
+  for (const auto& [name, value] : map) names.push_back(name);
+  return names;
+}
+
+/// A value with its place in the document.
 class Field {
  public:
   Field(const Json& value, std::string place) : value_(value), place_(std::move(place)) {}
 
-  [[noreturn]] void fail(const std::string& reason) const {
-    throw BadScenario(fmt::format("{}: {}", place_.empty() ? "/" : place_, reason));
+  [[noreturn]] void fail(const std::string& reason) const { throw Fault{place_, reason}; }
+
+  /// Reports that the object which this field is in may not have it.
+  [[noreturn]] void failAsUnknown(const std::vector<std::string>& allowed) const {
+    const std::string name = place_.substr(place_.rfind('/') + 1);
+    throw Fault{place_,
+                fmt::format("unknown field{}; allowed: {}", guess(name, allowed), listed(allowed)),
+                true};
   }
 
   bool isNull() const { return value_.is_null(); }
   bool isObject() const { return value_.is_object(); }
 
-  /// Calls `read` for each member; if it returns false, the member is reported as unknown.
-  void eachMember(const std::function<bool(const std::string&, const Field&)>& read) const {
+  /// Calls `read` for each member.
+  void eachMember(const std::function<void(const std::string&, const Field&)>& read) const {
     if (!value_.is_object()) fail("must be an object");
     for (const auto& [name, member] : value_.items()) {
-      const Field field(member, place_ + "/" + name);
-      if (!read(name, field)) field.fail("unknown field");
+      read(name, Field(member, place_ + "/" + pointerStep(name)));
     }
+  }
+
+  /// Reads each member; one without a reader is reported as unknown.
+  void readMembers(const FieldReaders& readers) const {
+    eachMember([&](const std::string& name, const Field& value) {
+      const auto reader = readers.find(name);
+      if (reader == readers.end()) value.failAsUnknown(namesOf(readers));
+      reader->second(value);
+    });
   }
 
   std::vector<Field> elements() const {
@@ -65,16 +102,18 @@ class Field {
   double number(double least = std::numeric_limits<double>::lowest()) const {
     if (!value_.is_number()) fail("must be a number");
     const double number = value_.get<double>();
-    if (!std::isfinite(number) || number < least) fail("is out of range");
+    if (number < least) fail(fmt::format("is out of range: must be {:g} or more", least));
     return number;
   }
 
   std::int64_t integer(std::int64_t least, std::int64_t most) const {
-    const double asDouble = number();
-    if (std::trunc(asDouble) != asDouble) fail("must be a whole number");
+    const std::string range = fmt::format("must be from {} to {}", least, most);
+    if (!value_.is_number()) fail("must be a whole number, and " + range);
+    const double asDouble = value_.get<double>();
+    if (std::trunc(asDouble) != asDouble) fail("must be a whole number, and " + range);
     const bool inRange =
         static_cast<double>(least) <= asDouble && asDouble <= static_cast<double>(most);
-    if (!inRange) fail(fmt::format("must be from {} to {}", least, most));
+    if (!inRange) fail(range);
     return value_.is_number_float() ? static_cast<std::int64_t>(asDouble)
                                     : value_.get<std::int64_t>();
   }
@@ -84,6 +123,7 @@ class Field {
   std::string place_;
 };
 
+constexpr std::size_t kMostNotes = 10;
 constexpr std::int64_t kLeast32 = std::numeric_limits<std::int32_t>::min();
 constexpr std::int64_t kMostSigned32 = std::numeric_limits<std::int32_t>::max();
 constexpr std::int64_t kMost32 = std::numeric_limits<std::uint32_t>::max();
@@ -105,15 +145,9 @@ CGRect readRect(const Field& field, double leastSize = std::numeric_limits<doubl
 MainWindow readWindow(const Field& field) {
   if (field.isNull()) return std::nullopt;
   WindowSetup window;
-  field.eachMember([&](const std::string& name, const Field& value) {
-    if (name == "frame") {
-      window.frame = readRect(value, 0.0);
-    } else if (name == "content") {
-      window.content = readRect(value, 0.0);
-    } else {
-      return false;
-    }
-    return true;
+  field.readMembers({
+      {"frame", [&](const Field& value) { window.frame = readRect(value, 0.0); }},
+      {"content", [&](const Field& value) { window.content = readRect(value, 0.0); }},
   });
   return window;
 }
@@ -146,7 +180,7 @@ std::uint32_t readModifiers(const Field& field) {
 
 HostSetup readHost(const Field& field) {
   HostSetup host;
-  const std::map<std::string, std::function<void(const Field&)>> readers = {
+  const FieldReaders readers = {
       {"version", [&](const Field& value) { host.version = readVersion(value); }},
       {"tool", [&](const Field& value) { host.tool = value.text(); }},
       {"brush", [&](const Field& value) { host.brush = readDiameter(value); }},
@@ -156,12 +190,7 @@ HostSetup readHost(const Field& field) {
       {"screenHeight", [&](const Field& value) { host.screenHeight = value.number(0.0); }},
       {"redrawDelay", [&](const Field& value) { host.redrawDelay = readDelay(value); }},
   };
-  field.eachMember([&](const std::string& name, const Field& value) {
-    const auto reader = readers.find(name);
-    if (reader == readers.end()) return false;
-    reader->second(value);
-    return true;
-  });
+  field.readMembers(readers);
   return host;
 }
 
@@ -215,7 +244,7 @@ StepAction readCommandStep(const Field& field) {
 
 StepAction readMessageStep(const Field& field) {
   DeviceMessage message = plainMessage();
-  const std::map<std::string, std::function<void(const Field&)>> readers = {
+  const FieldReaders readers = {
       {"type", [&](const Field& value) { message.type = readCode(value); }},
       {"client", [&](const Field& value) { message.client = readWord(value); }},
       {"command", [&](const Field& value) { message.command = readWord(value); }},
@@ -223,12 +252,7 @@ StepAction readMessageStep(const Field& field) {
       {"axes", [&](const Field& value) { message.axes = readAxes(value); }},
       {"button", [&](const Field& value) { message.button = readWord(value); }},
   };
-  field.eachMember([&](const std::string& name, const Field& value) {
-    const auto reader = readers.find(name);
-    if (reader == readers.end()) return false;
-    reader->second(value);
-    return true;
-  });
+  field.readMembers(readers);
   return MessageStep{message};
 }
 
@@ -252,24 +276,28 @@ StepAction readClickStep(const Field& field) {
   field.fail(R"(must be "down", "up", "moved" or "dragged")");
 }
 
+std::string readProcedure(const Field& field) {
+  const std::string name = field.text();
+  if (isProcedure(name)) return name;
+  field.fail(fmt::format("unknown procedure \"{}\"{}; \"mrvsim list procedures\" names all",
+                         printable(name), guess(name, procedureNames())));
+}
+
 StepAction readFailStep(const Field& field) {
   FaultRule rule;
   bool hasError = false;
-  field.eachMember([&](const std::string& name, const Field& value) {
-    if (name == "procedure") {
-      rule.procedure = value.text();
-      if (!isProcedure(rule.procedure)) value.fail("unknown procedure");
-    } else if (name == "error") {
-      rule.error = static_cast<std::int32_t>(value.integer(kLeast32, kMost32));
-      hasError = true;
-    } else if (name == "after") {
-      rule.after = static_cast<std::uint64_t>(value.integer(0, kLastMillisecond));
-    } else if (name == "times") {
-      rule.times = static_cast<std::uint64_t>(value.integer(0, kLastMillisecond));
-    } else {
-      return false;
-    }
-    return true;
+  const auto count = [](const Field& value) {
+    return static_cast<std::uint64_t>(value.integer(0, kLastMillisecond));
+  };
+  field.readMembers({
+      {"procedure", [&](const Field& value) { rule.procedure = readProcedure(value); }},
+      {"error",
+       [&](const Field& value) {
+         rule.error = static_cast<std::int32_t>(value.integer(kLeast32, kMost32));
+         hasError = true;
+       }},
+      {"after", [&](const Field& value) { rule.after = count(value); }},
+      {"times", [&](const Field& value) { rule.times = count(value); }},
   });
   if (rule.procedure.empty() || !hasError) field.fail("needs a procedure and an error");
   return FailStep{rule};
@@ -308,70 +336,162 @@ const std::map<std::string, ActionReader>& actionReaders() {
   return readers;
 }
 
-Step readStep(const Field& field, std::int64_t before) {
+/// What a step may consist of: the time, and one thing to do.
+std::vector<std::string> fieldsOfSteps() {
+  std::vector<std::string> names = namesOf(actionReaders());
+  names.insert(names.begin(), "at");
+  return names;
+}
+
+struct ReadStep {
+  Step step;
+  std::string kind;
+};
+
+ReadStep readStep(const Field& field, std::int64_t before) {
   std::optional<StepAction> action;
+  std::string kind;
   std::int64_t at = before;
   field.eachMember([&](const std::string& name, const Field& value) {
     if (name == "at") {
       at = value.integer(0, kLastMillisecond);
-      if (at < before) value.fail("must not be less than that of the step before");
-      return true;
+      if (at < before) {
+        value.fail(fmt::format("must not be less than {}, that of the step before", before));
+      }
+      return;
     }
     const auto reader = actionReaders().find(name);
-    if (reader == actionReaders().end()) return false;
-    if (action) value.fail("a step does one thing only");
+    if (reader == actionReaders().end()) value.failAsUnknown(fieldsOfSteps());
+    if (action)
+      value.fail(fmt::format("a step does one thing only, and this one has \"{}\"", kind));
     action = reader->second(value);
-    return true;
+    kind = name;
   });
-  if (!action) field.fail("a step must do something");
-  return {at, *action};
-}
-
-std::vector<Step> readSteps(const Field& field) {
-  std::vector<Step> steps;
-  for (const Field& step : field.elements()) {
-    steps.push_back(readStep(step, steps.empty() ? 0 : steps.back().at));
+  if (!action) {
+    field.fail(
+        fmt::format("a step must do something; allowed: {}", listed(namesOf(actionReaders()))));
   }
-  return steps;
+  return {{at, *action}, kind};
 }
 
-Scenario readDocument(const Field& document) {
-  Scenario scenario;
-  const std::map<std::string, std::function<void(const Field&)>> readers = {
+using StepReceiver = std::function<void(const Step&, const StepPlace&)>;
+
+/// Reads the document once: the steps go to `take`, everything else to `scenario`.
+void readDocument(const ByteSource& source, Scenario& scenario, const StepReceiver& take) {
+  const FieldReaders readers = {
       {"host", [&](const Field& value) { scenario.host = readHost(value); }},
       {"layout", [&](const Field& value) { scenario.layout = value.text(); }},
       {"mouse", [&](const Field& value) { scenario.mouse = readPoint(value); }},
       {"modifiers", [&](const Field& value) { scenario.modifiers = readModifiers(value); }},
       {"framework", [&](const Field& value) { scenario.framework = value.boolean(); }},
-      {"steps", [&](const Field& value) { scenario.steps = readSteps(value); }},
+      // A list of steps is read step by step and does not come here.
+      {"steps", [](const Field& value) { value.fail("must be a list"); }},
   };
-  document.eachMember([&](const std::string& name, const Field& value) {
+  std::int64_t before = 0;
+  JsonPieces pieces;
+  pieces.streamed = "steps";
+  pieces.document = [](const Json& value) { Field(value, "").fail("must be an object"); };
+  pieces.member = [&](const std::string& name, const Json& value) {
+    const Field field(value, "/" + pointerStep(name));
     const auto reader = readers.find(name);
-    if (reader == readers.end()) return false;
-    reader->second(value);
-    return true;
-  });
-  return scenario;
+    if (reader == readers.end()) field.failAsUnknown(namesOf(readers));
+    reader->second(field);
+  };
+  pieces.element = [&](const Json& value, std::uint64_t index, Position position) {
+    const ReadStep read = readStep(Field(value, fmt::format("/steps/{}", index)), before);
+    before = read.step.at;
+    take(read.step, {index, position, read.kind});
+  };
+  readJson(source, pieces);
+}
+
+std::string lineOf(const std::string& name, Position at, const std::string& reason) {
+  return fmt::format("{}:{}:{}: {}", name, at.line, at.column, reason);
+}
+
+/// The same, but a fault becomes `BadScenario` with its place.
+void readDocument(const ByteSource& source, const std::string& name, Scenario& scenario,
+                  const StepReceiver& take) {
+  try {
+    readDocument(source, scenario, take);
+  } catch (const JsonError& error) {
+    throw BadScenario(lineOf(name, error.position(), error.what()));
+  } catch (const Fault& fault) {
+    const JsonPlace place = placeOf(source, fault.place);
+    const Position at = fault.atKey && place.key ? *place.key : place.value;
+    throw BadScenario(
+        lineOf(name, at, fmt::format("{}: {}", printablePlace(fault.place), fault.reason)));
+  }
+}
+
+/// What to tell about a name that is not known; empty if it is.
+std::string noteOn(const char* what, const std::string& name,
+                   const std::vector<std::string>& known) {
+  if (std::find(known.begin(), known.end(), name) != known.end()) return {};
+  return fmt::format("the {} \"{}\" is not known{}", what, printable(name), guess(name, known));
+}
+
+std::string noteOnCall(const CallStep& call) {
+  const std::string caller = noteOn("caller", call.caller, knownCallers());
+  if (!caller.empty()) return fmt::format("{}; known: {}", caller, listed(knownCallers()));
+  const std::vector<std::string> selectors = knownSelectors(call.caller);
+  const std::string note = noteOn("selector", call.selector, selectors);
+  return note.empty() ? note
+                      : fmt::format("{}; \"{}\" sends {}", note, call.caller, listed(selectors));
+}
+
+std::string noteOnTool(const std::string& tool) { return noteOn("tool", tool, knownTools()); }
+
+std::string noteOnLayout(const std::string& layout) {
+  const std::string note = noteOn("layout", layout, knownLayouts());
+  return note.empty() ? note : note + "; it has the brush keys of " + knownLayouts().front();
+}
+
+std::string noteOn(const Step& step) {
+  if (const auto* call = std::get_if<CallStep>(&step.action)) return noteOnCall(*call);
+  if (const auto* tool = std::get_if<ToolStep>(&step.action)) return noteOnTool(tool->tool);
+  if (const auto* layout = std::get_if<LayoutStep>(&step.action)) {
+    return noteOnLayout(layout->layout);
+  }
+  return {};
 }
 
 }  // namespace
 
-Scenario parseScenario(const std::string& text, const std::string& name) {
-  try {
-    return readDocument(Field(parseJson(text, name), ""));
-  } catch (const BadJsonFile& error) {
-    throw BadScenario(error.what());
-  } catch (const BadScenario& error) {
-    throw BadScenario(onOneLine(fmt::format("{}: {}", name, error.what())));
-  }
+ScenarioFile::ScenarioFile(InputFile input) : input_(std::move(input)) {
+  std::set<std::string> told;
+  readDocument(input_, name(), setup_, [&](const Step& step, const StepPlace& place) {
+    const std::string note = noteOn(step);
+    if (note.empty() || told.size() >= kMostNotes || !told.insert(note).second) return;
+    notes_.push_back(lineOf(name(), place.position,
+                            fmt::format("/steps/{}/{}: {}", place.index, place.kind, note)));
+  });
+  noteUnknownNames();
 }
 
-Scenario readScenario(const std::string& file) {
-  try {
-    return parseScenario(readTextFile(file), file);
-  } catch (const BadJsonFile& error) {
-    throw BadScenario(error.what());
-  }
+/// Those outside the steps come first.
+void ScenarioFile::noteUnknownNames() {
+  std::vector<std::string> notes;
+  const auto add = [&](const char* pointer, const std::string& note) {
+    if (!note.empty()) notes.push_back(faultAt(input_, name(), pointer, note));
+  };
+  add("/host/tool", noteOnTool(setup_.host.tool));
+  add("/layout", noteOnLayout(setup_.layout));
+  notes_.insert(notes_.begin(), notes.begin(), notes.end());
 }
+
+void ScenarioFile::eachStep(const StepReceiver& take) const {
+  Scenario again;
+  readDocument(input_, name(), again, take);
+}
+
+Scenario parseScenario(const std::string& text, const std::string& name) {
+  Scenario scenario;
+  readDocument(TextSource(text), name, scenario,
+               [&](const Step& step, const StepPlace&) { scenario.steps.push_back(step); });
+  return scenario;
+}
+
+std::vector<std::string> stepNames() { return namesOf(actionReaders()); }
 
 }  // namespace simulator

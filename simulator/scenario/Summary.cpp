@@ -119,6 +119,7 @@ std::string Summary::text() const {
     }
     text.back() = '\n';
   }
+  if (!lostMotion_.empty()) text += fmt::format("Motion without effect  {}\n", lostMotion_);
   if (misuses_ > 0) text += fmt::format("Misuses             {:6}\n", misuses_);
   return text;
 }

@@ -21,6 +21,9 @@ class Summary : public PlayerObserver {
   /// Takes one line of the log.
   void line(const Json& line);
 
+  /// Takes the player's line about motion that reached nobody; empty if there is none.
+  void lostMotion(std::string line) { lostMotion_ = std::move(line); }
+
   /// The summary, as lines of text.
   std::string text() const;
 
@@ -45,6 +48,7 @@ class Summary : public PlayerObserver {
   std::optional<std::int64_t> waitingSince_;
   std::int64_t longestWait_ = 0;
   std::int64_t now_ = 0;
+  std::string lostMotion_;
   Json view_;
   std::vector<std::pair<std::int64_t, double>> brushSizes_;
 };

@@ -65,8 +65,8 @@ TEST_F(DumpCommand, TakesTheEventInEveryFormOfId) {
 }
 
 TEST_F(DumpCommand, RefusesInvalidDescriptorsAndLeavesTheFileUnchanged) {
-  expectRefused("[{", "descriptor.json: parse error");
-  expectRefused("", "descriptor.json: parse error");
+  expectRefused("[{", "descriptor.json:1:3: the document ends too early");
+  expectRefused("", "descriptor.json:1:1: the document is empty");
   expectRefused("{}", "must be a list of items");
   expectRefused(R"([{"key": "Wdth", "type": "long"}])", "/0");
   expectRefused(R"([{"key": "Wdth", "type": "long", "value": 2147483648}])", "/0/value: ");

@@ -25,10 +25,10 @@ struct Broken {
 void PrintTo(const Broken& broken, std::ostream* stream) { *stream << broken.text; }
 
 const Broken kBroken[] = {
-    {"empty_file", "", "line 1, column 1", "syntax error"},
-    {"cut_off", R"({"steps": [{"at": 1, "ax)", "line 1", "syntax error"},
-    {"trailing_text", "{} {}", "line 1, column 4", "syntax error"},
-    {"invalid_utf8", "{\"layout\": \"\xFF\"}", "line 1", "UTF-8"},
+    {"empty_file", "", ":1:1: ", "the document is empty"},
+    {"cut_off", R"({"steps": [{"at": 1, "ax)", ":1:25: ", "ends too early"},
+    {"trailing_text", "{} {}", ":1:4: ", "something follows the end"},
+    {"invalid_utf8", "{\"layout\": \"\xFF\"}", ":1:13: ", "UTF-8"},
     {"list_for_scenario", "[]", "/: ", "must be an object"},
     {"unknown_field", R"({"hosts": {}})", "/hosts: ", "unknown field"},
     {"unknown_host_field", R"({"host": {"versions": [1, 2]}})",

@@ -28,7 +28,7 @@ TEST_P(BundleScenarios, GiveTheSameLogAsWithTheModule) {
   const std::string scenario = MRV_SCENARIOS "/" + GetParam() + ".json";
   const Finished module = run({MRVSIM, "play", scenario});
   const Finished bundle = run({MRVSIM, "play", scenario, "--plugin", MRV_BUNDLE});
-  EXPECT_EQ(bundle.errors, "");
+  EXPECT_EQ(bundle.errors, module.errors);
   EXPECT_EQ(bundle.status, module.status);
   EXPECT_FALSE(bundle.output.empty());
   EXPECT_EQ(bundle.output, module.output);

@@ -1,0 +1,221 @@
+#include "mrvsim/CommandLine.h"
+
+#include <CLI/CLI.hpp>
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <memory>
+
+#include "mrvsim/CheckCommand.h"
+#include "mrvsim/DumpCommand.h"
+#include "mrvsim/ExitStatus.h"
+#include "mrvsim/ListCommand.h"
+#include "mrvsim/Output.h"
+#include "mrvsim/PlayCommand.h"
+#include "mrvsim/ValidateCommand.h"
+#include "mrvsim/Version.h"
+#include "simulator/scenario/Wording.h"
+
+namespace simulator {
+
+namespace {
+
+using Action = std::function<int()>;
+
+int print(const std::string& text) {
+  Output out("-");
+  out.open();
+  out.write(text);
+  out.commit();
+  return kDone;
+}
+
+/// An option with one value that may be given once and is not empty.
+CLI::Option* addValue(CLI::App& command, const std::string& name, std::string& value,
+                      const std::string& help) {
+  return command.add_option(name, value, help)->multi_option_policy(CLI::MultiOptionPolicy::Throw);
+}
+
+double secondsOf(const std::string& text) {
+  constexpr double kLeast = 0.01;
+  constexpr double kMost = 86400;
+  double seconds = 0;
+  const char* const end = text.data() + text.size();
+  const auto [stop, error] = std::from_chars(text.data(), end, seconds);
+  const bool good = error == std::errc() && stop == end && seconds >= kLeast && seconds <= kMost;
+  if (good) return seconds;
+  throw BadCommandLine(fmt::format("--timeout {}: must be a number of seconds from {:g} to {:g}",
+                                   printable(text), kLeast, kMost));
+}
+
+/// Adds the option `--timeout`; `limit` keeps its value if the option is not given.
+void addTimeout(CLI::App& command, double& limit, const std::string& what) {
+  command
+      .add_option_function<std::string>(
+          "--timeout", [&limit](const std::string& text) { limit = secondsOf(text); },
+          fmt::format("Seconds of processor time, or of standing still, after which {} ends the "
+                      "plug-in (default {:g})",
+                      what, limit))
+      ->type_name("SECONDS");
+}
+
+void addPlay(CLI::App& app, Action& action) {
+  auto options = std::make_shared<PlayOptions>();
+  CLI::App* play = app.add_subcommand("play", "Play scenarios and write what the plug-in does");
+  play->add_option("SCENARIO", options->scenarios, "Scenarios, JSON files")->required();
+  addValue(*play, "--log", options->log, "Write the log to this file, \"-\" for standard output");
+  addValue(*play, "--plugin", options->plugin, "The plug-in to load: a module or a bundle");
+  play->add_flag("--summary", options->summary,
+                 "Print a summary; a log is then written only with --log");
+  addTimeout(*play, options->timeout, "one step");
+  play->callback([options, &action] {
+    if (options->log.empty() && !options->summary) options->log = "-";
+    action = [options] { return runPlay(*options); };
+  });
+}
+
+void addDump(CLI::App& app, Action& action) {
+  auto options = std::make_shared<DumpOptions>();
+  CLI::App* dump = app.add_subcommand(
+      "dump", "Append source text that rebuilds a descriptor and plays an event with it");
+  dump->add_option("DESCRIPTOR", options->descriptor, "The descriptor, a JSON file")->required();
+  dump->add_option("FILE", options->file, "The file to append to")->required();
+  addValue(*dump, "--event", options->event, "The ID of the event to play")->capture_default_str();
+  dump->footer(kDescriptorHelp);
+  dump->callback([options, &action] { action = [options] { return runDump(*options); }; });
+}
+
+void addCheck(CLI::App& app, Action& action) {
+  auto options = std::make_shared<CheckOptions>();
+  CLI::App* check = app.add_subcommand("check", "Judge a built plug-in");
+  CLI::Option* file = check->add_option("FILE", options->plugin, "A bundle or a module");
+  check->add_flag("--list", options->list, "Tell what is checked, and check nothing");
+  check->add_flag("--json", options->json, "Print one JSON object");
+  check->add_option("--only", options->only, "Run this check alone; may be repeated")
+      ->allow_extra_args(false);
+  addTimeout(*check, options->timeout, "one check");
+  check->callback([options, file, &action] {
+    if (!options->list && file->empty()) throw CLI::RequiredError("FILE");
+    action = [options] { return runCheck(*options); };
+  });
+}
+
+void addValidate(CLI::App& app, Action& action) {
+  auto files = std::make_shared<std::vector<std::string>>();
+  CLI::App* validate =
+      app.add_subcommand("validate", "Read scenarios and descriptors without playing them");
+  validate->add_option("FILE", *files, "Scenarios and descriptors, JSON files")->required();
+  validate->callback([files, &action] { action = [files] { return runValidate(*files); }; });
+}
+
+void addList(CLI::App& app, Action& action) {
+  auto what = std::make_shared<std::string>();
+  CLI::App* list = app.add_subcommand("list", "Print the names that scenarios may use");
+  list->add_option("WHAT", *what, listed(listables()))->required();
+  list->callback([what, &action] { action = [what] { return runList(*what); }; });
+}
+
+std::vector<std::string> commandNames(const CLI::App& app) {
+  std::vector<std::string> names;
+  for (const CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; })) {
+    names.push_back(command->get_name());
+  }
+  return names;
+}
+
+std::vector<std::string> optionNames(const CLI::App& command) {
+  std::vector<std::string> names;
+  for (const CLI::Option* option : command.get_options()) {
+    for (const std::string& name : option->get_lnames()) names.push_back("--" + name);
+  }
+  return names;
+}
+
+/// The command that was given; the whole program if none was.
+const CLI::App& givenCommand(const CLI::App& app) {
+  const auto given = app.get_subcommands();
+  return given.empty() ? app : *given.front();
+}
+
+std::string prefixOf(const CLI::App& command) {
+  return command.get_parent() == nullptr ? "" : command.get_name() + ": ";
+}
+
+/// What is wrong with arguments that the command does not take.
+std::string describeExtras(const CLI::App& command, const std::vector<std::string>& extras) {
+  const auto option = std::find_if(extras.begin(), extras.end(),
+                                   [](const auto& text) { return text.starts_with('-'); });
+  if (option == extras.end()) {
+    return fmt::format("\"{}\" is one argument too many", printable(extras.front()));
+  }
+  const std::string name = option->substr(0, option->find('='));
+  const std::vector<std::string> allowed = optionNames(command);
+  return fmt::format("there is no option {}{}; allowed: {}", printable(name), guess(name, allowed),
+                     listed(allowed));
+}
+
+std::string describe(const CLI::App& app, const CLI::ParseError& error) {
+  const CLI::App& command = givenCommand(app);
+  const std::string help = command.get_parent() == nullptr
+                               ? "mrvsim --help"
+                               : fmt::format("mrvsim {} --help", command.get_name());
+  std::string text = printable(error.what(), 200);
+  if (dynamic_cast<const CLI::ExtrasError*>(&error) != nullptr) {
+    text = describeExtras(command, command.remaining());
+  } else if (command.get_parent() == nullptr) {
+    text = "a command is needed; allowed: " + listed(commandNames(app));
+  }
+  return fmt::format("{}{}; see {}", prefixOf(command), text, help);
+}
+
+/// An empty name is most likely a variable of a shell that is not set.
+void expectNoEmptyName(const CLI::App& app) {
+  const CLI::App& command = givenCommand(app);
+  for (const CLI::Option* option : command.get_options()) {
+    const std::vector<std::string>& values = option->results();
+    if (std::find(values.begin(), values.end(), "") == values.end()) continue;
+    throw BadCommandLine(
+        fmt::format("{}{} must not be empty", prefixOf(command), option->get_name()));
+  }
+}
+
+}  // namespace
+
+std::function<int()> parseCommandLine(std::vector<std::string> arguments) {
+  CLI::App app("A simulated Mac, host and device for the plug-in to run in", "mrvsim");
+  app.require_subcommand(1);
+  app.fallthrough(false);
+  app.set_version_flag("--version", kVersion);
+  Action action;
+  addPlay(app, action);
+  addDump(app, action);
+  addCheck(app, action);
+  addValidate(app, action);
+  addList(app, action);
+  if (!arguments.empty() && !arguments.front().starts_with('-')) {
+    const std::vector<std::string> names = commandNames(app);
+    if (std::find(names.begin(), names.end(), arguments.front()) == names.end()) {
+      throw BadCommandLine(fmt::format("there is no command \"{}\"{}; allowed: {}",
+                                       printable(arguments.front()),
+                                       guess(arguments.front(), names), listed(names)));
+    }
+  }
+  std::reverse(arguments.begin(), arguments.end());
+  try {
+    app.parse(arguments);
+  } catch (const CLI::CallForVersion& version) {
+    const std::string text = std::string(version.what()) + "\n";
+    return [text] { return print(text); };
+  } catch (const CLI::CallForHelp&) {
+    const std::string text = app.help();
+    return [text] { return print(text); };
+  } catch (const CLI::ParseError& error) {
+    throw BadCommandLine(describe(app, error));
+  }
+  expectNoEmptyName(app);
+  return action;
+}
+
+}  // namespace simulator

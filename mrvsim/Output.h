@@ -1,0 +1,78 @@
+// An output of a command: every byte reaches it, or the command fails and what was there before is
+// unchanged.
+#pragma once
+
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "simulator/scenario/InputFile.h"
+
+namespace simulator {
+
+/// Thrown if an output cannot be written; `what` is one line that begins with the output's name.
+class BadOutput : public std::runtime_error {
+ public:
+  using runtime_error::runtime_error;
+};
+
+/// "-", "/dev/stdout" and the like, devices and pipes are written to directly. A file is replaced
+/// or appended to by `commit`, and stays as it was if that is not reached. Symbolic links are
+/// followed. [main-thread]
+class Output {
+ public:
+  enum class Mode { kReplace, kAppend };
+
+  /// Touches nothing yet. "-" is standard output.
+  explicit Output(std::string file, Mode mode = Mode::kReplace);
+  ~Output();
+  Output(const Output&) = delete;
+  Output& operator=(const Output&) = delete;
+
+  /// The name as messages show it.
+  const std::string& name() const { return name_; }
+
+  /// Throws BadOutput if one of the inputs, a file's name or "-", is this very file.
+  void expectNoneOf(const std::vector<std::string>& inputs) const;
+
+  /// Opens the output, so that it is known whether it can be written. Throws BadOutput.
+  void open();
+
+  /// Throws BadOutput if what was written so far could not be. REQUIRES: it is open.
+  void write(std::string_view text);
+
+  /// Writes what is still held back to an output that is written directly. Throws BadOutput.
+  void flush();
+
+  /// Writes everything and closes the output; a file gets its new content now. Throws BadOutput.
+  void commit();
+
+ private:
+  void openFile();
+  void openBeside(int mode);
+  void writeHeld();
+  void replaceFile();
+  void appendToFile();
+  void writeAll(const std::string& text);
+  void checkedClose();
+  [[noreturn]] void fail(int error, const std::string& what = "cannot be written") const;
+
+  std::string file_;
+  std::string name_;
+  Mode mode_;
+  OpenFile descriptor_;
+  std::string target_;     ///< the file to replace or to append to; empty: written directly
+  std::string temporary_;  ///< the file beside the target that will replace it
+  bool isNew_ = false;     ///< whether opening made the target
+  std::string held_;       ///< text that is not yet written
+};
+
+/// Makes sure that descriptors 0, 1 and 2 are taken: no file that is opened later becomes standard
+/// output by chance, and writing to a closed one fails.
+void takeStandardDescriptors();
+
+/// Writes a line "mrvsim: ..." to standard error.
+void complain(const std::string& message);
+
+}  // namespace simulator
