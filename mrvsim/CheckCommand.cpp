@@ -1,16 +1,14 @@
 #include "mrvsim/CheckCommand.h"
 
 #include <fmt/format.h>
-#include <unistd.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <cstdlib>
-#include <cstring>
 #include <stdexcept>
 
 #include "mrvsim/ExitStatus.h"
 #include "mrvsim/Output.h"
+#include "mrvsim/PluginFile.h"
 #include "simulator/check/Check.h"
 #include "simulator/check/ChildProcess.h"
 #include "simulator/loader/MachFile.h"
@@ -107,10 +105,7 @@ std::string asJson(const std::string& plugin, const std::vector<Report>& reports
 /// Throws what is wrong with a file that cannot be a plug-in: a file for the Mac must have the
 /// right form, and a module for Linux must load. One that crashes then is a plug-in, and fails.
 void expectPlugin(const std::string& plugin) {
-  if (access(plugin.c_str(), R_OK) != 0) {
-    throw std::runtime_error(
-        fmt::format("{}: cannot be read: {}", printableFile(plugin), std::strerror(errno)));
-  }
+  expectPluginFile(plugin);
   if (isMacPlugin(plugin)) {
     try {
       MachFile::open(machFileOf(plugin));

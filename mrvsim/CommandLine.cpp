@@ -156,18 +156,47 @@ std::string describeExtras(const CLI::App& command, const std::vector<std::strin
                      listed(allowed));
 }
 
+/// The parser's messages begin with the name of the option that they are about.
+std::string optionIn(const CLI::ParseError& error) {
+  const std::string message = error.what();
+  return printable(message.substr(0, message.find_first_of(": ")));
+}
+
+std::string reasonOf(const CLI::App& app, const CLI::ParseError& error) {
+  const CLI::App& command = givenCommand(app);
+  if (dynamic_cast<const CLI::ExtrasError*>(&error) != nullptr) {
+    return describeExtras(command, command.remaining());
+  }
+  if (command.get_parent() == nullptr) {
+    return "a command is needed; allowed: " + listed(commandNames(app));
+  }
+  if (dynamic_cast<const CLI::RequiredError*>(&error) != nullptr) {
+    return optionIn(error) + " is missing";
+  }
+  if (dynamic_cast<const CLI::ArgumentMismatch*>(&error) != nullptr) {
+    const bool tooMany = std::string_view(error.what()).find("received") != std::string::npos;
+    return optionIn(error) + (tooMany ? " may be given once only" : " needs a value");
+  }
+  return "an option that takes no value was given one";
+}
+
 std::string describe(const CLI::App& app, const CLI::ParseError& error) {
   const CLI::App& command = givenCommand(app);
   const std::string help = command.get_parent() == nullptr
                                ? "mrvsim --help"
                                : fmt::format("mrvsim {} --help", command.get_name());
-  std::string text = printable(error.what(), 200);
-  if (dynamic_cast<const CLI::ExtrasError*>(&error) != nullptr) {
-    text = describeExtras(command, command.remaining());
-  } else if (command.get_parent() == nullptr) {
-    text = "a command is needed; allowed: " + listed(commandNames(app));
-  }
-  return fmt::format("{}{}; see {}", prefixOf(command), text, help);
+  return fmt::format("{}{}; see {}", prefixOf(command), reasonOf(app, error), help);
+}
+
+/// Throws if the first argument is neither a command nor an option of the program itself.
+void expectKnown(const CLI::App& app, const std::string& first) {
+  const bool isOption = first.starts_with('-');
+  const std::vector<std::string> names = isOption ? optionNames(app) : commandNames(app);
+  const bool isKnown = std::find(names.begin(), names.end(), first) != names.end();
+  if (isKnown || first == "-h") return;
+  throw BadCommandLine(fmt::format("there is no {} \"{}\"{}; allowed: {}",
+                                   isOption ? "option before a command" : "command",
+                                   printable(first), guess(first, names), listed(names)));
 }
 
 /// An empty name is most likely a variable of a shell that is not set.
@@ -194,14 +223,7 @@ std::function<int()> parseCommandLine(std::vector<std::string> arguments) {
   addCheck(app, action);
   addValidate(app, action);
   addList(app, action);
-  if (!arguments.empty() && !arguments.front().starts_with('-')) {
-    const std::vector<std::string> names = commandNames(app);
-    if (std::find(names.begin(), names.end(), arguments.front()) == names.end()) {
-      throw BadCommandLine(fmt::format("there is no command \"{}\"{}; allowed: {}",
-                                       printable(arguments.front()),
-                                       guess(arguments.front(), names), listed(names)));
-    }
-  }
+  if (!arguments.empty()) expectKnown(app, arguments.front());
   std::reverse(arguments.begin(), arguments.end());
   try {
     app.parse(arguments);

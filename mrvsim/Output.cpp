@@ -153,8 +153,7 @@ void Output::openBeside(int mode) {
 void Output::write(std::string_view text) {
   held_ += text;
   // What is appended to a file is appended all at once, by `commit`.
-  const bool isAppended = mode_ == Mode::kAppend && !target_.empty();
-  if (!isAppended && held_.size() >= kMostHeld) writeHeld();
+  if (!isAppended() && held_.size() >= kMostHeld) writeHeld();
 }
 
 void Output::flush() {
@@ -180,13 +179,15 @@ void Output::checkedClose() {
   if (close(descriptor_.release()) != 0 && errno != EINTR) fail(errno);
 }
 
-void Output::commit() {
-  if (mode_ == Mode::kAppend && !target_.empty()) {
-    appendToFile();
-    return;
-  }
+void Output::prepare() {
+  if (isAppended() || descriptor_.get() < 0) return;
   writeHeld();
   checkedClose();
+}
+
+void Output::commit() {
+  prepare();
+  if (isAppended()) appendToFile();
   if (!temporary_.empty()) replaceFile();
 }
 

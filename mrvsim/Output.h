@@ -45,7 +45,11 @@ class Output {
   /// Writes what is still held back to an output that is written directly. Throws BadOutput.
   void flush();
 
-  /// Writes everything and closes the output; a file gets its new content now. Throws BadOutput.
+  /// Writes everything that `commit` can no longer take back, or that shows whether it will
+  /// succeed: all but the last step for a file. Throws BadOutput.
+  void prepare();
+
+  /// Does the rest: a file gets its new content now. Throws BadOutput.
   void commit();
 
  private:
@@ -55,6 +59,7 @@ class Output {
   void replaceFile();
   void appendToFile();
   void writeAll(const std::string& text);
+  bool isAppended() const { return mode_ == Mode::kAppend && !target_.empty(); }
   void checkedClose();
   [[noreturn]] void fail(int error, const std::string& what = "cannot be written") const;
 

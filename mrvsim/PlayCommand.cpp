@@ -1,12 +1,12 @@
 #include "mrvsim/PlayCommand.h"
 
 #include <cxxabi.h>
+#include <fcntl.h>
 #include <fmt/format.h>
+#include <unistd.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <cstdlib>
-#include <cstring>
 #include <exception>
 #include <filesystem>
 #include <memory>
@@ -16,6 +16,7 @@
 
 #include "mrvsim/ExitStatus.h"
 #include "mrvsim/Output.h"
+#include "mrvsim/PluginFile.h"
 #include "simulator/base/Log.h"
 #include "simulator/loader/PluginModule.h"
 #include "simulator/scenario/OutputCapture.h"
@@ -36,7 +37,7 @@ constexpr char kSummary = 'S';
 constexpr char kLostMotion = 'M';
 constexpr char kMisuse = 'u';
 constexpr char kCannotPlay = 'E';  ///< the reason
-constexpr char kThrew = 'T';       ///< what the plug-in threw
+constexpr char kBroke = 'B';       ///< what the plug-in did that ends the play
 
 /// The name of a type as in a program.
 std::string typeName(const std::type_info& type) {
@@ -85,16 +86,19 @@ class Performance {
       load();
       scenario_.eachStep([this](const Step& step, const StepPlace& place) { take(step, place); });
       unload();
-    } catch (const PluginThrew& thrown) {
+    } catch (const PluginBroke& broke) {
       finishLog();
-      channel_.send(kThrew, thrown.what);
+      channel_.send(kBroke, broke.what);
     } catch (const std::exception& error) {
-      channel_.send(kCannotPlay, error.what());
+      // Reading the scenario fails if the plug-in has closed everything that was open.
+      const bool closed = fcntl(STDIN_FILENO, F_GETFD) < 0;
+      closed ? channel_.send(kBroke, "closed the files of its host")
+             : channel_.send(kCannotPlay, error.what());
     }
   }
 
  private:
-  struct PluginThrew {
+  struct PluginBroke {
     std::string what;
   };
 
@@ -132,7 +136,8 @@ class Performance {
     try {
       call();
     } catch (...) {
-      throw PluginThrew{describeException()};
+      throw PluginBroke{
+          fmt::format("threw {} through its entry point or a handler", describeException())};
     }
   }
 
@@ -180,11 +185,14 @@ class Play {
   int run() {
     for (const auto& scenario : scenarios_) play(*scenario);
     openOutputs();
-    if (log_) log_->commit();
+    // Nothing that can still be taken back is done before all that can fail.
+    if (log_) log_->prepare();
     if (summary_) {
       summary_->write(summaries_);
       summary_->commit();
     }
+    if (log_) log_->commit();
+    if (!whatBroke_.empty()) complain(whatBroke_);
     return status_;
   }
 
@@ -196,10 +204,7 @@ class Play {
     for (const std::string& file : options_.scenarios) {
       scenarios_.push_back(std::make_unique<ScenarioFile>(file));
     }
-    if (access(plugin_.c_str(), R_OK) != 0) {
-      throw std::runtime_error(fmt::format("{}: the plug-in cannot be read: {}",
-                                           printableFile(plugin_), std::strerror(errno)));
-    }
+    expectPluginFile(plugin_);
   }
 
   void play(const ScenarioFile& scenario) {
@@ -211,10 +216,10 @@ class Play {
                            options_.timeout);
     const ProcessEnd end =
         process.watch([&](char kind, std::string_view text) { receive(scenario, kind, text); });
-    if (end.how != ProcessEnd::kFinished) {
-      pluginBroke(scenario, end, end.text(options_.timeout) + functionOf(end));
-    } else if (!failure_.empty()) {
+    if (!failure_.empty()) {
       pluginBroke(scenario, end, failure_);
+    } else if (end.how != ProcessEnd::kFinished) {
+      pluginBroke(scenario, end, end.text(options_.timeout) + functionOf(end));
     }
   }
 
@@ -245,8 +250,8 @@ class Play {
       case kMisuse:
         status_ = kMisused;
         break;
-      case kThrew:
-        failure_ = fmt::format("threw {} through its entry point or a handler", text);
+      case kBroke:
+        failure_ = text;
         break;
       default:
         throw std::runtime_error(std::string(text));
@@ -286,12 +291,13 @@ class Play {
     writeLog();
     const Milestone& at = end.milestone;
     if (at.phase == Milestone::kPlaying) {
-      complain(fmt::format("{}:{}:{}: /steps/{} ({}): the plug-in {}", scenario.name(), at.line,
-                           at.column, at.step, at.kind, what));
+      whatBroke_ = fmt::format("{}:{}:{}: /steps/{} ({}): the plug-in {}", scenario.name(), at.line,
+                               at.column, at.step, at.kind, what);
       return;
     }
     const char* const when = at.phase == Milestone::kUnloading ? "unloaded" : "loaded";
-    complain(fmt::format("{}: the plug-in {} while it was {}", printableFile(plugin_), what, when));
+    whatBroke_ =
+        fmt::format("{}: the plug-in {} while it was {}", printableFile(plugin_), what, when);
   }
 
   const PlayOptions& options_;
@@ -303,7 +309,8 @@ class Play {
   bool isLoaded_ = false;
   std::string earlyLog_;
   std::string summaries_;
-  std::string failure_;  ///< what the plug-in did wrong, if it did not end the process
+  std::string failure_;    ///< what the plug-in did wrong, if it did not end the process
+  std::string whatBroke_;  ///< the line about a plug-in that broke
   int status_ = kDone;
 };
 

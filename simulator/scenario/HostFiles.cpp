@@ -37,7 +37,7 @@ void writeFile(const std::filesystem::path& file, const std::string& bytes) {
   std::ofstream stream(file, std::ios::binary);
   stream << bytes;
   if (!stream.flush()) {
-    throw std::system_error(errno, std::generic_category(), file.string());
+    throw std::runtime_error(temporaryFailure("write the host's files"));
   }
 }
 

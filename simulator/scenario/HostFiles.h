@@ -34,8 +34,8 @@ std::string preferencesFile(bool zoomWithScrollWheel);
 std::string shortcutsFile(const std::vector<ShortcutRecord>& records, std::size_t position);
 
 /// Writes the host's files into a preferences folder, which is made if necessary; none if the
-/// version keeps no preferences file or the host has no zoom preference. Throws `std::system_error`
-/// if a file cannot be written.
+/// version keeps no preferences file or the host has no zoom preference. Throws
+/// `std::runtime_error` if a file cannot be written.
 void writeHostFiles(const HostSetup& host, const std::filesystem::path& preferences);
 
 /// A temporary home folder for the simulated Mac's user; the destructor removes it.

@@ -120,12 +120,11 @@ std::string inOurWords(const std::string& message) {
       {"; expected ':'", "expected a colon after the key"},
       {"; expected ']'", "expected a comma or the end of the list"},
       {"; expected '}'", "expected a comma or the end of the object"},
-      {"invalid literal", "JSON knows the words true, false and null, and no other outside quotes"},
   };
   for (const auto& [theirs, ours] : kWords) {
     if (message.find(theirs) != std::string::npos) return ours;
   }
-  return "expected a value";
+  return "expected a value: {, [, a number, true, false, null, or a text in double quotes";
 }
 
 /// Whether the fault is a byte inside a text rather than a whole token.
@@ -151,6 +150,9 @@ class Events {
       throw JsonError(begin, fmt::format("{} is beyond the numbers that can be held, which end at "
                                          "1.8e308",
                                          printable(token, 40)));
+    }
+    if (isCutOff(message) && cursor_.lastByte() == '\0') {
+      throw JsonError(cursor_.last(), "the document holds a zero byte");
     }
     if (cursor_.atEnd() && isCutOff(message)) {
       throw JsonError(cursor_.here(), "the document ends too early");
@@ -419,7 +421,8 @@ void readJson(const ByteSource& source, const JsonPieces& pieces) {
   PieceBuilder builder(cursor, pieces);
   parse(cursor, builder);
   // The parser takes a zero byte for the end.
-  if (!cursor.atEnd()) throw JsonError(cursor.last(), "something follows the end of the document");
+  const bool endsHere = cursor.atEnd() && cursor.lastByte() != '\0';
+  if (!endsHere) throw JsonError(cursor.last(), "the document holds a zero byte");
 }
 
 JsonPlace placeOf(const ByteSource& source, const std::string& pointer) {

@@ -74,7 +74,7 @@ const char* obstacleTo(const DeviceMessage& message, bool framework) {
            "is for";
   }
   const bool forOther = message.client && *message.client != theFramework().client();
-  return forOther ? "they were for another client" : nullptr;
+  return forOther ? "all of it was for another client" : nullptr;
 }
 
 const char* nameOf(Click click) {

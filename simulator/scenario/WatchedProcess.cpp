@@ -18,6 +18,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <ctime>
+#include <exception>
 #include <filesystem>
 #include <fstream>
 #include <new>
@@ -183,6 +184,8 @@ void WatchedProcess::runChild(const std::function<void(Channel&)>& work, pid_t p
   const rlimit noCore = {0, 0};
   setrlimit(RLIMIT_CORE, &noCore);
   recordCrashes(shared_->crash);
+  // The library's own handler would print a line.
+  std::set_terminate(std::abort);
   Channel channel(*shared_, out);
   work(channel);
   channel.flush();

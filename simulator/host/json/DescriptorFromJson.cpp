@@ -188,7 +188,9 @@ Form readForm(const Json& json, TypeIds& ids) {
       form.name = fields.text("value");
       break;
     default:
-      throw JsonFault{"/form", "is not a form of a reference"};
+      throw JsonFault{
+          "/form",
+          "is not a form of a reference; allowed: Clss, Enmr, Idnt, indx, rele, prop, name"};
   }
   fields.expectNoMore();
   return form;

@@ -1,5 +1,7 @@
 #include "simulator/host/json/JsonFields.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <string_view>
 
@@ -18,15 +20,10 @@ std::uint32_t codeOf(std::string_view text) {
   return code;
 }
 
-/// The ID, or nullopt if the JSON is not one.
-std::optional<std::uint32_t> idOf(const Json& json, TypeIds& ids) {
-  if (json.is_number_integer()) return integerInRange<std::uint32_t>(json);
-  if (!json.is_string()) return std::nullopt;
-  const std::string_view text = json.get_ref<const std::string&>();
-  if (text.starts_with('$')) {
-    return text.size() > 1 ? std::optional(ids.idOf(text.substr(1))) : std::nullopt;
-  }
-  return isCode(text) ? std::optional(codeOf(text)) : std::nullopt;
+std::uint32_t numericId(const Json& json) {
+  const auto id = integerInRange<std::uint32_t>(json);
+  if (!id) throw JsonFault{"", "must be from 0 to 4294967295 for an ID"};
+  return *id;
 }
 
 /// `name` as a step of a JSON pointer (RFC 6901).
@@ -47,11 +44,15 @@ std::string escaped(std::string_view name) {
 }  // namespace
 
 std::uint32_t readId(const Json& json, TypeIds& ids) {
-  if (const auto id = idOf(json, ids)) return *id;
+  if (json.is_number_integer()) return numericId(json);
+  if (json.is_string()) {
+    const std::string_view text = json.get_ref<const std::string&>();
+    if (text.size() > 1 && text.front() == '$') return ids.idOf(text.substr(1));
+    if (isCode(text)) return codeOf(text);
+  }
   throw JsonFault{
       "",
-      "must be an ID: \"$\" and a string ID, four ASCII characters, or an integer from 0 "
-      "to 4294967295"};
+      "must be an ID: four characters, \"$\" and a string ID, or an integer from 0 to 4294967295"};
 }
 
 JsonFields::JsonFields(const Json& object, TypeIds& ids) : object_(object), ids_(ids) {
@@ -77,7 +78,7 @@ std::uint32_t JsonFields::id(const char* name) const {
 std::uint32_t JsonFields::code(const char* name) const {
   const Json& json = at(name);
   if (!json.is_string() || !isCode(json.get_ref<const std::string&>())) {
-    throw JsonFault{place(name), "must be a four-character code"};
+    throw JsonFault{place(name), "must be a text of four ASCII characters"};
   }
   return codeOf(json.get_ref<const std::string&>());
 }
@@ -103,7 +104,8 @@ std::string JsonFields::text(const char* name) const {
 void JsonFields::expectNoMore() const {
   for (const auto& [name, value] : object_.items()) {
     if (std::find(read_.begin(), read_.end(), name) != read_.end()) continue;
-    throw JsonFault{"/" + escaped(name), "is an unknown field"};
+    throw JsonFault{"/" + escaped(name),
+                    fmt::format("is an unknown field; allowed here: {}", fmt::join(read_, ", "))};
   }
 }
 

@@ -3,6 +3,7 @@
 
 #include <concepts>
 #include <cstdint>
+#include <limits>
 #include <optional>
 #include <string>
 #include <utility>
@@ -46,9 +47,8 @@ class JsonFields {
   template <std::integral T>
   T integer(const char* name) const {
     const Json& json = at(name);
-    if (!json.is_number_integer()) throw JsonFault{place(name), "must be an integer"};
-    const auto value = integerInRange<T>(json);
-    if (!value) throw JsonFault{place(name), "is out of range"};
+    const auto value = json.is_number_integer() ? integerInRange<T>(json) : std::nullopt;
+    if (!value) throw JsonFault{place(name), needsInteger<T>()};
     return *value;
   }
 
@@ -56,6 +56,12 @@ class JsonFields {
   void expectNoMore() const;
 
  private:
+  template <std::integral T>
+  static std::string needsInteger() {
+    return "must be an integer from " + std::to_string(std::numeric_limits<T>::min()) + " to " +
+           std::to_string(std::numeric_limits<T>::max());
+  }
+
   static std::string place(const char* name) { return std::string("/") + name; }
 
   const Json& object_;

@@ -135,11 +135,16 @@ TEST_F(DescriptorJson, RestoresEveryKindOfID) {
 }
 
 TEST_F(DescriptorJson, ReportsWhatIsWrongWithAnID) {
-  for (const char* key : {R"("")", R"("Too")", R"("Tools")", R"("$")", R"("é€")", "-1",
-                          "4294967296", "1.5", "true", "null", "[]", "{}"}) {
+  for (const char* key : {R"("")", R"("Too")", R"("Tools")", R"("$")", R"("é€")", "1.5", "true",
+                          "null", "[]", "{}"}) {
     EXPECT_EQ(fault(R"([{"key": )" + std::string(key) + R"(, "type": "long", "value": 1}])"),
-              "/0/key: must be an ID: \"$\" and a string ID, four ASCII characters, or an integer "
-              "from 0 to 4294967295")
+              "/0/key: must be an ID: four characters, \"$\" and a string ID, or an integer from 0 "
+              "to 4294967295")
+        << key;
+  }
+  for (const char* key : {"-1", "4294967296"}) {
+    EXPECT_EQ(fault(R"([{"key": )" + std::string(key) + R"(, "type": "long", "value": 1}])"),
+              "/0/key: must be from 0 to 4294967295 for an ID")
         << key;
   }
 }
@@ -163,14 +168,14 @@ TEST_F(DescriptorJson, ReportsThePlaceAndReasonOfAFault) {
   EXPECT_EQ(fault(R"([{"type": "long", "value": 1}])"), "/0: lacks the field \"key\"");
   EXPECT_EQ(fault(R"([{"key": "KeyA", "value": 1}])"), "/0: lacks the field \"type\"");
   EXPECT_EQ(fault(R"([{"key": "KeyA", "type": "lon", "value": 1}])"),
-            "/0/type: must be a four-character code");
+            "/0/type: must be a text of four ASCII characters");
   EXPECT_EQ(fault(R"([{"key": "KeyA", "type": 7, "value": 1}])"),
-            "/0/type: must be a four-character code");
+            "/0/type: must be a text of four ASCII characters");
   EXPECT_EQ(fault(R"([{"key": "KeyA", "type": "long"}])"), "/0: lacks the field \"value\"");
   EXPECT_EQ(fault(R"([{"key": "KeyA", "type": "long", "value": 1, "a/b": 2}])"),
-            "/0/a~1b: is an unknown field");
+            "/0/a~1b: is an unknown field; allowed here: key, type, value");
   EXPECT_EQ(fault(R"([{"key": "KeyA", "type": "ObAr", "value": 1}])"),
-            "/0/value: is an unknown field");
+            "/0/value: is an unknown field; allowed here: key, type");
   EXPECT_EQ(fault(R"([{"key": "KeyA", "type": "bool", "value": true},
                       {"key": "KeyA", "type": "bool", "value": true}])"),
             "/1/key: occurs twice");
@@ -181,10 +186,12 @@ TEST_F(DescriptorJson, RequiresAValueOfTheItemsType) {
     return R"([{"key": "KeyA", "type": ")" + std::string(type) + R"(", "value": )" +
            std::string(value) + "}]";
   };
-  EXPECT_EQ(fault(item("long", "1.0")), "/0/value: must be an integer");
-  EXPECT_EQ(fault(item("long", "2147483648")), "/0/value: is out of range");
-  EXPECT_EQ(fault(item("long", "-2147483649")), "/0/value: is out of range");
-  EXPECT_EQ(fault(item("comp", "9223372036854775808")), "/0/value: is out of range");
+  const char* const kNotLong = "/0/value: must be an integer from -2147483648 to 2147483647";
+  EXPECT_EQ(fault(item("long", "1.0")), kNotLong);
+  EXPECT_EQ(fault(item("long", "2147483648")), kNotLong);
+  EXPECT_EQ(fault(item("long", "-2147483649")), kNotLong);
+  EXPECT_EQ(fault(item("comp", "9223372036854775808")),
+            "/0/value: must be an integer from -9223372036854775808 to 9223372036854775807");
   EXPECT_EQ(fault(item("doub", "\"1\"")), "/0/value: must be a number");
   EXPECT_EQ(fault(item("doub", "1")), "nothing wrong");
   EXPECT_EQ(fault(item("bool", "1")), "/0/value: must be true or false");
@@ -204,27 +211,28 @@ TEST_F(DescriptorJson, ReportsTheWholePathOfANestedFault) {
                         {"type": "Objc", "class": "Lyr ", "value": [
                           {"key": "KeyA", "type": "long", "value": 1},
                           {"key": "KeyB", "type": "long", "value": "x"}]}]}])"),
-            "/1/value/0/value/1/value: must be an integer");
+            "/1/value/0/value/1/value: must be an integer from -2147483648 to 2147483647");
   EXPECT_EQ(fault(R"([{"key": "KeyA", "type": "VlLs", "value": [{"key": "KeyA", "type": "bool",
                                                                  "value": true}]}])"),
-            "/0/value/0/key: is an unknown field");
+            "/0/value/0/key: is an unknown field; allowed here: type, value");
   EXPECT_EQ(fault(R"([{"key": "KeyA", "type": "Objc", "class": "Lyr ", "value": [], "x": 1}])"),
-            "/0/x: is an unknown field");
+            "/0/x: is an unknown field; allowed here: key, type, class, value");
   EXPECT_EQ(fault(R"([{"key": "KeyA", "type": "obj ", "value": [
                       {"form": "Clss", "class": "Lyr "}, {"form": "indx", "class": "Lyr ",
                                                           "value": -1}]}])"),
-            "/0/value/1/value: is out of range");
+            "/0/value/1/value: must be an integer from 0 to 4294967295");
 }
 
 TEST_F(DescriptorJson, ReportsWhatIsWrongWithAReference) {
   EXPECT_EQ(referenceFault("1"), ": must be a list of forms");
-  EXPECT_EQ(referenceFault(R"([{"form": "????", "class": "Lyr "}])"),
-            "/0/form: is not a form of a reference");
+  EXPECT_EQ(
+      referenceFault(R"([{"form": "????", "class": "Lyr "}])"),
+      "/0/form: is not a form of a reference; allowed: Clss, Enmr, Idnt, indx, rele, prop, name");
   EXPECT_EQ(referenceFault(R"([{"form": "Clss"}])"), "/0: lacks the field \"class\"");
   EXPECT_EQ(referenceFault(R"([{"form": "Clss", "class": "Lyr ", "value": 1}])"),
-            "/0/value: is an unknown field");
+            "/0/value: is an unknown field; allowed here: form, class");
   EXPECT_EQ(referenceFault(R"([{"form": "rele", "class": "Lyr ", "value": 2147483648}])"),
-            "/0/value: is out of range");
+            "/0/value: must be an integer from -2147483648 to 2147483647");
 }
 
 TEST_F(DescriptorJson, ReplacesBytesThatAreNotUtf8) {
