@@ -9,6 +9,7 @@
 #include "simulator/base/Log.h"
 #include "simulator/host/DocumentView.h"
 #include "simulator/host/Host.h"
+#include "simulator/host/actions/ActionFileHost.h"
 #include "simulator/macos/CFObjects.h"
 #include "simulator/macos/EventManager.h"
 #include "simulator/macos/Folders.h"
@@ -119,6 +120,9 @@ void Player::setUp(const TemporaryHome& home) {
   theHost().setVersion(setup.version);
   theHost().setTool(setup.tool);
   theHost().setBrush(setup.brush);
+  if (!setup.actions.empty()) {
+    loadActionFiles(setup.actions, theHost().model(), theHost().typeIds());
+  }
   keyboardLayout() = scenario_.layout;
   setKeyModifiers(scenario_.modifiers);
   WindowServer& server = theWindowServer();

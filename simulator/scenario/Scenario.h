@@ -34,6 +34,7 @@ struct HostSetup {
   MainWindow window = WindowSetup{};
   double screenHeight = 900;
   std::optional<double> redrawDelay;  ///< milliseconds; nullopt: no reaction by itself
+  std::vector<std::string> actions;   ///< action files; empty: the model's own actions
 };
 
 /// A device message; without `client` it goes to the registered client.

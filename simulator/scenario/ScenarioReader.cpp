@@ -5,12 +5,16 @@
 
 #include <algorithm>
 #include <cmath>
+#include <filesystem>
 #include <functional>
 #include <limits>
 #include <map>
 #include <set>
 #include <utility>
 
+#include "actionfiles/ActionFileError.h"
+#include "actionfiles/ActionFileReader.h"
+#include "actionfiles/ByteSource.h"
 #include "simulator/base/Log.h"
 #include "simulator/scenario/JsonFile.h"
 #include "simulator/scenario/Names.h"
@@ -178,7 +182,30 @@ std::uint32_t readModifiers(const Field& field) {
   return static_cast<std::uint32_t>(field.integer(0, kMost32));
 }
 
-HostSetup readHost(const Field& field) {
+/// Reads an action file to its end, which shows whether it can be loaded.
+void checkActionFile(const std::string& file) {
+  actionfiles::FileSource source(file);
+  actionfiles::ActionFileReader reader(source);
+  while (reader.nextAction() != nullptr) {
+    // Its steps are read with the next action.
+  }
+}
+
+/// The action files, whose names are relative to the scenario's folder.
+std::vector<std::string> readActionFiles(const Field& field, const std::filesystem::path& folder) {
+  std::vector<std::string> files;
+  for (const Field& name : field.elements()) {
+    files.push_back((folder / name.text()).string());
+    try {
+      checkActionFile(files.back());
+    } catch (const actionfiles::ActionFileError& error) {
+      name.fail(error.what());
+    }
+  }
+  return files;
+}
+
+HostSetup readHost(const Field& field, const std::filesystem::path& folder) {
   HostSetup host;
   const FieldReaders readers = {
       {"version", [&](const Field& value) { host.version = readVersion(value); }},
@@ -189,6 +216,7 @@ HostSetup readHost(const Field& field) {
       {"window", [&](const Field& value) { host.window = readWindow(value); }},
       {"screenHeight", [&](const Field& value) { host.screenHeight = value.number(0.0); }},
       {"redrawDelay", [&](const Field& value) { host.redrawDelay = readDelay(value); }},
+      {"actions", [&](const Field& value) { host.actions = readActionFiles(value, folder); }},
   };
   field.readMembers(readers);
   return host;
@@ -376,10 +404,12 @@ ReadStep readStep(const Field& field, std::int64_t before) {
 
 using StepReceiver = std::function<void(const Step&, const StepPlace&)>;
 
-/// Reads the document once: the steps go to `take`, everything else to `scenario`.
-void readDocument(const ByteSource& source, Scenario& scenario, const StepReceiver& take) {
+/// Reads the document once: the steps go to `take`, everything else to `scenario`. Names of action
+/// files are relative to `folder`.
+void readDocument(const ByteSource& source, const std::filesystem::path& folder, Scenario& scenario,
+                  const StepReceiver& take) {
   const FieldReaders readers = {
-      {"host", [&](const Field& value) { scenario.host = readHost(value); }},
+      {"host", [&](const Field& value) { scenario.host = readHost(value, folder); }},
       {"layout", [&](const Field& value) { scenario.layout = value.text(); }},
       {"mouse", [&](const Field& value) { scenario.mouse = readPoint(value); }},
       {"modifiers", [&](const Field& value) { scenario.modifiers = readModifiers(value); }},
@@ -413,7 +443,7 @@ std::string lineOf(const std::string& name, Position at, const std::string& reas
 void readDocument(const ByteSource& source, const std::string& name, Scenario& scenario,
                   const StepReceiver& take) {
   try {
-    readDocument(source, scenario, take);
+    readDocument(source, std::filesystem::path(name).parent_path(), scenario, take);
   } catch (const JsonError& error) {
     throw BadScenario(lineOf(name, error.position(), error.what()));
   } catch (const Fault& fault) {

@@ -50,6 +50,8 @@ const Broken kBroken[] = {
     {"window_of_three", R"({"host": {"window": {"content": [0, 0, 1]}}})",
      "/host/window/content: ", "[x, y, width, height]"},
     {"negative_delay", R"({"host": {"redrawDelay": -5}})", "/host/redrawDelay: ", "out of range"},
+    {"actions_text", R"({"host": {"actions": "a.atn"}})", "/host/actions: ", "must be a list"},
+    {"action_number", R"({"host": {"actions": [1]}})", "/host/actions/0: ", "must be a text"},
     {"mouse_text", R"({"mouse": ["a", 1]})", "/mouse/0: ", "must be a number"},
     {"modifiers_too_large", R"({"modifiers": 4294967296})", "/modifiers: ", "4294967295"},
     {"framework_text", R"({"framework": "yes"})", "/framework: ", "true or false"},
@@ -116,6 +118,25 @@ TEST(PlayCommandRefusal, NamesAMissingScenario) {
 
 TEST(PlayCommandRefusal, NamesAFolderGivenAsScenario) {
   expectOneLineThatSays(run({MRVSIM, "play", "/tmp"}), {"/tmp", "directory"});
+}
+
+TEST(PlayCommandRefusal, NamesAnActionFileThatIsNotInTheScenariosFolder) {
+  const TemporaryFolder folder;
+  const std::string scenario = folder.file("scenario.json");
+  testing_support::writeFile(scenario, R"({"host": {"actions": ["missing.atn"]}})");
+  expectOneLineThatSays(run({MRVSIM, "play", scenario}),
+                        {scenario + ": /host/actions/0: " + folder.file("missing.atn") +
+                         ": cannot be read: No such file"});
+}
+
+TEST(PlayCommandRefusal, NamesTheFaultOfABrokenActionFile) {
+  const TemporaryFolder folder;
+  const std::string scenario = folder.file("scenario.json");
+  testing_support::writeFile(scenario, R"({"host": {"actions": ["broken.atn"]}})");
+  testing_support::writeFile(folder.file("broken.atn"), std::string("\0\0\0\20\0\0", 6));
+  expectOneLineThatSays(run({MRVSIM, "play", scenario}),
+                        {scenario + ": /host/actions/0: " + folder.file("broken.atn") +
+                         ": at byte 4: a number of UTF-16 units is expected, found the end"});
 }
 
 TEST(PlayCommandRefusal, NamesAnUnwritableLog) {

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "platform/host/PIActions.h"
+#include "simulator/host/model/Values.h"
 
 namespace simulator {
 
@@ -40,12 +41,23 @@ struct Document {
   std::vector<std::string> history = {"Open"};
 };
 
-/// An action. Playing it fails with `error` if that is not 0, else puts `message` into the result.
+/// A recorded step of an action.
+struct RecordedStep {
+  DescriptorEventID event = 0;
+  std::string name = {};  ///< of the command; may be empty
+  bool enabled = true;
+  PIDialogPlayOptions dialog = 0;   ///< as recorded
+  NestedContainer parameters = {};  ///< null: none
+};
+
+/// An action. Playing it fails with `error` if that is not 0, else plays its steps and puts
+/// `message` into the result.
 struct Action {
   std::uint32_t id = 1;
   std::string name;
   std::optional<std::string> message = {};
   OSErr error = 0;
+  std::vector<RecordedStep> steps = {};
 };
 
 struct ActionSet {

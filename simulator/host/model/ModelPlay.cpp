@@ -1,8 +1,10 @@
 #include "simulator/host/model/ModelPlay.h"
 
 #include <algorithm>
+#include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "simulator/host/model/HostErrors.h"
 #include "simulator/host/model/ModelQuery.h"
@@ -13,6 +15,7 @@ namespace {
 
 constexpr double kSmallestBrush = 1.0;
 constexpr double kLargestBrush = 5000.0;
+constexpr std::size_t kDeepestPlay = 64;
 
 template <class T>
 const T& parameter(const Container& parameters, DescriptorKeyID key) {
@@ -76,32 +79,84 @@ void recordInHistory(Model& model, const std::string& name) {
   document.dirty = true;
 }
 
-ContainerPtr playAction(Model& model, const Container& parameters) {
-  const Action& action = namedAction(model, parameter<Reference>(parameters, kKeyTarget));
-  if (action.error != 0) throw CallError{action.error};
-  auto result = std::make_shared<Container>();
-  if (action.message) result->put(kKeyMessage, {kTypeText, Text{*action.message}});
-  recordInHistory(model, action.name);
-  return result;
+/// The code of an event that a string ID names; other events are returned as they are.
+DescriptorEventID eventCode(DescriptorEventID event, const TypeIds& ids) {
+  const std::string* name = ids.stringOf(event);
+  if (name == nullptr) return event;
+  if (*name == "set") return kEventSet;
+  if (*name == "select") return kEventSelect;
+  if (*name == "play") return kEventPlay;
+  return event;
 }
+
+/// Plays an event, and the actions and steps that it leads to.
+class Playback {
+ public:
+  Playback(Model& model, TypeIds& ids, const StepObserver& observe)
+      : model_(model), ids_(ids), observe_(observe) {}
+
+  ContainerPtr play(DescriptorEventID event, const Container& parameters) {
+    switch (eventCode(event, ids_)) {
+      case kEventSet:
+        setBrush(model_, parameters, ids_);
+        break;
+      case kEventSelect:
+        selectTool(model_, parameters, ids_);
+        break;
+      case kEventPlay:
+        return playAction(namedAction(model_, parameter<Reference>(parameters, kKeyTarget)));
+      default:
+        throw CallError{kCommandNotAvailable};
+    }
+    return std::make_shared<Container>();
+  }
+
+ private:
+  ContainerPtr playAction(const ActionInSet& target) {
+    const Action& action = target.action;
+    if (action.error != 0) throw CallError{action.error};
+    const bool playsItself = std::find(open_.begin(), open_.end(), &action) != open_.end();
+    if (playsItself || open_.size() == kDeepestPlay) throw CallError{kCommandNotAvailable};
+    open_.push_back(&action);
+    for (std::size_t i = 0; i < action.steps.size(); ++i) playStep(target, i);
+    open_.pop_back();
+    auto result = std::make_shared<Container>();
+    if (action.message) result->put(kKeyMessage, {kTypeText, Text{*action.message}});
+    recordInHistory(model_, action.name);
+    return result;
+  }
+
+  void playStep(const ActionInSet& target, std::size_t index) {
+    const RecordedStep& step = target.action.steps[index];
+    if (!step.enabled) return;
+    const OSErr result = resultOf(step);
+    if (observe_) observe_({target.set, target.action, index, result});
+    if (result != 0 && result != kCommandNotAvailable) throw CallError{result};
+  }
+
+  OSErr resultOf(const RecordedStep& step) {
+    static const Container kNone;
+    const std::size_t depth = open_.size();
+    try {
+      play(step.event, step.parameters ? *step.parameters : kNone);
+      return 0;
+    } catch (const CallError& failure) {
+      open_.resize(depth);
+      return static_cast<OSErr>(failure.error);
+    }
+  }
+
+  Model& model_;
+  TypeIds& ids_;
+  const StepObserver& observe_;
+  std::vector<const Action*> open_;  ///< the actions being played, each by the one before
+};
 
 }  // namespace
 
 ContainerPtr playEvent(Model& model, DescriptorEventID event, const Container& parameters,
-                       TypeIds& ids) {
-  switch (event) {
-    case kEventSet:
-      setBrush(model, parameters, ids);
-      break;
-    case kEventSelect:
-      selectTool(model, parameters, ids);
-      break;
-    case kEventPlay:
-      return playAction(model, parameters);
-    default:
-      throw CallError{kCommandNotAvailable};
-  }
-  return std::make_shared<Container>();
+                       TypeIds& ids, const StepObserver& observe) {
+  return Playback(model, ids, observe).play(event, parameters);
 }
 
 }  // namespace simulator

@@ -259,10 +259,10 @@ ContainerPtr answerGet(const Model& model, const Reference& reference, TypeIds& 
   return answer;
 }
 
-const Action& namedAction(const Model& model, const Reference& reference) {
+ActionInSet namedAction(const Model& model, const Reference& reference) {
   const Target target = resolve(model, reference);
   if (target.action == nullptr) throw CallError{kNoSuchObject};
-  return *target.action;
+  return {*target.set, *target.action};
 }
 
 }  // namespace simulator

@@ -12,8 +12,13 @@ namespace simulator {
 /// errMissingParameter if it lacks the property.
 ContainerPtr answerGet(const Model& model, const Reference& reference, TypeIds& ids);
 
+struct ActionInSet {
+  const ActionSet& set;
+  const Action& action;
+};
+
 /// The action that a reference to an action in its set names. Throws CallError: kNoSuchObject if it
 /// does not exist.
-const Action& namedAction(const Model& model, const Reference& reference);
+ActionInSet namedAction(const Model& model, const Reference& reference);
 
 }  // namespace simulator

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "simulator/base/Text.h"
+
 namespace simulator {
 
 namespace {
@@ -105,6 +107,21 @@ void Container::clear() {
   entries.clear();
   places_.clear();
   indexed_ = 0;
+}
+
+bool ExactUnits::operator==(const ExactUnits& other) const {
+  if (units_ == nullptr || other.units_ == nullptr) return units_ == other.units_;
+  return *units_ == *other.units_;
+}
+
+Text textFrom(std::u16string_view units) {
+  Text text{utf8From(units)};
+  if (utf16From(text.utf8) != units) text.exact = ExactUnits(std::u16string(units));
+  return text;
+}
+
+std::u16string unitsOf(std::string_view utf8, const ExactUnits& exact) {
+  return exact.get() != nullptr ? *exact.get() : utf16From(utf8);
 }
 
 const NestedContainer* nested(const Item& item) {

@@ -7,7 +7,9 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <unordered_map>
+#include <utility>
 #include <variant>
 #include <vector>
 
@@ -19,6 +21,21 @@ struct Container;
 using ContainerPtr = std::shared_ptr<Container>;
 using NestedContainer = std::shared_ptr<const Container>;
 
+/// The UTF-16 units of a text that UTF-8 cannot encode because a surrogate has no partner; null for
+/// every other text. Equal if the units are.
+class ExactUnits {
+ public:
+  ExactUnits() = default;
+  explicit ExactUnits(std::u16string units)
+      : units_(std::make_shared<const std::u16string>(std::move(units))) {}
+
+  const std::u16string* get() const { return units_.get(); }
+  bool operator==(const ExactUnits& other) const;
+
+ private:
+  std::shared_ptr<const std::u16string> units_;
+};
+
 /// One form of a reference. `form` determines which members are in use.
 struct Form {
   DescriptorFormID form = 0;
@@ -26,6 +43,7 @@ struct Form {
   DescriptorEnumTypeID enumType = 0;  ///< of kFormEnumerated
   std::uint32_t value = 0;            ///< enumeration value, key, index, identifier or offset
   std::string name = {};              ///< of kFormName
+  ExactUnits exactName = {};          ///< with U+FFFD in `name` in place of a lone surrogate
 
   bool operator==(const Form&) const = default;
 };
@@ -60,9 +78,9 @@ struct List {
   NestedContainer content;
 };
 
-/// UTF-8.
 struct Text {
   std::string utf8;
+  ExactUnits exact = {};  ///< with U+FFFD in `utf8` in place of a lone surrogate
   bool operator==(const Text&) const = default;
 };
 
@@ -119,6 +137,12 @@ struct Container {
   mutable std::size_t indexed_ = 0;
   mutable std::size_t lastFound_ = 0;
 };
+
+/// Text from UTF-16; `exact` is set if needed.
+Text textFrom(std::u16string_view units);
+
+/// The UTF-16 units of a text.
+std::u16string unitsOf(std::string_view utf8, const ExactUnits& exact);
 
 /// The container of an object or list item; null for all other items.
 const NestedContainer* nested(const Item& item);

@@ -61,6 +61,25 @@ NestedContainer parametersOf(PIActionDescriptor descriptor, const char* procedur
   return hostState().descriptors.at(descriptor, procedure);
 }
 
+Json jsonOf(const NestedContainer& parameters) {
+  return parameters ? descriptorToJson(*parameters, hostState().ids) : Json(nullptr);
+}
+
+/// Logs a step that the host played as part of an action.
+void logStep(const PlayedStep& played) {
+  if (!theLog().enabled()) return;
+  const RecordedStep& step = played.action.steps[played.step];
+  Json line = Json::object();
+  line["event"] = idText(step.event);
+  line["descriptor"] = jsonOf(step.parameters);
+  line["dialog"] = step.dialog;
+  line["result"] = played.result;
+  line["recorded"] = {{"set", wellFormed(played.set.name)},
+                      {"action", wellFormed(played.action.name)},
+                      {"step", played.step + 1}};
+  theLog().write("play", std::move(line));
+}
+
 OSErr play(const char* procedure, PIActionDescriptor* result, DescriptorEventID event,
            PIActionDescriptor descriptor, PIDialogPlayOptions dialog) {
   HostState& state = hostState();
@@ -75,7 +94,8 @@ OSErr play(const char* procedure, PIActionDescriptor* result, DescriptorEventID 
   const OSErr error = call(procedure, [&] {
     PIActionDescriptor& place = destination(result);
     const NestedContainer parameters = parametersOf(descriptor, procedure);
-    place = state.descriptors.add(playEvent(state.model, event, *parameters, state.ids), procedure);
+    place = state.descriptors.add(playEvent(state.model, event, *parameters, state.ids, logStep),
+                                  procedure);
   });
   line["result"] = error;
   theLog().write("play", std::move(line));

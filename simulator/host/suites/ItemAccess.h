@@ -8,7 +8,6 @@
 #include <utility>
 #include <variant>
 
-#include "simulator/base/Text.h"
 #include "simulator/host/model/HostCall.h"
 #include "simulator/host/suites/Suites.h"
 #include "simulator/macos/Aliases.h"
@@ -130,7 +129,7 @@ OSErr putText(const char* procedure, Slot slot, const char* text) {
 template <class Slot>
 OSErr putString(const char* procedure, Slot slot, ASZString string) {
   return putMade(procedure, slot, kTypeText,
-                 [&] { return Text{utf8From(hostState().strings.at(string, procedure).text)}; });
+                 [&] { return textFrom(hostState().strings.at(string, procedure).text); });
 }
 
 template <class Slot>
@@ -228,7 +227,8 @@ OSErr getText(const char* procedure, Slot slot, char* text, uint32 maxLength) {
 template <class Slot>
 OSErr getString(const char* procedure, Slot slot, ASZString* string) {
   return getItem<Text>(procedure, slot, [&](const Text& item) {
-    handOut(string, [&] { return hostState().strings.add({utf16From(item.utf8)}, procedure); });
+    handOut(string,
+            [&] { return hostState().strings.add({unitsOf(item.utf8, item.exact)}, procedure); });
   });
 }
 

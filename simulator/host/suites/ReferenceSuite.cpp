@@ -3,7 +3,6 @@
 #include <cstring>
 #include <utility>
 
-#include "simulator/base/Text.h"
 #include "simulator/host/model/HostCall.h"
 #include "simulator/host/suites/Suites.h"
 
@@ -117,16 +116,21 @@ OSErr putNameString(const char* procedure, PIActionReference reference,
                     DescriptorClassID desiredClass, ASZString name) {
   return call(procedure, [&] {
     HostState& state = hostState();
-    std::string text = utf8From(state.strings.at(name, procedure).text);
+    Text text = textFrom(state.strings.at(name, procedure).text);
     state.references.at(reference, procedure)
-        .push_back({.form = kFormName, .desiredClass = desiredClass, .name = std::move(text)});
+        .push_back({.form = kFormName,
+                    .desiredClass = desiredClass,
+                    .name = std::move(text.utf8),
+                    .exactName = std::move(text.exact)});
   });
 }
 
 OSErr getNameString(const char* procedure, PIActionReference reference, ASZString* name) {
   return call(procedure, [&] {
     const Form& form = first(reference, kFormName, procedure);
-    handOut(name, [&] { return hostState().strings.add({utf16From(form.name)}, procedure); });
+    handOut(name, [&] {
+      return hostState().strings.add({unitsOf(form.name, form.exactName)}, procedure);
+    });
   });
 }
 
