@@ -1,11 +1,14 @@
-// File URLs, data, and bookmarks.
+// Data, and bookmarks.
 #include "simulator/macos/Bookmarks.h"
 
-#include <cstring>
+#include <fmt/format.h>
+
 #include <filesystem>
 #include <string_view>
 
+#include "simulator/base/Log.h"
 #include "simulator/macos/CFObjects.h"
+#include "simulator/macos/FileURLs.h"
 
 namespace simulator {
 
@@ -18,13 +21,14 @@ bool exists(const std::string& path) {
   return std::filesystem::exists(path, error);
 }
 
+bool isFolder(const std::string& path) {
+  std::error_code error;
+  return std::filesystem::is_directory(path, error);
+}
+
 CFDataRef makeData(std::string_view bytes) {
   return static_cast<CFDataRef>(
       theCFObjects().make(CFBytes{std::vector<std::uint8_t>(bytes.begin(), bytes.end())}));
-}
-
-CFURLRef makeURL(std::string path) {
-  return static_cast<CFURLRef>(theCFObjects().make(CFUrl{std::move(path)}));
 }
 
 }  // namespace
@@ -43,28 +47,19 @@ std::optional<std::string> pathOfBookmark(CFDataRef bookmark) {
 using namespace simulator;
 
 CFDataRef CFDataCreate(CFAllocatorRef, const UInt8* bytes, CFIndex length) {
+  if (length < 0) {
+    theLog().misuse(fmt::format("CFDataCreate: {} bytes", length));
+    return nullptr;
+  }
   return makeData({reinterpret_cast<const char*>(bytes), static_cast<std::size_t>(length)});
-}
-
-CFURLRef CFURLCreateFromFileSystemRepresentation(CFAllocatorRef, const UInt8* buffer,
-                                                 CFIndex bufLen, Boolean) {
-  if (bufLen <= 0) return nullptr;
-  const std::string path(reinterpret_cast<const char*>(buffer), static_cast<std::size_t>(bufLen));
-  return makeURL(std::filesystem::absolute(path).string());
-}
-
-Boolean CFURLGetFileSystemRepresentation(CFURLRef url, Boolean, UInt8* buffer, CFIndex maxBufLen) {
-  if (url == nullptr) return false;
-  const auto known = theCFObjects().get<CFUrl>(url, "CFURLGetFileSystemRepresentation");
-  if (!known || static_cast<CFIndex>(known->path.size()) >= maxBufLen) return false;
-  std::memcpy(buffer, known->path.c_str(), known->path.size() + 1);
-  return true;
 }
 
 CFDataRef CFURLCreateBookmarkData(CFAllocatorRef, CFURLRef url, CFURLBookmarkCreationOptions,
                                   CFArrayRef, CFURLRef, CFErrorRef*) {
   const auto known = theCFObjects().get<CFUrl>(url, "CFURLCreateBookmarkData");
-  return known && exists(known->path) ? makeBookmark(known->path) : nullptr;
+  if (!known) return nullptr;
+  const std::string path = absolutePathOf(*known);
+  return exists(path) ? makeBookmark(path) : nullptr;
 }
 
 CFURLRef CFURLCreateByResolvingBookmarkData(CFAllocatorRef, CFDataRef bookmark,
@@ -73,5 +68,5 @@ CFURLRef CFURLCreateByResolvingBookmarkData(CFAllocatorRef, CFDataRef bookmark,
   const auto path = bookmark != nullptr ? pathOfBookmark(bookmark) : std::nullopt;
   if (!path || !exists(*path)) return nullptr;
   if (isStale != nullptr) *isStale = false;
-  return makeURL(*path);
+  return makeFileURL(*path, isFolder(*path));
 }

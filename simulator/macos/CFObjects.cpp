@@ -6,6 +6,7 @@
 #include <map>
 
 #include "simulator/base/Log.h"
+#include "simulator/base/Text.h"
 
 namespace simulator {
 
@@ -72,8 +73,8 @@ CFObjects& theCFObjects() {
   return objects;
 }
 
-CFStringRef makeCFString(std::string utf8) {
-  return static_cast<CFStringRef>(theCFObjects().make(CFText{std::move(utf8)}));
+CFStringRef makeCFString(const std::string& utf8) {
+  return static_cast<CFStringRef>(theCFObjects().make(CFText{utf16From(utf8)}));
 }
 
 CFStringRef constantCFString(const std::string& utf8) {
@@ -81,7 +82,7 @@ CFStringRef constantCFString(const std::string& utf8) {
   static auto& constants = *new std::map<std::string, CFTypeRef>;
   const std::lock_guard lock(mutex);
   CFTypeRef& constant = constants[utf8];
-  if (constant == nullptr) constant = theCFObjects().makeConstant(CFText{utf8});
+  if (constant == nullptr) constant = theCFObjects().makeConstant(CFText{utf16From(utf8)});
   return static_cast<CFStringRef>(constant);
 }
 

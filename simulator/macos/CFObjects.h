@@ -16,11 +16,14 @@
 namespace simulator {
 
 struct CFText {
-  std::string utf8;
+  std::u16string units;  ///< not necessarily well-formed
 };
 
+/// The URL of a file or folder.
 struct CFUrl {
-  std::string path;  ///< absolute POSIX path
+  std::string path;  ///< ends with a slash if it is the path of a folder
+  std::string base;  ///< the folder, with a slash, from which a relative path starts; or empty
+  bool isDirectory = false;
 };
 
 struct CFBytes {
@@ -114,7 +117,7 @@ class CFObjects {
 CFObjects& theCFObjects();
 
 /// Makes a string with one reference, which the caller releases.
-CFStringRef makeCFString(std::string utf8);
+CFStringRef makeCFString(const std::string& utf8);
 
 /// A constant string; equal texts give the same object.
 CFStringRef constantCFString(const std::string& utf8);

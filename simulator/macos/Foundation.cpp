@@ -1,10 +1,13 @@
 // Foundation's system log and search paths, and the arrays that hold the paths.
+#include <fmt/format.h>
+
 #include <cstdarg>
 #include <cstdio>
 #include <map>
 
 #include "platform/foundation/FoundationCalls.h"
 #include "simulator/base/Log.h"
+#include "simulator/base/Text.h"
 #include "simulator/macos/CFObjects.h"
 #include "simulator/macos/Folders.h"
 
@@ -48,7 +51,7 @@ void NSLog(CFStringRef format, ...) {
   if (!text) return;
   va_list arguments;
   va_start(arguments, format);
-  theLog().write("syslog", {{"text", formatted(text->utf8, arguments)}});
+  theLog().write("syslog", {{"text", formatted(utf8From(text->units), arguments)}});
   va_end(arguments);
 }
 
@@ -68,5 +71,9 @@ CFIndex CFArrayGetCount(CFArrayRef theArray) {
 
 const void* CFArrayGetValueAtIndex(CFArrayRef theArray, CFIndex idx) {
   const auto list = theCFObjects().get<CFList>(theArray, "CFArrayGetValueAtIndex");
-  return list ? list->values.at(static_cast<std::size_t>(idx)) : nullptr;
+  if (!list) return nullptr;
+  const auto index = static_cast<std::size_t>(idx);  // a negative index becomes an enormous one
+  if (index < list->values.size()) return list->values[index];
+  theLog().misuse(fmt::format("CFArrayGetValueAtIndex: the array has no value {}", idx));
+  return nullptr;
 }

@@ -7,8 +7,9 @@
 
 namespace simulator {
 
-/// Converts UTF-8 to Mac Roman; nullopt if a character does not exist in Mac Roman or `utf8` is
-/// malformed. [any-thread]
-std::optional<std::string> macRomanFromUtf8(std::string_view utf8);
+/// Converts UTF-16 to Mac Roman; nullopt if a character does not exist in Mac Roman. A letter and
+/// the combining accent after it become one byte if Mac Roman has the accented letter.
+/// [any-thread]
+std::optional<std::string> macRomanFrom(std::u16string_view utf16);
 
 }  // namespace simulator

@@ -23,6 +23,7 @@ using CFURLBookmarkResolutionOptions = CFOptionFlags;
 struct FSRef;
 
 enum : CFStringEncoding { kCFStringEncodingMacRoman = 0, kCFStringEncodingUTF8 = 0x08000100 };
+enum : CFIndex { kCFNotFound = -1 };
 enum : CFIndex { kCFURLPOSIXPathStyle = 0 };
 enum : CFURLBookmarkResolutionOptions {
   kCFURLBookmarkResolutionWithoutUIMask = 1UL << 8,
@@ -38,14 +39,16 @@ extern const CFAllocatorRef kCFAllocatorDefault;
 void CFRelease(CFTypeRef cf);
 
 /// Copies the text with a terminating zero byte into `buffer` of `bufferSize` bytes. Returns false,
-/// with the buffer's contents undefined, if it does not fit or cannot be converted to `encoding`.
+/// with an empty text in the buffer, if it does not fit or cannot be converted to `encoding`: UTF-8
+/// has no lone surrogates. REQUIRES: `bufferSize` is at least 2, unless the text is empty.
 Boolean CFStringGetCString(CFStringRef theString, char* buffer, CFIndex bufferSize,
                            CFStringEncoding encoding);
 
 /// The URL of the file or folder `fsRef`; null if there is none.
 CFURLRef CFURLCreateFromFSRef(CFAllocatorRef allocator, const struct FSRef* fsRef);
 
-/// The path of a URL in the given style, without a trailing slash.
+/// The path of a URL in the given style, without a trailing slash. The path of a relative URL stays
+/// relative. Null if the path is not UTF-8.
 CFStringRef CFURLCopyFileSystemPath(CFURLRef anURL, CFURLPathStyle pathStyle);
 
 /// The constant string for a literal; equal texts give the same object.
@@ -58,7 +61,8 @@ CFStringRef CFStringCreateWithCharacters(CFAllocatorRef alloc, const UniChar* ch
 /// The length of a string in UTF-16 code units.
 CFIndex CFStringGetLength(CFStringRef theString);
 
-/// The maximum size in bytes, without a terminator, of `length` UTF-16 code units in `encoding`.
+/// The maximum size in bytes, without a terminator, of `length` UTF-16 code units in `encoding`;
+/// kCFNotFound if it exceeds the range of a CFIndex.
 CFIndex CFStringGetMaximumSizeForEncoding(CFIndex length, CFStringEncoding encoding);
 
 /// Makes a data object with a copy of `length` bytes.
@@ -71,12 +75,14 @@ CFIndex CFArrayGetCount(CFArrayRef theArray);
 const void* CFArrayGetValueAtIndex(CFArrayRef theArray, CFIndex idx);
 
 /// Makes a file URL from a path of `bufLen` bytes. A relative path is resolved against the working
-/// directory. Returns null for an empty path.
+/// directory. The path of a file loses its trailing slashes. Returns null for a path that is empty
+/// or contains a zero byte before its end.
 CFURLRef CFURLCreateFromFileSystemRepresentation(CFAllocatorRef allocator, const UInt8* buffer,
                                                  CFIndex bufLen, Boolean isDirectory);
 
-/// Copies the URL's path with a terminating zero byte. Returns false if `url` is null or not a file
-/// URL, or if the path does not fit into `maxBufLen` bytes.
+/// Copies the URL's path with a terminating zero byte. Returns false, with undefined contents, if
+/// `url` is null or not a file URL, or if the path does not fit into `maxBufLen` bytes. An absolute
+/// path that takes exactly `maxBufLen` bytes fits, but gets no terminator.
 Boolean CFURLGetFileSystemRepresentation(CFURLRef url, Boolean resolveAgainstBase, UInt8* buffer,
                                          CFIndex maxBufLen);
 
