@@ -5,7 +5,9 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
-#include <vector>
+#include <limits>
+#include <optional>
+#include <string>
 
 #include "hostutil/CFObject.h"
 #include "hostutil/Strings.h"
@@ -32,26 +34,44 @@ OwnedURL makeFileURL(const char* path) {
       kCFAllocatorDefault, reinterpret_cast<const UInt8*>(path), length, false));
 }
 
-/// The text in UTF-8 with its terminator; empty text if it cannot be converted.
-std::vector<char> utf8(CFStringRef text) {
+/// In bytes. No file system has longer paths.
+constexpr CFIndex kLongestPath = 1 << 20;
+
+/// The path in UTF-8; nullopt if its length cannot be that of a path, or if it cannot be converted.
+std::optional<std::string> utf8(CFStringRef path) {
   const CFIndex size =
-      CFStringGetMaximumSizeForEncoding(CFStringGetLength(text), kCFStringEncodingUTF8) + 1;
-  std::vector<char> bytes(static_cast<std::size_t>(size));
-  if (!CFStringGetCString(text, bytes.data(), size, kCFStringEncodingUTF8)) bytes.front() = '\0';
-  return bytes;
+      CFStringGetMaximumSizeForEncoding(CFStringGetLength(path), kCFStringEncodingUTF8);
+  if (size < 0 || size > kLongestPath) return std::nullopt;
+  std::string bytes(static_cast<std::size_t>(size) + 1, '\0');
+  if (!CFStringGetCString(path, bytes.data(), size + 1, kCFStringEncodingUTF8)) return std::nullopt;
+  return bytes.c_str();
+}
+
+/// The greatest `Integer` that does not exceed the bytes of a buffer.
+template <class Integer>
+Integer sizeAs(std::size_t size) {
+  constexpr std::size_t kGreatest = std::numeric_limits<Integer>::max();
+  return static_cast<Integer>(std::min(size, kGreatest));
 }
 
 CFStringRef desktopFolder() {
   const CFArrayRef paths =
       NSSearchPathForDirectoriesInDomains(NSDesktopDirectory, NSUserDomainMask, true);
-  if (paths == nullptr || CFArrayGetCount(paths) == 0) return nullptr;
+  if (paths == nullptr || CFArrayGetCount(paths) < 1) return nullptr;
   return static_cast<CFStringRef>(CFArrayGetValueAtIndex(paths, 0));
 }
 
-void copyLimited(const char* text, char* out, std::size_t size) {
-  const std::size_t length = std::min(std::strlen(text), size - 1);
-  std::memcpy(out, text, length);
+void copyLimited(const std::string& text, char* out, std::size_t size) {
+  const std::size_t length = std::min(text.size(), size - 1);
+  std::memcpy(out, text.data(), length);
   out[length] = '\0';
+}
+
+/// The path of `url` with a terminator. The platform leaves the terminator out if the path takes
+/// the whole buffer; the path then does not fit.
+bool copyPath(CFURLRef url, char* path, std::size_t size) {
+  return CFURLGetFileSystemRepresentation(url, true, asBytes(path), sizeAs<CFIndex>(size)) &&
+         std::memchr(path, '\0', size) != nullptr;
 }
 
 }  // namespace
@@ -62,7 +82,7 @@ void AliasToFullPath(AliasHandle alias, char* path, std::size_t size) {
   FSRef target;
   Boolean wasChanged = 0;
   if (FSResolveAlias(nullptr, alias, &target, &wasChanged) != noErr) return;
-  if (FSRefMakePath(&target, asBytes(path), static_cast<UInt32>(size)) != noErr) path[0] = '\0';
+  if (FSRefMakePath(&target, asBytes(path), sizeAs<UInt32>(size)) != noErr) path[0] = '\0';
 }
 
 void FullPathToAlias(const char* path, AliasHandle& alias) {
@@ -78,8 +98,7 @@ void BookmarkToFullPath(CFDataRef bookmark, char* path, std::size_t size) {
   if (!url) NSLog(CFSTR("Could not resolve bookmark in BookmarkToFullPath"));
   // Without a URL the conversion fails and logs its line, too: readers of the log recognise an
   // unresolved bookmark by both lines together.
-  if (!CFURLGetFileSystemRepresentation(url.get(), true, asBytes(path),
-                                        static_cast<CFIndex>(size))) {
+  if (!copyPath(url.get(), path, size)) {
     NSLog(CFSTR("Could not convert in BookmarkToFullPath"));
     path[0] = '\0';
   }
@@ -101,7 +120,9 @@ int GetFullPathToDesktop(char* path, std::int32_t size) {
   path[0] = '\0';
   const CFStringRef folder = desktopFolder();
   if (folder == nullptr) return kSPBadParameterError;
-  copyLimited(utf8(folder).data(), path, room);
+  const auto text = utf8(folder);
+  if (!text) return kSPBadParameterError;
+  copyLimited(*text, path, room);
   const std::size_t length = PIstrlcat(path, "/", room);
   path[room - 1] = '\0';
   return length < room ? 0 : kSPBadParameterError;

@@ -34,6 +34,7 @@ void FullPathToBookmark(const char* path, CFDataRef& bookmark);
 /// Writes the path of the user's desktop folder in UTF-8, with a slash and a terminator at its end.
 /// `size`: the bytes at `path`. Returns 0, or the parameter error 'Parm':
 /// - if `path` is null or `size` is below 1; nothing is written;
-/// - if the system has no desktop folder; `path` becomes empty;
+/// - if the system has no desktop folder, or its path cannot be converted to UTF-8 or could take
+///   more than 1,048,576 bytes; `path` becomes empty;
 /// - if the text does not fit; `path` gets as much of it as fits, with a terminator.
 int GetFullPathToDesktop(char* path, std::int32_t size);

@@ -127,6 +127,30 @@ TEST_F(PathConversion, LogsOneLineIfThePathOfABookmarkDoesNotFit) {
   EXPECT_THAT(systemLog(), ElementsAre(kNotConverted));
 }
 
+TEST_F(PathConversion, LogsOneLineIfABookmarkLeavesNoRoomForTheTerminator) {
+  const auto bookmark = bookmarkOf(picture());
+  std::string path(picture().size(), 'x');
+  BookmarkToFullPath(bookmark.get(), path.data(), path.size());
+  EXPECT_EQ(path[0], '\0');
+  EXPECT_THAT(systemLog(), ElementsAre(kNotConverted));
+  path.push_back('x');
+  BookmarkToFullPath(bookmark.get(), path.data(), path.size());
+  EXPECT_EQ(path.c_str(), picture());
+}
+
+TEST_F(PathConversion, TakesEveryBufferSize) {
+  const Alias alias(picture());
+  char path[512];
+  AliasToFullPath(alias.handle, path, (std::size_t{1} << 32) + 1);
+  EXPECT_EQ(path, picture());
+}
+
+TEST_F(PathConversion, ConvertsRelativePathsAndDropsSlashesAtTheEnd) {
+  std::filesystem::current_path(folder());
+  EXPECT_EQ(pathOf(bookmarkOf("./picture.psd").get()), picture());
+  EXPECT_EQ(pathOf(bookmarkOf(picture() + "//").get()), picture());
+}
+
 TEST_F(PathConversion, LogsAnInvalidURLAndMakesNoBookmarkForAnEmptyPath) {
   CFDataRef bookmark = reinterpret_cast<CFDataRef>(1);
   FullPathToBookmark("", bookmark);
