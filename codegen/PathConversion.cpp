@@ -91,6 +91,13 @@ void FullPathToAlias(const char* path, AliasHandle& alias) {
   if (sPSAlias->MacNewAliasFromCString(path, &made) == 0) alias = made;
 }
 
+void FullPathToAlias(const char* path, Handle& alias) {
+  alias = nullptr;
+  AliasHandle made = nullptr;
+  FullPathToAlias(path, made);
+  alias = reinterpret_cast<Handle>(made);
+}
+
 void BookmarkToFullPath(CFDataRef bookmark, char* path, std::size_t size) {
   if (path == nullptr) return;
   path[0] = '\0';

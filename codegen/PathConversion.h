@@ -20,6 +20,9 @@ void AliasToFullPath(AliasHandle alias, char* path, std::size_t size);
 /// std::uint32_t. REQUIRES: `path` is not null.
 void FullPathToAlias(const char* path, AliasHandle& alias);
 
+/// The same with the type that the generated code declares and the host's suites take.
+void FullPathToAlias(const char* path, Handle& alias);
+
 /// Writes the path of the file that `bookmark` refers to, with a terminator, without user
 /// interaction and without mounting a volume. `size`: the bytes at `path`. If the bookmark cannot
 /// be resolved, or the path does not fit, `path` becomes empty and the system log says why. Does

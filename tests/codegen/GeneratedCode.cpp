@@ -18,10 +18,6 @@ constexpr char kPrologue[] = R"(
 #include "codegen/PathConversion.h"
 #include "suites/Suites.h"
 
-static void FullPathToAlias(const char* path, Handle& alias) {
-  FullPathToAlias(path, reinterpret_cast<AliasHandle&>(alias));
-}
-
 namespace generated {
 static DescriptorEventID runtimeEventID;
 static char zeros[1 << 16];

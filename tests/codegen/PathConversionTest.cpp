@@ -100,6 +100,25 @@ TEST_F(PathConversion, SetsTheAliasToNullAndThrowsIfTheSuiteIsMissing) {
   EXPECT_EQ(alias, nullptr);
 }
 
+TEST_F(PathConversion, MakesAHandleOfAnAlias) {
+  auto handle = reinterpret_cast<Handle>(1);
+  FullPathToAlias(picture().c_str(), handle);
+  ASSERT_NE(handle, nullptr);
+  EXPECT_EQ(pathOf(reinterpret_cast<AliasHandle>(handle)), picture());
+  sPSHandle->DisposeRegularHandle(handle);
+}
+
+TEST_F(PathConversion, SetsTheHandleToNullIfThereIsNoAlias) {
+  auto handle = reinterpret_cast<Handle>(1);
+  FullPathToAlias((picture() + ".none").c_str(), handle);
+  EXPECT_EQ(handle, nullptr);
+  handle = reinterpret_cast<Handle>(1);
+  simulator::theFaults().add({"Basic.AcquireSuite", kSPSuiteNotFoundError, 0, 1});
+  PIUSuitesRelease();
+  EXPECT_THROW(FullPathToAlias("/tmp", handle), std::uint32_t);
+  EXPECT_EQ(handle, nullptr);
+}
+
 TEST_F(PathConversion, ConvertsAPathToABookmarkAndBack) {
   EXPECT_EQ(pathOf(bookmarkOf(picture()).get()), picture());
   EXPECT_THAT(systemLog(), IsEmpty());
