@@ -14,12 +14,15 @@ function(mrv_folders kind output)
   set(${output} ${lines} PARENT_SCOPE)
 endfunction()
 
-# mrv_compile_options(TARGET): sets the language, the warnings and the sanitizers of a target.
+# mrv_compile_options(TARGET): sets the language, the warnings, the arithmetic and the sanitizers of a
+# target.
 function(mrv_compile_options target)
   target_compile_features(${target} PUBLIC cxx_std_20)
   set_target_properties(${target} PROPERTIES CXX_EXTENSIONS OFF)
   target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wshadow -Wconversion
                                            -Wno-deprecated-declarations)
+  # No fused multiply-add: the formulas require that each product and each sum is rounded.
+  target_compile_options(${target} PRIVATE -ffp-contract=off)
   # When optimising, g++ 12 gives these warnings about its own string class.
   target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict
                                            -Wno-stringop-overflow -Wno-array-bounds>)
@@ -54,8 +57,6 @@ function(mrv_library folder)
   add_library(${library} STATIC ${arg_UNPARSED_ARGUMENTS})
   add_library(mrv::${folder} ALIAS ${library})
   mrv_compile_options(${library})
-  # No fused multiply-add: the formulas require that each product and each sum is rounded.
-  target_compile_options(${library} PUBLIC -ffp-contract=off)
   # A module that contains a unique symbol cannot be unloaded.
   target_compile_options(${library} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-fno-gnu-unique>
                                             -ffunction-sections -fdata-sections)

@@ -5,7 +5,9 @@
 //
 // Results are the same bit for bit on every processor with IEEE 754 double precision: sums and
 // products are evaluated in the order stated, three factors from left to right, every operation is
-// rounded, and none is contracted into a fused multiply-add.
+// rounded, and none is contracted into a fused multiply-add. This also holds for a caller that is
+// compiled for such a processor with contraction allowed; it does not with options that change the
+// values of expressions, such as -ffast-math.
 //
 // There are two conventions for the translation of a matrix, and callers depend on both: point
 // transforms and `Inverse` have it in the last column (the matrix multiplies column vectors), the
@@ -29,12 +31,16 @@ class CPoint3D {
 
   /// Component-wise sum.
   CPoint3D operator+(const CPoint3D& other) const {
-    return CPoint3D(x + other.x, y + other.y, z + other.z);
+    using geometry_internal::rounded;
+    return CPoint3D(rounded(x) + rounded(other.x), rounded(y) + rounded(other.y),
+                    rounded(z) + rounded(other.z));
   }
 
   /// Component-wise difference, this - other; a point, not a vector.
   CPoint3D operator-(const CPoint3D& other) const {
-    return CPoint3D(x - other.x, y - other.y, z - other.z);
+    using geometry_internal::rounded;
+    return CPoint3D(rounded(x) - rounded(other.x), rounded(y) - rounded(other.y),
+                    rounded(z) - rounded(other.z));
   }
 
   double x = 0.0;
@@ -57,27 +63,37 @@ class CVector3D {
 
   /// The dot product z*z' + (x*x' + y*y').
   double DotProduct(const CVector3D& other) const {
-    return z * other.z + (x * other.x + y * other.y);
+    using geometry_internal::rounded;
+    return rounded(z * other.z) + (rounded(x * other.x) + rounded(y * other.y));
   }
 
   /// The cross product this x other = (y*z' - z*y', z*x' - x*z', x*y' - y*x').
   CVector3D CrossProduct(const CVector3D& other) const {
-    return CVector3D(y * other.z - z * other.y, z * other.x - x * other.z,
-                     x * other.y - y * other.x);
+    using geometry_internal::rounded;
+    return CVector3D(rounded(y * other.z) - rounded(z * other.y),
+                     rounded(z * other.x) - rounded(x * other.z),
+                     rounded(x * other.y) - rounded(y * other.x));
   }
 
   /// Component-wise sum.
   CVector3D operator+(const CVector3D& other) const {
-    return CVector3D(x + other.x, y + other.y, z + other.z);
+    using geometry_internal::rounded;
+    return CVector3D(rounded(x) + rounded(other.x), rounded(y) + rounded(other.y),
+                     rounded(z) + rounded(other.z));
   }
 
   /// Component-wise difference, this - other.
   CVector3D operator-(const CVector3D& other) const {
-    return CVector3D(x - other.x, y - other.y, z - other.z);
+    using geometry_internal::rounded;
+    return CVector3D(rounded(x) - rounded(other.x), rounded(y) - rounded(other.y),
+                     rounded(z) - rounded(other.z));
   }
 
   /// Each component times `s`.
-  CVector3D operator*(double s) const { return CVector3D(x * s, y * s, z * s); }
+  CVector3D operator*(double s) const {
+    using geometry_internal::rounded;
+    return CVector3D(rounded(x * s), rounded(y * s), rounded(z * s));
+  }
 
   double x = 0.0;
   double y = 0.0;
@@ -147,9 +163,14 @@ class CMatrix4D {
   /// The transformed point, translation column included. Row 3 is not used; there is no division by
   /// w.
   CPoint3D operator*(const CPoint3D& p) const {
-    return CPoint3D(m[0][0] * p.x + m[0][1] * p.y + m[0][2] * p.z + m[0][3],
-                    m[1][0] * p.x + m[1][1] * p.y + m[1][2] * p.z + m[1][3],
-                    m[2][0] * p.x + m[2][1] * p.y + m[2][2] * p.z + m[2][3]);
+    using geometry_internal::rounded;
+    using geometry_internal::upperPair;
+    const geometry_internal::Pair xy = rounded(upperPair(m, 0) * p.x) +
+                                       rounded(upperPair(m, 1) * p.y) +
+                                       rounded(upperPair(m, 2) * p.z) + rounded(upperPair(m, 3));
+    const double lower =
+        rounded(m[2][0] * p.x) + rounded(m[2][1] * p.y) + rounded(m[2][2] * p.z) + rounded(m[2][3]);
+    return CPoint3D(xy[0], xy[1], lower);
   }
 
   /// The vector, transformed like a point: the translation column is added, too. Callers depend on

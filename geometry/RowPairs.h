@@ -4,6 +4,8 @@
 // up in order and rounded at every step.
 #pragma once
 
+#include "geometry/Rounded.h"
+
 namespace geometry_internal {
 
 using Pair = double __attribute__((vector_size(2 * sizeof(double))));
@@ -24,11 +26,16 @@ struct ColumnPair {
   /// The products of `factors` and these columns, each summed in order, starting at 0.0.
   Pair product(const double (&factors)[4]) const {
     Pair sum = {0.0, 0.0};
-    for (int k = 0; k < 4; ++k) sum += factors[k] * rows[k];
+    for (int k = 0; k < 4; ++k) sum += rounded(factors[k] * rows[k]);
     return sum;
   }
 
   Pair rows[4];
 };
+
+/// The elements of the first two rows in one column.
+inline Pair upperPair(const double (&m)[4][4], int column) {
+  return Pair{m[0][column], m[1][column]};
+}
 
 }  // namespace geometry_internal

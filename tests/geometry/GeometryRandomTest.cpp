@@ -5,26 +5,15 @@
 #include <cmath>
 
 #include "geometry/Geometry.h"
+#include "tests/geometry/Reference.h"
 #include "tests/geometry/Samples.h"
 #include "tests/support/Build.h"
 
 namespace {
 
-using geometry_test::sameBits;
-using geometry_test::Samples;
+using namespace geometry_test;
 
 constexpr int kInputs = testing_support::kRandomInputs;
-
-struct Row {
-  double c0, c1, c2, c3;
-};
-
-struct Expected {
-  Row r0, r1, r2, r3;
-};
-
-constexpr Row kBottom = {0, 0, 0, 1};
-constexpr Expected kIdentity = {{1, 0, 0, 0}, {0, 1, 0, 0}, {0, 0, 1, 0}, kBottom};
 
 bool same(const double (&row)[4], const Row& expected) {
   return sameBits(row[0], expected.c0) && sameBits(row[1], expected.c1) &&
@@ -57,66 +46,6 @@ T randomTriple(Samples& samples) {
   return T(x, y, z);
 }
 
-Expected rotation(double x, double y, double z) {
-  const double theta = std::sqrt((x * x + y * y) + z * z);
-  if (0.0001 > std::fabs(theta)) return kIdentity;
-  const double nx = x / theta, ny = y / theta, nz = z / theta;
-  const double s = std::sin(theta), c = std::cos(theta), t = 1 - c;
-  return {{c + (t * nx) * nx, (t * nx) * ny - s * nz, (t * nx) * nz + s * ny, 0},
-          {s * nz + (t * nx) * ny, c + (t * ny) * ny, (t * ny) * nz - s * nx, 0},
-          {(t * nz) * nx - s * ny, s * nx + (t * ny) * nz, c + (t * nz) * nz, 0},
-          kBottom};
-}
-
-Expected attitude(const CU3DPosition& p) {
-  const double a = p.rx * 0.0174532925, b = p.ry * 0.0174532925, c = p.rz * 0.0174532925;
-  const double sa = std::sin(a), ca = std::cos(a), sb = std::sin(b), cb = std::cos(b),
-               sc = std::sin(c), cc = std::cos(c);
-  return {{cb * cc, -(cb * sc), -sb, 0},
-          {sc * ca - (sa * sb) * cc, ca * cc + (sc * sa) * sb, -sa * cb, 0},
-          {sa * sc + (cc * sb) * ca, cc * sa - (sb * ca) * sc, ca * cb, 0},
-          {p.x, p.y, p.z, 1}};
-}
-
-double element(const CMatrix4D& a, const CMatrix4D& b, int row, int column) {
-  double sum = 0.0;
-  sum = sum + a.m[row][0] * b.m[0][column];
-  sum = sum + a.m[row][1] * b.m[1][column];
-  sum = sum + a.m[row][2] * b.m[2][column];
-  sum = sum + a.m[row][3] * b.m[3][column];
-  return sum;
-}
-
-double coordinate(const double (&row)[4], double x, double y, double z) {
-  return ((row[0] * x + row[1] * y) + row[2] * z) + row[3];
-}
-
-double determinant(const double (&m)[4][4]) {
-  const double first = m[0][0] * (m[1][1] * m[2][2] - m[1][2] * m[2][1]);
-  const double second = m[0][1] * (m[1][2] * m[2][0] - m[1][0] * m[2][2]);
-  const double third = m[0][2] * (m[1][0] * m[2][1] - m[1][1] * m[2][0]);
-  return (first + second) + third;
-}
-
-Expected inverse(const CMatrix4D& matrix) {
-  const double(&m)[4][4] = matrix.m;
-  const double d = determinant(m);
-  const Row bottom = {m[3][0], m[3][1], m[3][2], m[3][3]};
-  if (d == 0.0) {
-    return {{m[0][0], m[0][1], m[0][2], -m[0][3]},
-            {m[1][0], m[1][1], m[1][2], -m[1][3]},
-            {m[2][0], m[2][1], m[2][2], -m[2][3]},
-            bottom};
-  }
-  return {{(m[1][1] * m[2][2] - m[2][1] * m[1][2]) / d, (m[2][1] * m[0][2] - m[2][2] * m[0][1]) / d,
-           (m[1][2] * m[0][1] - m[1][1] * m[0][2]) / d, -m[0][3]},
-          {(m[2][0] * m[1][2] - m[2][2] * m[1][0]) / d, (m[0][0] * m[2][2] - m[0][2] * m[2][0]) / d,
-           (m[0][2] * m[1][0] - m[1][2] * m[0][0]) / d, -m[1][3]},
-          {(m[2][1] * m[1][0] - m[2][0] * m[1][1]) / d, (m[0][1] * m[2][0] - m[2][1] * m[0][0]) / d,
-           (m[1][1] * m[0][0] - m[0][1] * m[1][0]) / d, -m[2][3]},
-          bottom};
-}
-
 TEST(GeometryRandom, PointSumsAndDifferencesMatchTheReference) {
   Samples samples(1);
   for (int i = 0; i < kInputs; ++i) {
@@ -136,11 +65,9 @@ TEST(GeometryRandom, VectorSumsAndProductsMatchTheReference) {
     ASSERT_TRUE(same(a + b, a.x + b.x, a.y + b.y, a.z + b.z)) << "input " << i;
     ASSERT_TRUE(same(a - b, a.x - b.x, a.y - b.y, a.z - b.z)) << "input " << i;
     ASSERT_TRUE(same(a * s, a.x * s, a.y * s, a.z * s)) << "input " << i;
-    const double xy = a.x * b.x + a.y * b.y;
-    ASSERT_TRUE(sameBits(a.DotProduct(b), a.z * b.z + xy)) << "input " << i;
-    ASSERT_TRUE(same(a.CrossProduct(b), a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z,
-                     a.x * b.y - a.y * b.x))
-        << "input " << i;
+    ASSERT_TRUE(sameBits(a.DotProduct(b), dotProduct(a, b))) << "input " << i;
+    const Row cross = crossProduct(a, b);
+    ASSERT_TRUE(same(a.CrossProduct(b), cross.c0, cross.c1, cross.c2)) << "input " << i;
   }
 }
 
@@ -148,7 +75,7 @@ TEST(GeometryRandom, NormalizedVectorsMatchTheReference) {
   Samples samples(3);
   for (int i = 0; i < kInputs; ++i) {
     const CVector3D v = randomTriple<CVector3D>(samples);
-    const double length = std::sqrt(v.z * v.z + (v.x * v.x + v.y * v.y));
+    const double length = std::sqrt(dotProduct(v, v));
     const bool kept = !(length > 0);
     CVector3D n = v;
     n.Normalize();
