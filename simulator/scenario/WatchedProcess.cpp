@@ -212,8 +212,9 @@ void WatchedProcess::reap() {
   reaped_ = true;
 }
 
-/// What the watch knows about the time since the child's last progress. Waiting is counted in ticks
-/// in which this process waited as well, so a busy machine or a slow output does not count.
+/// What the watch knows about the time since the child's last progress. Only ticks in which the child
+/// neither runs nor waits for a processor are counted as waiting, so a busy machine or a slow output
+/// does not count.
 struct WatchedProcess::Watch {
   explicit Watch(double seconds) : tick(std::clamp(seconds / 20, 0.005, 0.1)) {}
 
@@ -222,7 +223,7 @@ struct WatchedProcess::Watch {
   double processorAtProgress = 0;
   double processor = 0;
   double waited = 0;
-  double stoodStill = 0;
+  double stoodStill = 0;  ///< the last ticks in a row in which nothing ran at all
 };
 
 bool WatchedProcess::isLate(Watch& watch) const {
@@ -233,10 +234,11 @@ bool WatchedProcess::isLate(Watch& watch) const {
     watch.processorAtProgress = processor;
     watch.waited = watch.stoodStill = 0;
   }
-  const bool stoodStill = processor == watch.processor && !isRunnable(process_);
-  watch.stoodStill = stoodStill ? watch.stoodStill + watch.tick : 0;
+  const bool waits = !isRunnable(process_);
+  const bool standsStill = waits && processor == watch.processor;
+  watch.stoodStill = standsStill ? watch.stoodStill + watch.tick : 0;
+  if (waits) watch.waited += watch.tick;
   watch.processor = processor;
-  watch.waited += watch.tick;
   return processor - watch.processorAtProgress >= seconds_ || watch.stoodStill >= seconds_ ||
          watch.waited >= 10 * seconds_;
 }

@@ -64,7 +64,7 @@ struct ProcessEnd {
 };
 
 /// One child. Without progress it is ended after it has used `seconds` of processor time, after it
-/// has stood still for `seconds`, and in any case after ten times as long.
+/// has stood still for `seconds`, and after it has slept for ten times as long with interruptions.
 class WatchedProcess {
  public:
   /// Starts the child, which runs `work` in a session of its own, without standard input and
