@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <filesystem>
 #include <stdexcept>
 
 #include "mrvsim/ExitStatus.h"
@@ -102,17 +103,35 @@ std::string asJson(const std::string& plugin, const std::vector<Report>& reports
   return report.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
 }
 
+[[noreturn]] void failOnForm(const std::string& plugin, const std::exception& error) {
+  throw std::runtime_error(
+      fmt::format("{}: is not a plug-in: {}", printableFile(plugin), error.what()));
+}
+
+/// Throws if a file for the Mac does not have the form of a plug-in. A bundle whose binary cannot
+/// be found has it: that is a fault of its Info.plist, which a check names.
+void expectMacPlugin(const std::string& plugin) {
+  const bool isBundle = std::filesystem::is_directory(std::filesystem::path(plugin) / "Contents");
+  std::string file;
+  try {
+    file = machFileOf(plugin);
+  } catch (const std::exception& error) {
+    if (isBundle) return;
+    failOnForm(plugin, error);
+  }
+  try {
+    MachFile::open(file);
+  } catch (const std::exception& error) {
+    failOnForm(plugin, error);
+  }
+}
+
 /// Throws what is wrong with a file that cannot be a plug-in: a file for the Mac must have the
 /// right form, and a module for Linux must load. One that crashes then is a plug-in, and fails.
 void expectPlugin(const std::string& plugin) {
   expectPluginFile(plugin);
   if (isMacPlugin(plugin)) {
-    try {
-      MachFile::open(machFileOf(plugin));
-    } catch (const std::exception& error) {
-      throw std::runtime_error(
-          fmt::format("{}: is not a plug-in: {}", printableFile(plugin), error.what()));
-    }
+    expectMacPlugin(plugin);
     return;
   }
   std::string refusal;

@@ -16,7 +16,7 @@ using namespace testing_support;
 
 namespace {
 
-std::string errorOf(const std::string& file) {
+std::string errorOfFile(const std::string& file) {
   try {
     FileSource source(file);
     ActionFileReader reader(source);
@@ -29,15 +29,15 @@ std::string errorOf(const std::string& file) {
 }  // namespace
 
 TEST(ByteSource, NamesTheFileThatCannotBeRead) {
-  EXPECT_EQ(errorOf("/nowhere/missing.atn"),
+  EXPECT_EQ(errorOfFile("/nowhere/missing.atn"),
             "/nowhere/missing.atn: cannot be read: No such file or directory");
-  EXPECT_EQ(errorOf("/tmp"), "/tmp: cannot be read: Is a directory");
+  EXPECT_EQ(errorOfFile("/tmp"), "/tmp: cannot be read: Is a directory");
 }
 
 TEST(ByteSource, OfAnEmptyFileEndsAtTheFirstByte) {
   const TemporaryFolder folder;
   writeFile(folder.file("empty.atn"), "");
-  EXPECT_THAT(errorOf(folder.file("empty.atn")),
+  EXPECT_THAT(errorOfFile(folder.file("empty.atn")),
               testing::HasSubstr("at byte 0: the version 16 of an action file is expected"));
 }
 

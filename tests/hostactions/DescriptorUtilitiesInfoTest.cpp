@@ -191,8 +191,8 @@ TEST_F(DescriptorUtilitiesActionName, GivesTheParameterErrorIfNoRoomCanHoldItsLe
       ADD_FAILURE() << "read into " << size << " bytes";
       return OSErr{-1};
     };
-    EXPECT_EQ(PIUActionsGetName(std::uint32_t{1}, 2, text_, &length_), kParameter);
-    EXPECT_EQ(PIUActionsGetName("Default Actions", 2, text_, &length_), kParameter);
+    EXPECT_EQ(PIUActionsGetName(std::uint32_t{1}, 2, text_, &length_), kParameterError);
+    EXPECT_EQ(PIUActionsGetName("Default Actions", 2, text_, &length_), kParameterError);
   }
   EXPECT_STREQ(text_, "untouched");
   EXPECT_EQ(length_, 31U);

@@ -93,7 +93,7 @@ class DescriptorUtilitiesActionFile : public DescriptorUtilitiesPlayByName {
     set.actions[1].steps.push_back(selectStep("eraserTool"));
     writeFile(folder_.file("tools.atn"), written(set));
     writeFile(folder_.file("scenario.json"), R"({"host": {"actions": ["tools.atn"]}})");
-    scenario_ = readScenario(folder_.file("scenario.json"));
+    scenario_ = ScenarioFile(folder_.file("scenario.json")).setup();
     player_.emplace(scenario_, home_);
   }
 

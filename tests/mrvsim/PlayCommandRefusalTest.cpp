@@ -125,7 +125,7 @@ TEST(PlayCommandRefusal, NamesAnActionFileThatIsNotInTheScenariosFolder) {
   const std::string scenario = folder.file("scenario.json");
   testing_support::writeFile(scenario, R"({"host": {"actions": ["missing.atn"]}})");
   expectOneLineThatSays(run({MRVSIM, "play", scenario}),
-                        {scenario + ": /host/actions/0: " + folder.file("missing.atn") +
+                        {scenario + ":1:23: /host/actions/0: " + folder.file("missing.atn") +
                          ": cannot be read: No such file"});
 }
 
@@ -135,7 +135,7 @@ TEST(PlayCommandRefusal, NamesTheFaultOfABrokenActionFile) {
   testing_support::writeFile(scenario, R"({"host": {"actions": ["broken.atn"]}})");
   testing_support::writeFile(folder.file("broken.atn"), std::string("\0\0\0\20\0\0", 6));
   expectOneLineThatSays(run({MRVSIM, "play", scenario}),
-                        {scenario + ": /host/actions/0: " + folder.file("broken.atn") +
+                        {scenario + ":1:23: /host/actions/0: " + folder.file("broken.atn") +
                          ": at byte 4: a number of UTF-16 units is expected, found the end"});
 }
 

@@ -44,7 +44,8 @@ std::vector<Faulty> faultyPlugins() {
       {"file-type", macModule("IsLibrary"), "is a dynamic library"},
       {"run-paths", macModule("HasRunPath"), "looks for libraries in /Users/builder/work/lib"},
       {"segment-rights", macModule("WritesCode"), "__TEXT is writable and executable"},
-      {"whole-day", module("Crashes"), R"({"call":["SP Interface","About"]}: crashed (Segm)"},
+      {"whole-day", module("Crashes"),
+       R"({"call":["SP Interface","About"]}: crashed: SIGSEGV (Segm)"},
       {"start-and-stop", module("NeverStarts"), "registered 0 times"},
       {"start-twice", module("StartsAgain"), "registered 2 times"},
       {"without-framework", module("IgnoresAbsence"), "starts a thread"},
@@ -111,9 +112,10 @@ TEST(CheckWholeDay, NamesAnExceptionOnAnotherThread) {
 
 TEST(CheckWholeDay, SaysIfThePluginEndsWhileItIsLoadedOrUnloaded) {
   EXPECT_THAT(reasonOf("whole-day", module("CrashesAtLoad")),
-              HasSubstr("while it was loaded: crashed (Aborted)"));
-  EXPECT_THAT(reasonOf("whole-day", module("CrashesAtUnload")),
-              HasSubstr(R"("Shutdown"]}, or while it was unloaded after it: crashed (Aborted))"));
+              HasSubstr("while it was loaded: crashed: SIGABRT (Aborted)"));
+  EXPECT_THAT(
+      reasonOf("whole-day", module("CrashesAtUnload")),
+      HasSubstr(R"("Shutdown"]}, or while it was unloaded after it: crashed: SIGABRT (Aborted))"));
 }
 
 // A copy of the shipped bundle to change.

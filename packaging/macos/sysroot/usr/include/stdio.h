@@ -6,6 +6,7 @@
 
 #define EOF (-1)
 #define BUFSIZ 1024
+#define _IONBF 2
 #define FILENAME_MAX 1024
 #define SEEK_SET 0
 #define SEEK_CUR 1
@@ -43,6 +44,7 @@ int fseeko(FILE* stream, off_t offset, int origin);
 long ftell(FILE* stream);
 off_t ftello(FILE* stream);
 void rewind(FILE* stream);
+int setvbuf(FILE* stream, char* buffer, int mode, size_t size);
 int getc(FILE* stream);
 int putc(int character, FILE* stream);
 int putchar(int character);

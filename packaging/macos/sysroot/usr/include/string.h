@@ -19,6 +19,7 @@ int strcmp(const char* left, const char* right);
 char* strcpy(char* destination, const char* source);
 size_t strcspn(const char* text, const char* characters);
 char* strdup(const char* text);
+char* strerror(int number);
 size_t strlcat(char* destination, const char* source, size_t size);
 size_t strlcpy(char* destination, const char* source, size_t size);
 size_t strlen(const char* text);
