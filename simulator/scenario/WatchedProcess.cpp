@@ -212,9 +212,9 @@ void WatchedProcess::reap() {
   reaped_ = true;
 }
 
-/// What the watch knows about the time since the child's last progress. Only ticks in which the child
-/// neither runs nor waits for a processor are counted as waiting, so a busy machine or a slow output
-/// does not count.
+/// What the watch knows about the time since the child's last progress. Only ticks in which the
+/// child neither runs nor waits for a processor are counted as waiting, so a busy machine or a slow
+/// output does not count.
 struct WatchedProcess::Watch {
   explicit Watch(double seconds) : tick(std::clamp(seconds / 20, 0.005, 0.1)) {}
 
