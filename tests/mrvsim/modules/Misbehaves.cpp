@@ -40,7 +40,8 @@ MISDEED writeToNowhere() {
 
 MISDEED spin() {
   sayHello();
-  for (volatile unsigned turns = 0;; turns = turns + 1) {
+  for (volatile unsigned turns = 0;;) {
+    turns = turns + 1;
   }
 }
 
