@@ -30,8 +30,8 @@ inline constexpr std::int32_t kLastRuntimeID = 0x2020201F;
 
 /// True for an identifier that the host made at run time. Compares the number as signed, so every
 /// identifier with its top bit set counts as one. [any-thread]
-constexpr bool isRuntimeID(std::uint32_t id) {
-  return static_cast<std::int32_t>(id) <= kLastRuntimeID;
+constexpr bool isRuntimeID(std::uint32_t identifier) {
+  return static_cast<std::int32_t>(identifier) <= kLastRuntimeID;
 }
 
 /// What a name is, which its characters do not show: a host's string ID may begin with an

@@ -54,7 +54,9 @@ TEST(HostTerms, HaveThePublishedNamesOfTheirCodesBesidesKeyTool) {
 
 TEST(HostTerms, CallByKeyToolACodeThatNoKeyHas) {
   for (const PSConst& row : PSConstA) {
-    if (row.id == fourCharCode("Tool")) EXPECT_STREQ(row.name, "classTool");
+    if (row.id == fourCharCode("Tool")) {
+      EXPECT_STREQ(row.name, "classTool");
+    }
     EXPECT_STRNE(row.name, "keyTool");
   }
 }
