@@ -101,9 +101,9 @@ TEST_F(Output, OfTwoRunsAtOnceIsThatOfOneOfThem) {
 }
 
 TEST_F(Output, OfDumpsAtOnceIsAppendedWhole) {
-  const Json description = {{"arguments", {"dump", "{dir}/d.json", "{dir}/out"}},
-                            {"files", {{"d.json", "null"}}}};
+  // Not a file of the description, which each start would write anew while others read it.
   writeFile(folder_.file("d.json"), "null");
+  const Json description = {{"arguments", {"dump", "{dir}/d.json", "{dir}/out"}}};
   const std::string one = run({MRVSIM, "dump", folder_.file("d.json"), "-"}).output;
   std::vector<pid_t> processes;
   for (int i = 0; i < 4; ++i) processes.push_back(start(description, folder_));

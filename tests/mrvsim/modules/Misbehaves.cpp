@@ -51,7 +51,7 @@ MISDEED spinWithASleep() {
 
 __attribute__((no_sanitize("undefined"))) MISDEED divideByZero() {
   volatile int zero = 0;
-  zero = 1 / zero;
+  zero = 7 / zero;
 }
 
 MISDEED giveUp() { std::abort(); }

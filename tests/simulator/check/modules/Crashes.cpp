@@ -2,7 +2,7 @@
 #include "PlugIn.h"
 
 ENTRY_POINT(const char*, const char* selector, void*) {
-  int* volatile nowhere = nullptr;
+  volatile int* volatile nowhere = nullptr;
   if (std::strcmp(selector, "About") == 0) *nowhere = 1;
   return 0;
 }
