@@ -9,6 +9,7 @@
 #include <string_view>
 
 #include "codegen/DumpState.h"
+#include "codegen/Terminology.h"
 
 namespace {
 
