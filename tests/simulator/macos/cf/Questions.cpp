@@ -222,7 +222,7 @@ std::vector<Units> strings() {
   std::mt19937 random(1);
   for (int i = 0; i < 700; ++i) {
     Units text;
-    for (std::uint32_t count = 2 + random() % 5; count > 0; --count) {
+    for (auto count = 2 + random() % 5; count > 0; --count) {
       text += pieces()[random() % pieces().size()];
     }
     all.push_back(text);
@@ -365,7 +365,7 @@ std::vector<std::string> paths() {
   std::mt19937 random(2);
   for (int i = 0; i < 500; ++i) {
     std::string path = random() % 2 == 0 ? "/" : "";
-    for (std::uint32_t count = 2 + random() % 4; count > 0; --count) {
+    for (auto count = 2 + random() % 4; count > 0; --count) {
       path += components()[random() % components().size()];
       path += random() % 8 == 0 ? "//" : "/";
     }
