@@ -40,7 +40,8 @@ void CFRelease(CFTypeRef cf);
 
 /// Copies the text with a terminating zero byte into `buffer` of `bufferSize` bytes. Returns false,
 /// with an empty text in the buffer, if it does not fit or cannot be converted to `encoding`: UTF-8
-/// has no lone surrogates. REQUIRES: `bufferSize` is at least 2, unless the text is empty.
+/// has no lone surrogates. REQUIRES: for UTF-8, `bufferSize` is at least 2; given 1, the
+/// open-source version writes beyond the buffer.
 Boolean CFStringGetCString(CFStringRef theString, char* buffer, CFIndex bufferSize,
                            CFStringEncoding encoding);
 
