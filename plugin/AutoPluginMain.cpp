@@ -1,6 +1,5 @@
 #include "plugin/AutoPluginMain.h"
 
-#include <Carbon/Carbon.h>
 #include <SPInterf.h>
 
 #include "device/MrvDeviceEvents.h"
@@ -62,14 +61,5 @@ extern "C" __attribute__((visibility("default"))) int AutoPluginMain(const char*
   }
   return 0;
 }
-
-void DoAbout(SPPluginRef, int) {
-  static constexpr unsigned char kNote[] =
-      "\x3F>NOT IMPLEMENTED void DoAbout(SPPluginRef plugin, int dialogID)";
-  static_assert(sizeof kNote == 2 + 0x3F);
-  DebugStr(kNote);
-}
-
-void ShowAbout() {}
 
 int Execute(PSActionsPlugInMessage*) { return 0; }

@@ -23,7 +23,7 @@ extern MrvDeviceEvents* gMrvDeviceEvents;
 extern "C" int AutoPluginMain(const char* caller, const char* selector, void* message);
 
 /// Placeholder for the About box: writes a note to the system's debugger log. Both arguments are
-/// ignored. [main-thread]
+/// ignored. A program that defines the function itself replaces this one. [main-thread]
 void DoAbout(SPPluginRef plugin, int dialogID);
 
 /// Placeholder: does nothing.
