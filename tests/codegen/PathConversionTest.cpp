@@ -256,6 +256,34 @@ TEST_F(PathConversion, WritesThePathsOfAliasesAndBookmarksInDescriptors) {
                   check));
 }
 
+TEST_F(PathConversion, WritesAndReleasesEachOfTwoAliasesInOneDescriptor) {
+  const std::string other = (folder() / "other.psd").string();
+  std::ofstream{other};
+  const auto desc =
+      descriptor(R"([{"key": "null", "type": "alis", "value": ")" + picture() +
+                 R"("}, {"key": "T   ", "type": "alis", "value": ")" + other + R"("}])");
+  const auto statements = [](const std::string& path, const std::string& key) {
+    return "     // Move this to the top of the routine!\n"
+           "     Handle aliasValue = NULL;\n"
+           "     FullPathToAlias(\"" +
+           path +
+           "\", aliasValue);\n"
+           "     error = sPSActionDescriptor->PutAlias(desc<1>, " +
+           key +
+           ", aliasValue);\n"
+           "     if (error) goto returnError;\n\n";
+  };
+  const std::string text = numbered(dumped(0x73657464, desc));
+  EXPECT_THAT(text,
+              testing::HasSubstr(statements(picture(), "keyNull") + statements(other, "keyTo")));
+  EXPECT_THAT(text,
+              testing::HasSubstr(
+                  "     if (desc<1> != NULL) sPSActionDescriptor->Free(desc<1>);\n"
+                  "     if (aliasValue != NULL) sPSHandle->DisposeRegularHandle(aliasValue);\n"
+                  "     if (aliasValue != NULL) sPSHandle->DisposeRegularHandle(aliasValue);\n"
+                  "     return error;\n"));
+}
+
 TEST_F(PathConversion, MakesTheGeneratedCodeReleaseAliasesAndBookmarks) {
   const auto elements = R"([{"key": "null", "type": "VlLs", "value": [
       {"type": "bkmk", "value": "/none"}, {"type": "alis", "value": "/none"},

@@ -55,6 +55,22 @@ TEST(CallbackWarnings, Show4Point0ForAMissingDescriptorRecord) {
   EXPECT_EQ(gAlert, "4.0.");
 }
 
+TEST(CallbackWarnings, Show4Point0ForAnOlderOrNewerDescriptorRecord) {
+  for (const int16 version : {int16{-1}, int16{1}}) {
+    simulator::DescriptorRecord outer;
+    outer.parameters.descriptorParametersVersion = version;
+    simulator::DescriptorRecord reading;
+    reading.read = simulator::readDescriptorProcs(version);
+    simulator::DescriptorRecord writing;
+    writing.write = simulator::writeDescriptorProcs(version);
+    for (const simulator::DescriptorRecord* record : {&outer, &reading, &writing}) {
+      gAlert.clear();
+      EXPECT_FALSE(WarnHostDescriptorAvailable(&record->parameters)) << version;
+      EXPECT_EQ(gAlert, "4.0.") << version;
+    }
+  }
+}
+
 TEST(CallbackWarnings, Show2Point501ForAMissingProcedureToDisplayPixels) {
   EXPECT_FALSE(WarnHostDisplayPixelsAvailable(nullptr));
   EXPECT_EQ(gAlert, "2.501.");
