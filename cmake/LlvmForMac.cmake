@@ -15,9 +15,8 @@ set(CMAKE_NM llvm-nm-${MRV_LLVM_VERSION} CACHE FILEPATH "")
 set(CMAKE_INSTALL_NAME_TOOL llvm-install-name-tool-${MRV_LLVM_VERSION} CACHE FILEPATH "")
 foreach(language IN ITEMS CXX OBJCXX)
   set(CMAKE_${language}_COMPILER clang++-${MRV_LLVM_VERSION})
-  # With several architectures, -arch overrides the processor that is named here.
-  set(CMAKE_${language}_COMPILER_TARGET
-      ${CMAKE_SYSTEM_PROCESSOR}-apple-macos${CMAKE_OSX_DEPLOYMENT_TARGET})
+  # -arch overrides the processor that is named here, and -mmacosx-version-min adds the version.
+  set(CMAKE_${language}_COMPILER_TARGET ${CMAKE_SYSTEM_PROCESSOR}-apple-macos)
 endforeach()
 foreach(kind IN ITEMS MODULE EXE SHARED)
   set(CMAKE_${kind}_LINKER_FLAGS_INIT "-fuse-ld=lld")
