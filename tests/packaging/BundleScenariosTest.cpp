@@ -22,23 +22,33 @@ std::vector<std::string> scenarios() {
   return names;
 }
 
-class BundleScenarios : public testing::TestWithParam<std::string> {};
-
-TEST_P(BundleScenarios, GiveTheSameLogAsWithTheModule) {
-  const std::string scenario = MRV_SCENARIOS "/" + GetParam() + ".json";
+void expectTheSameLog(const std::string& name, const std::string& file) {
+  SCOPED_TRACE(name);
+  const std::string scenario = MRV_SCENARIOS "/" + name + ".json";
   const Finished module = run({MRVSIM, "play", scenario});
-  const Finished bundle = run({MRVSIM, "play", scenario, "--plugin", MRV_BUNDLE});
+  const Finished bundle = run({MRVSIM, "play", scenario, "--plugin", file});
   EXPECT_EQ(bundle.errors, module.errors);
   EXPECT_EQ(bundle.status, module.status);
   EXPECT_FALSE(bundle.output.empty());
   EXPECT_EQ(bundle.output, module.output);
 }
 
+class BundleScenarios : public testing::TestWithParam<std::string> {};
+
+TEST_P(BundleScenarios, GiveTheSameLogAsWithTheModule) { expectTheSameLog(GetParam(), MRV_BUNDLE); }
+
 INSTANTIATE_TEST_SUITE_P(, BundleScenarios, testing::ValuesIn(scenarios()), [](const auto& test) {
   std::string name = test.param;
   std::replace(name.begin(), name.end(), '-', '_');
   return name;
 });
+
+// The bundle of the preset macos-cross.
+TEST(NativeBundle, GivesTheSameLogsAsTheModule) {
+  const std::string bundle = MRV_NATIVE_BUNDLE;
+  if (bundle.empty()) GTEST_SKIP() << "built only with an SDK: set MACOS_SDK";
+  for (const std::string& name : scenarios()) expectTheSameLog(name, bundle);
+}
 
 TEST(BundleScenariosFolder, HoldsAtLeast18Scenarios) { EXPECT_GE(scenarios().size(), 18U); }
 
