@@ -85,7 +85,7 @@ class Session {
 
  private:
   static simulator::Scenario readPlayable(const std::string& file) {
-    simulator::Scenario scenario = simulator::readScenario(file);
+    simulator::Scenario scenario = simulator::parseScenario(simulator::readTextFile(file), file);
     requirePlayable(scenario, file);
     return scenario;
   }

@@ -16,6 +16,7 @@
 #include "simulator/loader/MachPlugin.h"
 #include "simulator/loader/PluginModule.h"
 #include "simulator/scenario/HostFiles.h"
+#include "simulator/scenario/InputFile.h"
 #include "simulator/scenario/Wording.h"
 
 namespace simulator {
@@ -53,6 +54,8 @@ Verdict judge(const Check& check, const std::string& plugin) {
       return Json{{"outcome", verdict.outcome}, {"reason", verdict.reason}};
     });
     return {answer["outcome"].get<Outcome>(), answer["reason"]};
+  } catch (const TemporaryFileError&) {
+    throw;
   } catch (const std::exception& error) {
     return failed(error.what());
   }

@@ -46,7 +46,7 @@ Every item has a key (an ID) and a type; the items of a list have no key:
     alis, "Pth ", bkmk value: the path of a file (alias, path, bookmark)
     TEXT               value: a text
     tdta               value: bytes in base64
-    any other code     no further field: an item of a type nobody knows
+    any other code     no further field: an item of an unknown type
 
 A reference is a list of forms, the innermost first; each has a class (an ID):
 

@@ -4,6 +4,7 @@
 #include <stdexcept>
 #include <string>
 
+#include "simulator/scenario/InputFile.h"
 #include "simulator/scenario/WatchedProcess.h"
 
 namespace simulator {
@@ -18,6 +19,8 @@ Channel* toParent = nullptr;
 Json answerOf(const std::function<Json()>& work) {
   try {
     return {{"returned", work()}};
+  } catch (const TemporaryFileError& error) {
+    return {{"noTemporaryFile", error.what()}};
   } catch (const std::exception& error) {
     return {{"threw", error.what()}};
   } catch (...) {
@@ -40,6 +43,9 @@ Json inChildProcess(const std::function<Json()>& work) {
   const ProcessEnd end =
       process.watch([&](char, std::string_view text) { answer = Json::parse(text); });
   if (toParent != nullptr) toParent->makeProgress();
+  if (answer.contains("noTemporaryFile")) {
+    throw TemporaryFileError(answer["noTemporaryFile"].get<std::string>());
+  }
   if (answer.contains("threw")) throw std::runtime_error(answer["threw"].get<std::string>());
   if (!answer.contains("returned")) throw std::runtime_error(end.text(timeout));
   return answer["returned"];

@@ -8,7 +8,8 @@
 namespace simulator {
 
 /// Runs `work` in a fork of this process and returns its result. Throws `std::runtime_error` with
-/// the reason if `work` throws, ends the process, crashes, or does not come back in time.
+/// the reason if `work` throws, ends the process, crashes, or does not come back in time, and
+/// `TemporaryFileError` if `work` throws that.
 /// REQUIRES: this process has one thread.
 Json inChildProcess(const std::function<Json()>& work);
 

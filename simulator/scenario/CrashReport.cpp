@@ -33,7 +33,7 @@ std::uint64_t offsetInModule(void* address) {
                                     static_cast<char*>(info.dli_fbase));
 }
 
-/// Return addresses lie behind the call, which may be the last instruction of its function.
+/// Return addresses lie after the call, which may be the last instruction of its function.
 std::uint64_t innermostOffset() {
   std::array<void*, 64> frames{};
   const int count = backtrace(frames.data(), static_cast<int>(frames.size()));

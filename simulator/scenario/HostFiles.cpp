@@ -37,7 +37,7 @@ void writeFile(const std::filesystem::path& file, const std::string& bytes) {
   std::ofstream stream(file, std::ios::binary);
   stream << bytes;
   if (!stream.flush()) {
-    throw std::runtime_error(temporaryFailure("write the host's files"));
+    throw temporaryFailure("write the host's files");
   }
 }
 
@@ -121,7 +121,7 @@ void writeHostFiles(const HostSetup& host, const std::filesystem::path& preferen
 TemporaryHome::TemporaryHome() {
   std::string name = (temporaryFolder() / "mrvsim-XXXXXX").string();
   if (mkdtemp(name.data()) == nullptr) {
-    throw std::runtime_error(temporaryFailure("make a temporary folder"));
+    throw temporaryFailure("make a temporary folder");
   }
   path_ = name;
   theLeftovers().add(path_.string());

@@ -35,13 +35,13 @@ std::string shortcutsFile(const std::vector<ShortcutRecord>& records, std::size_
 
 /// Writes the host's files into a preferences folder, which is made if necessary; none if the
 /// version keeps no preferences file or the host has no zoom preference. Throws
-/// `std::runtime_error` if a file cannot be written.
+/// `TemporaryFileError` if a file cannot be written.
 void writeHostFiles(const HostSetup& host, const std::filesystem::path& preferences);
 
 /// A temporary home folder for the simulated Mac's user; the destructor removes it.
 class TemporaryHome {
  public:
-  /// Throws `std::runtime_error` if the folder cannot be made.
+  /// Throws `TemporaryFileError` if the folder cannot be made.
   TemporaryHome();
   ~TemporaryHome();
   TemporaryHome(const TemporaryHome&) = delete;

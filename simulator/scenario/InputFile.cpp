@@ -30,8 +30,10 @@ int openForReading(const std::string& file) {
 
 /// A file without a name, so nothing stays behind.
 int openNameless(const std::filesystem::path& folder) {
+#ifdef O_TMPFILE  // Linux alone has it, and not on every file system.
   const int descriptor = open(folder.c_str(), O_TMPFILE | O_RDWR | O_CLOEXEC, 0600);
   if (descriptor >= 0 || (errno != EOPNOTSUPP && errno != EISDIR)) return descriptor;
+#endif
   std::string name = (folder / "mrvsim-XXXXXX").string();
   const int named = mkostemp(name.data(), O_CLOEXEC);
   if (named >= 0) unlink(name.c_str());
@@ -45,7 +47,7 @@ void writeAll(int descriptor, const char* bytes, std::size_t size) {
       throwIfInterrupted();
       continue;
     }
-    if (written < 0) throw BadInput(temporaryFailure("write a temporary file"));
+    if (written < 0) throw temporaryFailure("write a temporary file");
     done += static_cast<std::size_t>(written);
   }
 }
@@ -87,7 +89,7 @@ InputFile::InputFile(const std::string& file) {
 
 void InputFile::makeSpool() {
   spool_ = OpenFile(openNameless(temporaryFolder()));
-  if (spool_.get() < 0) throw BadInput(temporaryFailure("make a temporary file"));
+  if (spool_.get() < 0) throw temporaryFailure("make a temporary file");
 }
 
 void InputFile::fail(int error) const {
@@ -136,10 +138,11 @@ std::filesystem::path temporaryFolder() {
   return std::filesystem::absolute(folder == nullptr || *folder == '\0' ? "/tmp" : folder);
 }
 
-std::string temporaryFailure(const std::string& what) {
+TemporaryFileError temporaryFailure(const std::string& what) {
   const std::string reason = std::strerror(errno);
-  return fmt::format("cannot {} in {}: {} (the variable TMPDIR names the folder to use)", what,
-                     printableFile(temporaryFolder().string()), reason);
+  return TemporaryFileError(
+      fmt::format("cannot {} in {}: {} (the variable TMPDIR names the folder to use)", what,
+                  printableFile(temporaryFolder().string()), reason));
 }
 
 }  // namespace simulator

@@ -61,7 +61,8 @@ class OpenFile {
 /// without a name while it is read.
 class InputFile : public ByteSource {
  public:
-  /// Throws BadInput if the file cannot be opened or is a folder.
+  /// Throws BadInput if the file cannot be opened or is a folder. This and `read` throw
+  /// TemporaryFileError if a copy is needed and cannot be made.
   explicit InputFile(const std::string& file);
 
   /// The name as messages show it: printable, and "standard input" for "-".
@@ -91,7 +92,14 @@ class InputFile : public ByteSource {
 /// The folder for temporary files: TMPDIR, or /tmp if that is not set.
 std::filesystem::path temporaryFolder();
 
+/// Thrown if a temporary file or folder cannot be made or written. The plug-in is not to blame
+/// then.
+class TemporaryFileError : public std::runtime_error {
+ public:
+  using runtime_error::runtime_error;
+};
+
 /// "cannot make a temporary file in /tmp: No space left on device", with the current `errno`.
-std::string temporaryFailure(const std::string& what);
+TemporaryFileError temporaryFailure(const std::string& what);
 
 }  // namespace simulator

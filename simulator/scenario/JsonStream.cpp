@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "simulator/host/json/JsonFields.h"
 #include "simulator/scenario/Wording.h"
 
 namespace simulator {
@@ -348,7 +349,7 @@ class Finder : public Events {
     return true;
   }
 
-  // Whatever is wrong behind the place is not our concern here.
+  // Faults after the place do not matter here.
   template <class Error>
   bool parse_error(std::size_t, const std::string&, const Error&) {
     return false;
@@ -430,20 +431,6 @@ JsonPlace placeOf(const ByteSource& source, const std::string& pointer) {
   Finder finder(cursor, pointer);
   parse(cursor, finder);
   return finder.found();
-}
-
-std::string pointerStep(std::string_view name) {
-  std::string step;
-  for (const char c : name) {
-    if (c == '~') {
-      step += "~0";
-    } else if (c == '/') {
-      step += "~1";
-    } else {
-      step += c;
-    }
-  }
-  return step;
 }
 
 }  // namespace simulator

@@ -6,7 +6,6 @@
 #include <optional>
 #include <stdexcept>
 #include <string>
-#include <string_view>
 
 #include "simulator/base/Json.h"
 #include "simulator/scenario/InputFile.h"
@@ -61,8 +60,5 @@ struct JsonPlace {
 /// Finds the value that a JSON pointer names, or the innermost one on the way to it.
 /// REQUIRES: the document is JSON up to that place.
 JsonPlace placeOf(const ByteSource& source, const std::string& pointer);
-
-/// A name as a step of a JSON pointer (RFC 6901).
-std::string pointerStep(std::string_view name);
 
 }  // namespace simulator

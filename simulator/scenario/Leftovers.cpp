@@ -68,7 +68,7 @@ bool Leftovers::start() {
   return process_ > 0;
 }
 
-void Leftovers::tell(char what, const std::string& path) {
+void Leftovers::send(char what, const std::string& path) {
   const std::string record = what + path + '\0';
   for (std::size_t done = 0; done < record.size();) {
     const ssize_t written = write(pipe_, record.data() + done, record.size() - done);
@@ -80,11 +80,11 @@ void Leftovers::tell(char what, const std::string& path) {
 void Leftovers::add(const std::string& path) {
   if (!wanted_) return;
   if (pipe_ < 0 && !start()) return;
-  tell(kAdd, path);
+  send(kAdd, path);
 }
 
 void Leftovers::forget(const std::string& path) {
-  if (pipe_ >= 0) tell(kForget, path);
+  if (pipe_ >= 0) send(kForget, path);
 }
 
 void Leftovers::finish() {

@@ -31,7 +31,7 @@ class Leftovers {
 
  private:
   bool start();
-  void tell(char what, const std::string& path);
+  void send(char what, const std::string& path);
 
   bool wanted_ = false;
   int pipe_ = -1;

@@ -212,9 +212,8 @@ void Player::count(const DeviceMessage& message) {
 
 std::string Player::lostMotion() const {
   if (motion_ == 0 || motionPassedOn_ > 0) return {};
-  return fmt::format(
-      "motion reached nobody: the device moved in {} {}, and the plug-in got none: {}", motion_,
-      motion_ == 1 ? "sample" : "samples", obstacle_);
+  return fmt::format("no motion reached the plug-in ({} {}): {}", motion_,
+                     motion_ == 1 ? "sample" : "samples", obstacle_);
 }
 
 void Player::act(const ActiveStep& step) {

@@ -16,6 +16,7 @@
 #include "actionfiles/ActionFileReader.h"
 #include "actionfiles/ByteSource.h"
 #include "simulator/base/Log.h"
+#include "simulator/host/json/JsonFields.h"
 #include "simulator/scenario/JsonFile.h"
 #include "simulator/scenario/Names.h"
 #include "simulator/scenario/Procedures.h"
@@ -454,7 +455,7 @@ void readDocument(const ByteSource& source, const std::string& name, Scenario& s
   }
 }
 
-/// What to tell about a name that is not known; empty if it is.
+/// What to note about a name that is not known; empty if it is.
 std::string noteOn(const char* what, const std::string& name,
                    const std::vector<std::string>& known) {
   if (std::find(known.begin(), known.end(), name) != known.end()) return {};
@@ -489,10 +490,10 @@ std::string noteOn(const Step& step) {
 }  // namespace
 
 ScenarioFile::ScenarioFile(InputFile input) : input_(std::move(input)) {
-  std::set<std::string> told;
+  std::set<std::string> noted;
   readDocument(input_, name(), setup_, [&](const Step& step, const StepPlace& place) {
     const std::string note = noteOn(step);
-    if (note.empty() || told.size() >= kMostNotes || !told.insert(note).second) return;
+    if (note.empty() || noted.size() >= kMostNotes || !noted.insert(note).second) return;
     notes_.push_back(lineOf(name(), place.position,
                             fmt::format("/steps/{}/{}: {}", place.index, place.kind, note)));
   });

@@ -21,7 +21,7 @@ class Summary : public PlayerObserver {
   /// Takes one line of the log.
   void line(const Json& line);
 
-  /// Takes the player's line about motion that reached nobody; empty if there is none.
+  /// Takes the player's line about motion that did not reach the plug-in; empty if there is none.
   void lostMotion(std::string line) { lostMotion_ = std::move(line); }
 
   /// The summary, as lines of text.

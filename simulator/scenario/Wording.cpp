@@ -33,7 +33,7 @@ bool isInvisible(std::string_view character) {
          (character[1] == '\x81' && last >= 0xA6 && last <= 0xA9);
 }
 
-std::string escaped(std::string_view character) {
+std::string shown(std::string_view character) {
   const auto first = static_cast<unsigned char>(character[0]);
   const bool plain =
       character.size() == 1 ? first >= 0x20 && first < 0x7F : !isInvisible(character);
@@ -83,7 +83,7 @@ std::string printable(std::string_view text, std::size_t longest) {
   }
   while (!text.empty()) {
     const std::size_t length = characterLength(text);
-    characters.push_back(escaped(text.substr(0, length)));
+    characters.push_back(shown(text.substr(0, length)));
     text.remove_prefix(length);
   }
   std::string result;

@@ -8,7 +8,7 @@
 #include <string>
 
 #include "mac/Beliefs.h"
-#include "tests/support/Process.h"
+#include "tests/mac/ProbeInputs.h"
 
 namespace {
 
@@ -21,10 +21,6 @@ Answer answer(const std::string& name, const Observations& seen) {
   }
   ADD_FAILURE() << "no belief " << name;
   return std::nullopt;
-}
-
-std::vector<Input> probeInputs() {
-  return parseExpectedInputs(testing_support::readFile(MRV_MAC "/probe.expected.jsonl"), "probe");
 }
 
 /// What a Mac shows on which everything is as believed.

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "mac/Inputs.h"
+#include "tests/mac/ProbeInputs.h"
 #include "tests/support/Process.h"
 
 namespace {
@@ -16,11 +17,6 @@ Input wheel(std::int64_t vertical, std::int64_t horizontal, std::uint64_t flags)
 
 Input key(std::uint32_t code, bool down, InputKind kind = InputKind::kKey) {
   return {.kind = kind, .key = code, .down = down};
-}
-
-std::vector<Input> probeInputs() {
-  const std::string file = MRV_MAC "/probe.expected.jsonl";
-  return parseExpectedInputs(testing_support::readFile(file), file);
 }
 
 TEST(ExpectedInputs, AreTheTicksAndKeysOfALog) {
@@ -57,7 +53,7 @@ TEST(ExpectedInputs, OfTheProbeAreWhatTheSimulatedMacGives) {
   EXPECT_EQ(parseExpectedInputs(played.output, "output"), probeInputs());
 }
 
-std::string errorOf(const std::string& log) {
+std::string logErrorOf(const std::string& log) {
   try {
     parseExpectedInputs(log, "log");
   } catch (const BadLog& error) {
@@ -68,11 +64,11 @@ std::string errorOf(const std::string& log) {
 
 TEST(ExpectedInputs, NameTheLineThatIsNotALogLine) {
   constexpr char kReason[] = "not a line of a log that mrvsim play wrote";
-  EXPECT_EQ(errorOf(std::string(kWheelLine) + "\n{"), std::string("log:2: ") + kReason);
-  EXPECT_EQ(errorOf("[]"), std::string("log:1: ") + kReason);
-  EXPECT_EQ(errorOf(R"({"what":"wheel","wheels":[]})"), std::string("log:1: ") + kReason);
-  EXPECT_EQ(errorOf(R"({"what":"key","key":"a","down":true})"), std::string("log:1: ") + kReason);
-  EXPECT_EQ(errorOf(""), "log: the log is empty");
+  EXPECT_EQ(logErrorOf(std::string(kWheelLine) + "\n{"), std::string("log:2: ") + kReason);
+  EXPECT_EQ(logErrorOf("[]"), std::string("log:1: ") + kReason);
+  EXPECT_EQ(logErrorOf(R"({"what":"wheel","wheels":[]})"), std::string("log:1: ") + kReason);
+  EXPECT_EQ(logErrorOf(R"({"what":"key","key":"a","down":true})"), std::string("log:1: ") + kReason);
+  EXPECT_EQ(logErrorOf(""), "log: the log is empty");
 }
 
 TEST(Inputs, AreDescribedInAFewWords) {

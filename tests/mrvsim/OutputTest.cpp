@@ -228,6 +228,17 @@ TEST(CheckCommand, ListsTheChecksAsJson) {
   EXPECT_TRUE(checks[0]["sentence"].is_string());
 }
 
+TEST(CheckCommand, DoesNotBlameThePluginIfThereIsNoRoomForTemporaryFiles) {
+  const CaseFolder folder;
+  const Json description = {{"arguments", {"check", "{plugin}", "--only", "unknown-calls"}},
+                            {"fileSizeLimit", 300}};
+  const Finished checked = finish(start(description, folder), description, folder);
+  EXPECT_EQ(checked.status, 2);
+  EXPECT_EQ(checked.output, "");
+  EXPECT_THAT(checked.errors, testing::StartsWith("mrvsim: cannot write the host's files in "));
+  EXPECT_THAT(checked.errors, HasSubstr(": File too large ("));
+}
+
 TEST(CheckCommand, ShowsEachResultBeforeTheNextCheck) {
   const CaseFolder folder;
   const std::string pipe = folder.file("pipe");

@@ -3,7 +3,6 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <string_view>
 
 namespace simulator {
 
@@ -26,8 +25,9 @@ std::uint32_t numericId(const Json& json) {
   return *id;
 }
 
-/// `name` as a step of a JSON pointer (RFC 6901).
-std::string escaped(std::string_view name) {
+}  // namespace
+
+std::string pointerStep(std::string_view name) {
   std::string text;
   for (const char c : name) {
     if (c == '~') {
@@ -40,8 +40,6 @@ std::string escaped(std::string_view name) {
   }
   return text;
 }
-
-}  // namespace
 
 std::uint32_t readId(const Json& json, TypeIds& ids) {
   if (json.is_number_integer()) return numericId(json);
@@ -104,7 +102,7 @@ std::string JsonFields::text(const char* name) const {
 void JsonFields::expectNoMore() const {
   for (const auto& [name, value] : object_.items()) {
     if (std::find(read_.begin(), read_.end(), name) != read_.end()) continue;
-    throw JsonFault{"/" + escaped(name),
+    throw JsonFault{"/" + pointerStep(name),
                     fmt::format("is an unknown field; allowed here: {}", fmt::join(read_, ", "))};
   }
 }

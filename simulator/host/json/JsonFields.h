@@ -6,6 +6,7 @@
 #include <limits>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -27,6 +28,9 @@ std::optional<T> integerInRange(const Json& json) {
                                                  : std::in_range<T>(json.get<std::int64_t>());
   return inRange ? std::optional(json.get<T>()) : std::nullopt;
 }
+
+/// A name as a step of a JSON pointer (RFC 6901).
+std::string pointerStep(std::string_view name);
 
 /// Reads an ID in any of its three forms. Throws JsonFault.
 std::uint32_t readId(const Json& json, TypeIds& ids);

@@ -116,7 +116,7 @@ TEST(JsonStream, CountsCharactersAndNotBytesInAColumn) {
   EXPECT_EQ(faultOf("{\"ab\": x}").substr(0, 4), "1:8 ");
 }
 
-TEST(JsonStream, FindsTheLineBehindEveryLineEnd) {
+TEST(JsonStream, CountsLinesByTheirEnds) {
   EXPECT_EQ(faultOf("{\r\n\n  \"a\": x}").substr(0, 4), "3:8 ");
 }
 

@@ -47,7 +47,7 @@ TEST_F(ScenarioReader, SeesAFileThatHasBecomeFaulty) {
   EXPECT_THROW(file.eachStep([](const Step&, const StepPlace&) {}), BadScenario);
 }
 
-TEST_F(ScenarioReader, TellsAnUnknownNameOnceAndTenAtMost) {
+TEST_F(ScenarioReader, NotesAnUnknownNameOnceAndTenAtMost) {
   std::string steps;
   for (int i = 0; i < 30; ++i) {
     steps += R"({"tool": "tool)" + std::to_string(i) + R"("}, {"tool": "sameTool"}, )";
@@ -59,7 +59,7 @@ TEST_F(ScenarioReader, TellsAnUnknownNameOnceAndTenAtMost) {
             1);
 }
 
-TEST_F(ScenarioReader, TellsNothingAboutKnownNames) {
+TEST_F(ScenarioReader, NotesNothingAboutKnownNames) {
   EXPECT_THAT(ScenarioFile(write(R"({"layout": "com.apple.keylayout.German",
     "host": {"tool": "eraserTool"}, "steps": [{"call": ["PS Photoshop", "Do It"]}]})"))
                   .notes(),
