@@ -13,6 +13,7 @@ namespace mrvmac {
 namespace {
 
 using simulator::Json;
+using simulator::jsonOf;
 
 constexpr std::uint32_t kRawKeyDown = 1;
 
@@ -78,7 +79,7 @@ std::vector<Input> parseExpectedInputs(const std::string& text, const std::strin
   for (std::string line; std::getline(lines, line);) {
     ++number;
     try {
-      addInput(Json::parse(line), inputs);
+      addInput(jsonOf(line), inputs);
     } catch (const Json::exception&) {
       throw BadLog(fmt::format("{}:{}: not a line of a log that mrvsim play wrote", name, number));
     }

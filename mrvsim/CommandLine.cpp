@@ -22,7 +22,7 @@ namespace simulator {
 
 namespace {
 
-using Action = std::function<int()>;
+using Command = std::function<int()>;
 
 int print(const std::string& text) {
   Output out("-");
@@ -61,7 +61,7 @@ void addTimeout(CLI::App& command, double& limit, const std::string& what) {
       ->type_name("SECONDS");
 }
 
-void addPlay(CLI::App& app, Action& action) {
+void addPlay(CLI::App& app, Command& action) {
   auto options = std::make_shared<PlayOptions>();
   CLI::App* play = app.add_subcommand("play", "Play scenarios and write what the plug-in does");
   play->add_option("SCENARIO", options->scenarios, "Scenarios, JSON files")->required();
@@ -76,7 +76,7 @@ void addPlay(CLI::App& app, Action& action) {
   });
 }
 
-void addDump(CLI::App& app, Action& action) {
+void addDump(CLI::App& app, Command& action) {
   auto options = std::make_shared<DumpOptions>();
   CLI::App* dump = app.add_subcommand(
       "dump", "Append source text that rebuilds a descriptor and plays an event with it");
@@ -87,7 +87,7 @@ void addDump(CLI::App& app, Action& action) {
   dump->callback([options, &action] { action = [options] { return runDump(*options); }; });
 }
 
-void addCheck(CLI::App& app, Action& action) {
+void addCheck(CLI::App& app, Command& action) {
   auto options = std::make_shared<CheckOptions>();
   CLI::App* check = app.add_subcommand("check", "Judge a built plug-in");
   CLI::Option* file = check->add_option("FILE", options->plugin, "A bundle or a module");
@@ -102,7 +102,7 @@ void addCheck(CLI::App& app, Action& action) {
   });
 }
 
-void addValidate(CLI::App& app, Action& action) {
+void addValidate(CLI::App& app, Command& action) {
   auto files = std::make_shared<std::vector<std::string>>();
   CLI::App* validate =
       app.add_subcommand("validate", "Read scenarios and descriptors without playing them");
@@ -110,7 +110,7 @@ void addValidate(CLI::App& app, Action& action) {
   validate->callback([files, &action] { action = [files] { return runValidate(*files); }; });
 }
 
-void addList(CLI::App& app, Action& action) {
+void addList(CLI::App& app, Command& action) {
   auto what = std::make_shared<std::string>();
   CLI::App* list = app.add_subcommand("list", "Print the names that scenarios may use");
   list->add_option("WHAT", *what, listed(listables()))->required();
@@ -217,7 +217,7 @@ std::function<int()> parseCommandLine(std::vector<std::string> arguments) {
   app.require_subcommand(1);
   app.fallthrough(false);
   app.set_version_flag("--version", kVersion);
-  Action action;
+  Command action;
   addPlay(app, action);
   addDump(app, action);
   addCheck(app, action);

@@ -3,11 +3,15 @@
 #pragma once
 
 #include <nlohmann/json.hpp>
+#include <string_view>
 
 namespace simulator {
 
 /// Fields keep the order in which they were added.
 using Json = nlohmann::ordered_json;
+
+/// Parses a text; the parser is compiled once, too. Throws Json::parse_error.
+Json jsonOf(std::string_view text);
 
 }  // namespace simulator
 

@@ -9,6 +9,7 @@
 #include "simulator/base/Faults.h"
 #include "simulator/check/ChildProcess.h"
 #include "simulator/check/Progress.h"
+#include "simulator/scenario/InputFile.h"
 #include "simulator/scenario/OutputCapture.h"
 #include "simulator/scenario/Player.h"
 #include "simulator/scenario/ScenarioReader.h"
@@ -81,6 +82,8 @@ Json playHere(const std::string& plugin, const std::string& scenario, const Temp
   Player player(parsed, home, &counter);
   try {
     player.play(plugin, besideProgram("libMoravinClient.so"));
+  } catch (const TemporaryFileError&) {
+    throw;
   } catch (...) {
     // Before the first step it is the loader that refuses the file.
     if (progress.steps() == 0) throw;
@@ -92,7 +95,7 @@ Json playHere(const std::string& plugin, const std::string& scenario, const Temp
 
 // Where a play ended: "in step 2, {"call":["SP Interface","Startup"]}".
 std::string placeOf(const Progress& progress, const std::string& scenario) {
-  const Json steps = Json::parse(scenario)["steps"];
+  const Json steps = jsonOf(scenario)["steps"];
   const std::size_t step = progress.steps();
   if (step == 0) return "while it was loaded";
   const std::string place = fmt::format("in step {}, {}", step, steps[step - 1].dump());
@@ -107,6 +110,8 @@ Session playSession(const std::string& plugin, const std::string& scenario) {
   try {
     const Json answer = inChildProcess([&] { return playHere(plugin, scenario, home, progress); });
     return {answer["lines"].get<std::vector<Json>>(), answer["faultsFired"]};
+  } catch (const TemporaryFileError&) {
+    throw;
   } catch (const std::exception& error) {
     const std::string thrown = progress.exception();
     throw std::runtime_error(

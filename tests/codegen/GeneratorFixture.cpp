@@ -12,7 +12,7 @@
 
 namespace {
 
-simulator::Json parsed(const std::string& json) { return simulator::Json::parse(json); }
+simulator::Json parsed(const std::string& json) { return simulator::jsonOf(json); }
 
 template <class Walk>
 std::string walkedText(Walk walk) {

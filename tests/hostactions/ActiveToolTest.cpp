@@ -43,7 +43,7 @@ constexpr std::pair<const char*, int> kTools[] = {{"paintbrushTool", 29},
                                                   {"magicWandTool", 60},
                                                   {"quickSelectTool", 61}};
 
-const Json kToolReference = Json::parse(R"([
+const Json kToolReference = jsonOf(R"([
     {"form": "prop", "class": "Prpr", "key": "Tool"},
     {"form": "Enmr", "class": "capp", "enumType": "Ordn", "value": "Trgt"}])");
 
@@ -58,7 +58,7 @@ class ActiveTool : public testing::Test {
 
   /// Sets the host's answer to the query for its tool.
   void setAnswer(const char* json) {
-    theHost().setAnswer(kKeyTool, descriptorFromJson(Json::parse(json), theHost().typeIds()));
+    theHost().setAnswer(kKeyTool, descriptorFromJson(jsonOf(json), theHost().typeIds()));
   }
 
   Machine machine_;

@@ -50,7 +50,7 @@ TEST_F(DescriptorUtilitiesInfo, ReadsAPropertyOfTheCurrentObjectOfAClass) {
   EXPECT_EQ(PIUGetInfo(kClassDocument, kKeyTitle, text_, &length_), 0);
   EXPECT_STREQ(text_, "Untitled-1");
   EXPECT_EQ(length_, 10U);
-  EXPECT_EQ(reference(), Json::parse(R"([
+  EXPECT_EQ(reference(), jsonOf(R"([
       {"form": "prop", "class": "Prpr", "key": "Ttl "},
       {"form": "Enmr", "class": "Dcmn", "enumType": "Ordn", "value": "Trgt"}])"));
 }
@@ -58,7 +58,7 @@ TEST_F(DescriptorUtilitiesInfo, ReadsAPropertyOfTheCurrentObjectOfAClass) {
 TEST_F(DescriptorUtilitiesInfo, ReadsAPropertyOfTheObjectWithAnIndex) {
   EXPECT_EQ(PIUGetInfoByIndex(2, kClassDocument, kKeyTitle, text_, &length_), 0);
   EXPECT_STREQ(text_, "Second");
-  EXPECT_EQ(reference(), Json::parse(R"([
+  EXPECT_EQ(reference(), jsonOf(R"([
       {"form": "prop", "class": "Prpr", "key": "Ttl "},
       {"form": "indx", "class": "Dcmn", "value": 2}])"));
 }
@@ -66,7 +66,7 @@ TEST_F(DescriptorUtilitiesInfo, ReadsAPropertyOfTheObjectWithAnIndex) {
 TEST_F(DescriptorUtilitiesInfo, ReadsAPropertyOfTheObjectWithAnIdentifier) {
   EXPECT_EQ(PIUGetInfoByID(77, kClassDocument, kKeyTitle, text_, &length_), 0);
   EXPECT_STREQ(text_, "Second");
-  EXPECT_EQ(reference(), Json::parse(R"([
+  EXPECT_EQ(reference(), jsonOf(R"([
       {"form": "prop", "class": "Prpr", "key": "Ttl "},
       {"form": "Idnt", "class": "Dcmn", "value": 77}])"));
 }
@@ -78,7 +78,7 @@ TEST_F(DescriptorUtilitiesInfo, ReadsAPropertyOfAnObjectWithinAnotherByIndexes) 
       0);
   EXPECT_EQ(number_, 40.0);
   EXPECT_EQ(unit_, kUnitPercent);
-  EXPECT_EQ(reference(), Json::parse(R"([
+  EXPECT_EQ(reference(), jsonOf(R"([
       {"form": "prop", "class": "Prpr", "key": "Opct"},
       {"form": "indx", "class": "Lyr ", "value": 2},
       {"form": "indx", "class": "Dcmn", "value": 2}])"));
@@ -87,7 +87,7 @@ TEST_F(DescriptorUtilitiesInfo, ReadsAPropertyOfAnObjectWithinAnotherByIndexes) 
 TEST_F(DescriptorUtilitiesInfo, ReadsAPropertyOfAnObjectWithinAnotherByIdentifiers) {
   EXPECT_EQ(PIUGetInfoByIDID(5, 77, kClassLayer, kClassDocument, kKeyOpacity, &number_, &unit_), 0);
   EXPECT_EQ(number_, 40.0);
-  EXPECT_EQ(reference(), Json::parse(R"([
+  EXPECT_EQ(reference(), jsonOf(R"([
       {"form": "prop", "class": "Prpr", "key": "Opct"},
       {"form": "Idnt", "class": "Lyr ", "value": 5},
       {"form": "Idnt", "class": "Dcmn", "value": 77}])"));
@@ -97,7 +97,7 @@ TEST_F(DescriptorUtilitiesInfo, AsksForTheBackgroundPropertyForEveryKey) {
   Boolean background = 7;
   EXPECT_EQ(PIUGetBackgroundInfo(kKeyBackground, &background, nullptr), 0);
   EXPECT_EQ(background, 1);
-  EXPECT_EQ(reference(), Json::parse(R"([
+  EXPECT_EQ(reference(), jsonOf(R"([
       {"form": "prop", "class": "BckL", "key": "Bckg"},
       {"form": "Enmr", "class": "Dcmn", "enumType": "Ordn", "value": "Trgt"}])"));
   machine_.drain();
@@ -107,7 +107,7 @@ TEST_F(DescriptorUtilitiesInfo, AsksForTheBackgroundPropertyForEveryKey) {
 }
 
 TEST_F(DescriptorUtilitiesInfo, TakesTheItemUnderTheKeyFromTheAnswer) {
-  theHost().setAnswer(kKeyBackground, descriptorFromJson(Json::parse(R"([
+  theHost().setAnswer(kKeyBackground, descriptorFromJson(jsonOf(R"([
       {"key": "Bckg", "type": "bool", "value": true},
       {"key": "Opct", "type": "UntF", "unit": "#Prc", "value": 62.5}])"),
                                                          theHost().typeIds()));
@@ -149,7 +149,7 @@ TEST_F(DescriptorUtilitiesActionName, IsReadByTheIndexesOfSetAndAction) {
   EXPECT_STREQ(text_, "Frame Channel");
   EXPECT_EQ(length_, 13U);
   EXPECT_EQ(recorder.textLimits, std::vector<std::uint32_t>{14});
-  EXPECT_EQ(reference(), Json::parse(R"([
+  EXPECT_EQ(reference(), jsonOf(R"([
       {"form": "indx", "class": "Actn", "value": 2},
       {"form": "indx", "class": "ASet", "value": 1}])"));
 }
@@ -160,7 +160,7 @@ TEST_F(DescriptorUtilitiesActionName, IsReadByTheNameOfTheSetAndTheIndexOfTheAct
   EXPECT_STREQ(text_, "Vignette");
   EXPECT_EQ(length_, 8U);
   EXPECT_EQ(recorder.textLimits, std::vector<std::uint32_t>{9});
-  EXPECT_EQ(reference(), Json::parse(R"([
+  EXPECT_EQ(reference(), jsonOf(R"([
       {"form": "indx", "class": "Actn", "value": 1},
       {"form": "name", "class": "ASet", "value": "Default Actions"}])"));
 }

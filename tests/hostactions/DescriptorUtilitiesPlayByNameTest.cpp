@@ -14,7 +14,7 @@ using namespace testing_support;
 namespace {
 
 Json playLine(const char* set, const char* action, int result) {
-  Json descriptor = Json::parse(R"([{"key": "null", "type": "obj ", "value": [
+  Json descriptor = jsonOf(R"([{"key": "null", "type": "obj ", "value": [
       {"form": "name", "class": "Actn"}, {"form": "name", "class": "ASet"}]}])");
   descriptor[0]["value"][0]["value"] = action;
   descriptor[0]["value"][1]["value"] = set;

@@ -23,7 +23,7 @@ class DescriptorUtilitiesItem : public testing::Test {
  protected:
   /// A descriptor with one item of these fields under `kKey`.
   PIActionDescriptor item(const char* fields) {
-    Json entry = Json::parse(fields);
+    Json entry = jsonOf(fields);
     entry["key"] = "Test";
     return descriptor(Json::array({entry}));
   }
@@ -118,7 +118,7 @@ TEST_F(DescriptorUtilitiesItem, ReadsReferencesForTheCallerToFree) {
 
 TEST_F(DescriptorUtilitiesItem, ReadsObjectsOfBothTypesWithTheirClass) {
   for (const char* type : {"Objc", "GlbO"}) {
-    Json entry = Json::parse(R"({"key": "Test", "class": "Rctn", "value": [
+    Json entry = jsonOf(R"({"key": "Test", "class": "Rctn", "value": [
         {"key": "Top ", "type": "long", "value": 5}]})");
     entry["type"] = type;
     PIActionDescriptor object = nullptr;
@@ -189,7 +189,7 @@ TEST_F(DescriptorUtilitiesItem, ReturnsTheParameterErrorForATextThatNoRoomCanHol
 
 TEST_F(DescriptorUtilitiesErrorString, GivesTheParameterErrorForALengthAboveTheSize) {
   char buffer[4] = "xyz";
-  const auto given = descriptor(Json::parse(R"([{"key": "Msge", "type": "TEXT", "value": "!"}])"));
+  const auto given = descriptor(jsonOf(R"([{"key": "Msge", "type": "TEXT", "value": "!"}])"));
   AlteredSuite descriptors(sPSActionDescriptor);
   descriptors->GetStringLength = [](PIActionDescriptor, DescriptorKeyID, uint32* reported) {
     *reported = 0xFFFFFFFF;
@@ -264,7 +264,7 @@ TEST_F(DescriptorUtilitiesItem, ReturnsTheParameterErrorForANullValueBeforeCalli
 TEST_F(DescriptorUtilitiesErrorString, IsCopiedWithTheLimitOfItsOwnLength) {
   RecordingHost recorder;
   char buffer[32] = "xxxxxxxxxxxxxxxx";
-  const auto given = descriptor(Json::parse(R"([{"key": "Msge", "type": "TEXT",
+  const auto given = descriptor(jsonOf(R"([{"key": "Msge", "type": "TEXT",
                                                  "value": "It broke."}])"));
   EXPECT_EQ(PIUGetErrorStringFromDescriptor(given, buffer, 32), 0);
   EXPECT_EQ(recorder.textLimits, std::vector<std::uint32_t>{9});
@@ -275,7 +275,7 @@ TEST_F(DescriptorUtilitiesErrorString,
        IsReadIfItHasExactlyTheSizeAndGivesTheParameterErrorIfLonger) {
   RecordingHost recorder;
   char buffer[32] = "untouched";
-  const auto given = descriptor(Json::parse(R"([{"key": "Msge", "type": "TEXT",
+  const auto given = descriptor(jsonOf(R"([{"key": "Msge", "type": "TEXT",
                                                  "value": "0123456789"}])"));
   EXPECT_EQ(PIUGetErrorStringFromDescriptor(given, buffer, 9), kParameter);
   EXPECT_STREQ(buffer, "untouched");
@@ -287,14 +287,14 @@ TEST_F(DescriptorUtilitiesErrorString,
 
 TEST_F(DescriptorUtilitiesErrorString, IsReadAsEmptyIfItHasOneCharacter) {
   char buffer[4] = "xyz";
-  const auto given = descriptor(Json::parse(R"([{"key": "Msge", "type": "TEXT", "value": "!"}])"));
+  const auto given = descriptor(jsonOf(R"([{"key": "Msge", "type": "TEXT", "value": "!"}])"));
   EXPECT_EQ(PIUGetErrorStringFromDescriptor(given, buffer, 1), 0);
   EXPECT_EQ(std::string_view(buffer, 3), std::string_view("\0yz", 3));
 }
 
 TEST_F(DescriptorUtilitiesErrorString, LeavesTheBufferUnchangedIfItIsEmptyOrMissing) {
   char buffer[4] = "xyz";
-  const auto empty = descriptor(Json::parse(R"([{"key": "Msge", "type": "TEXT", "value": ""}])"));
+  const auto empty = descriptor(jsonOf(R"([{"key": "Msge", "type": "TEXT", "value": ""}])"));
   EXPECT_EQ(PIUGetErrorStringFromDescriptor(empty, buffer, 4), 0);
   EXPECT_EQ(PIUGetErrorStringFromDescriptor(empty, buffer, 0), 0);
   EXPECT_EQ(PIUGetErrorStringFromDescriptor(text("other"), buffer, 4), 0);
@@ -303,7 +303,7 @@ TEST_F(DescriptorUtilitiesErrorString, LeavesTheBufferUnchangedIfItIsEmptyOrMiss
 
 TEST_F(DescriptorUtilitiesErrorString, GivesTheHostsErrorIfItIsNotAText) {
   char buffer[4] = "xyz";
-  const auto given = descriptor(Json::parse(R"([{"key": "Msge", "type": "long", "value": 1}])"));
+  const auto given = descriptor(jsonOf(R"([{"key": "Msge", "type": "long", "value": 1}])"));
   EXPECT_EQ(PIUGetErrorStringFromDescriptor(given, buffer, 4), -1703);
   EXPECT_STREQ(buffer, "xyz");
 }
@@ -314,7 +314,7 @@ TEST_F(DescriptorUtilitiesErrorString, GivesTheParameterErrorForANullBufferBefor
 }
 
 TEST_F(DescriptorUtilitiesPlayResult, IsMinus1WithAMessageOrForNullAndOtherwise0) {
-  const auto message = descriptor(Json::parse(R"([{"key": "Msge", "type": "TEXT", "value": ""}])"));
+  const auto message = descriptor(jsonOf(R"([{"key": "Msge", "type": "TEXT", "value": ""}])"));
   EXPECT_EQ(PIUCheckPlayResult(message), -1);
   EXPECT_EQ(PIUCheckPlayResult(descriptor(Json::array())), 0);
   EXPECT_EQ(PIUCheckPlayResult(text("no message")), 0);
@@ -322,7 +322,7 @@ TEST_F(DescriptorUtilitiesPlayResult, IsMinus1WithAMessageOrForNullAndOtherwise0
 }
 
 TEST_F(DescriptorUtilitiesPlayResult, IsMinus1WithAMessageOfAnyType) {
-  const auto given = descriptor(Json::parse(R"([{"key": "Msge", "type": "long", "value": 0}])"));
+  const auto given = descriptor(jsonOf(R"([{"key": "Msge", "type": "long", "value": 0}])"));
   EXPECT_EQ(PIUCheckPlayResult(given), -1);
 }
 

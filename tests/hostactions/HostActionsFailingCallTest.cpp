@@ -75,7 +75,7 @@ class HostActionsFailingCall : public testing::Test {
 
   /// Creates a descriptor to read from.
   PIActionDescriptor descriptor(const char* json) {
-    return theHost().makeDescriptor(descriptorFromJson(Json::parse(json), theHost().typeIds()));
+    return theHost().makeDescriptor(descriptorFromJson(jsonOf(json), theHost().typeIds()));
   }
 
   /// A check that `output` is written only if the failed call was a free.

@@ -22,7 +22,7 @@ constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 /// The log's line of setting a brush property.
 Json setLine(const char* property, const char* unit, const Json& value, int result = 0) {
   Json brush = {{{"key", property}, {"type", "UntF"}, {"unit", unit}, {"value", value}}};
-  Json descriptor = Json::parse(R"([
+  Json descriptor = jsonOf(R"([
       {"key": "null", "type": "obj ", "value": [
         {"form": "Enmr", "class": "Brsh", "enumType": "Ordn", "value": "Trgt"}]},
       {"key": "T   ", "type": "Objc", "class": "Brsh", "value": []}])");
@@ -34,7 +34,7 @@ Json setLine(const char* property, const char* unit, const Json& value, int resu
 /// The log's line of selecting a tool.
 Json selectLine(const char* tool, int result = 0) {
   Json descriptor =
-      Json::parse(R"([{"key": "null", "type": "obj ", "value": [{"form": "Clss"}]}])");
+      jsonOf(R"([{"key": "null", "type": "obj ", "value": [{"form": "Clss"}]}])");
   descriptor[0]["value"][0]["class"] = tool;
   return {{"t", 0},      {"what", "play"},  {"event", "slct"}, {"descriptor", descriptor},
           {"dialog", 2}, {"result", result}};

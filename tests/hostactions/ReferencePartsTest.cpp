@@ -136,7 +136,7 @@ TEST_F(ReferenceParts, GetTheHostsAnswer) {
             0);
   const auto gets = machine_.lines("get");
   ASSERT_EQ(gets.size(), 1U);
-  EXPECT_EQ(gets[0]["reference"], Json::parse(R"([
+  EXPECT_EQ(gets[0]["reference"], jsonOf(R"([
       {"form": "prop", "class": "Prpr", "key": "Tool"},
       {"form": "Enmr", "class": "capp", "enumType": "Ordn", "value": "Trgt"}])"));
   ASSERT_TRUE(result);

@@ -16,6 +16,7 @@
 namespace {
 
 using simulator::Json;
+using simulator::jsonOf;
 using testing::HasSubstr;
 using testing_support::CaseFolder;
 using testing_support::Finished;
@@ -132,7 +133,7 @@ TEST_F(Output, OfAPluginIsALineOfTheLogAndNothingElse) {
   std::istringstream lines(run({MRVSIM, "play", scenario, "--plugin", MISBEHAVES}).output);
   std::vector<std::string> printed;
   for (std::string line; std::getline(lines, line);) {
-    const Json parsed = Json::parse(line);
+    const Json parsed = jsonOf(line);
     EXPECT_NE(parsed["what"], "forged");
     if (parsed["what"] == "printed") printed.push_back(parsed["text"]);
   }
@@ -222,7 +223,7 @@ TEST(ValidateCommand, AcceptsDescriptorsAndStandardInput) {
 TEST(CheckCommand, ListsTheChecksAsJson) {
   const Finished listed = run({MRVSIM, "check", "--list", "--json"});
   EXPECT_EQ(listed.status, 0);
-  const Json checks = Json::parse(listed.output)["checks"];
+  const Json checks = jsonOf(listed.output)["checks"];
   ASSERT_GE(checks.size(), 16U);
   EXPECT_EQ(checks[0]["name"], "exports");
   EXPECT_TRUE(checks[0]["sentence"].is_string());

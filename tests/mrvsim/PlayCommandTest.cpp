@@ -17,6 +17,7 @@
 namespace {
 
 using simulator::Json;
+using simulator::jsonOf;
 using testing_support::Finished;
 using testing_support::readFile;
 using testing_support::run;
@@ -37,7 +38,7 @@ std::vector<std::string> scenarioNames() {
 std::vector<Json> parseLines(const std::string& text) {
   std::vector<Json> lines;
   std::istringstream stream(text);
-  for (std::string line; std::getline(stream, line);) lines.push_back(Json::parse(line));
+  for (std::string line; std::getline(stream, line);) lines.push_back(jsonOf(line));
   return lines;
 }
 
@@ -92,7 +93,7 @@ TEST_P(PlayCommandMotion, GivesTheSameLogEveryTimeWithoutMisuse) {
 }
 
 TEST_P(PlayCommandMotion, LeavesNoKeyDownAndPacesTicksByTheRedraw) {
-  const auto scenario = Json::parse(readFile(file()));
+  const auto scenario = jsonOf(readFile(file()));
   const int delay = scenario["host"]["redrawDelay"];
   int held = 0;
   std::int64_t lastTick = -delay;
@@ -121,7 +122,7 @@ INSTANTIATE_TEST_SUITE_P(, PlayCommandMotion, testing::Values("flight.json", "br
                          });
 
 TEST(PlayCommandFlight, LastsAMinuteWithEveryKindOfMotion) {
-  const auto steps = Json::parse(readFile(kScenarios / "flight.json"))["steps"];
+  const auto steps = jsonOf(readFile(kScenarios / "flight.json"))["steps"];
   const auto count = [&](const char* kind) {
     return std::count_if(steps.begin(), steps.end(),
                          [&](const Json& step) { return step.contains(kind); });

@@ -16,7 +16,7 @@ namespace {
 
 ContainerPtr parsed(Handle handle, const char* procedure) {
   try {
-    const Json json = Json::parse(theMemoryHandles().bytes(handle, procedure));
+    const Json json = jsonOf(theMemoryHandles().bytes(handle, procedure));
     if (auto content = descriptorFromJson(json, hostState().ids)) return content;
   } catch (const std::exception&) {
     // Every kind of malformed content gets the same error.

@@ -108,26 +108,23 @@ Record cutRecord(Record record, int16 version, int16 count) {
 
 // The procedures of the records enter the host like those of its suites, but no suite must be held.
 
-template <class Body>
-OSErr callbackCall(const char* procedure, Body&& body) {
-  return hostCall<OSErr>(SuiteId::basic, procedure, std::forward<Body>(body));
+inline OSErr callbackCall(const char* procedure, ProcedureBody body) {
+  return hostCall<OSErr>(SuiteId::basic, procedure, body);
 }
 
-template <class Body>
-OSErr callbackRelease(const char* procedure, Body&& body) {
-  return hostRelease<OSErr>(SuiteId::basic, procedure, std::forward<Body>(body));
+inline OSErr callbackRelease(const char* procedure, ProcedureBody body) {
+  return hostRelease<OSErr>(SuiteId::basic, procedure, body);
 }
 
 template <class Result, class Body>
 Result callbackAnswer(const char* procedure, Result otherwise, Body&& body) {
-  return hostAnswer<Result>(SuiteId::basic, procedure, otherwise, std::forward<Body>(body));
+  return hostAnswer<Result>(SuiteId::basic, procedure, otherwise, body);
 }
 
 /// For procedures without a result, which cannot be made to fail.
-template <class Body>
-void callbackDo(const char* procedure, Body&& body) {
+inline void callbackDo(const char* procedure, ProcedureBody body) {
   const HostEntry entry(SuiteId::basic, procedure);
-  outcome(std::forward<Body>(body));
+  outcome(body);
 }
 
 }  // namespace simulator

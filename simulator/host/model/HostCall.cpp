@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "simulator/base/Faults.h"
 #include "simulator/base/Log.h"
 
 namespace simulator {
@@ -16,6 +17,28 @@ HostEntry::HostEntry(SuiteId suite, const char* procedure) : lock_(hostState().m
   if (suite != SuiteId::basic && state.holds[static_cast<std::size_t>(suite)] == 0) {
     theLog().misuse(fmt::format("{}: called through a suite that is not held", procedure));
   }
+}
+
+std::int32_t outcome(ProcedureBody body) {
+  try {
+    body();
+    return 0;
+  } catch (const CallError& failure) {
+    return failure.error;
+  }
+}
+
+std::int32_t callResult(SuiteId suite, const char* procedure, ProcedureBody body) {
+  const HostEntry entry(suite, procedure);
+  if (const auto error = theFaults().strike(procedure)) return *error;
+  return outcome(body);
+}
+
+std::int32_t releaseResult(SuiteId suite, const char* procedure, ProcedureBody body) {
+  const HostEntry entry(suite, procedure);
+  const auto error = theFaults().strike(procedure);
+  const std::int32_t own = outcome(body);
+  return error.value_or(own);
 }
 
 void copyText(std::string_view text, char* destination, std::uint32_t size) {

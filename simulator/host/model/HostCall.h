@@ -3,11 +3,10 @@
 
 #include <cstdint>
 #include <mutex>
-#include <optional>
 #include <string_view>
+#include <type_traits>
 #include <utility>
 
-#include "simulator/base/Faults.h"
 #include "simulator/host/model/HostErrors.h"
 #include "simulator/host/model/HostState.h"
 
@@ -23,42 +22,49 @@ class HostEntry {
   std::lock_guard<std::recursive_mutex> lock_;
 };
 
+/// A reference to the body of a procedure: anything that can be called without arguments and lives
+/// until the call is over. What procedures have in common is so compiled once and not for each
+/// body.
+class ProcedureBody {
+ public:
+  template <class Body>
+    requires(!std::is_same_v<std::remove_cvref_t<Body>, ProcedureBody>)
+  ProcedureBody(Body&& body)
+      : body_(const_cast<void*>(static_cast<const void*>(&body))),
+        call_([](void* address) { (*static_cast<std::remove_reference_t<Body>*>(address))(); }) {}
+
+  void operator()() const { call_(body_); }
+
+ private:
+  void* body_;
+  void (*call_)(void*);
+};
+
 /// Runs `body` and returns 0, or the error of the CallError that it throws.
-template <class Body>
-std::int32_t outcome(Body&& body) {
-  try {
-    std::forward<Body>(body)();
-    return 0;
-  } catch (const CallError& failure) {
-    return failure.error;
-  }
-}
+std::int32_t outcome(ProcedureBody body);
+
+/// What `hostCall` and `hostRelease` return, as an integer.
+std::int32_t callResult(SuiteId suite, const char* procedure, ProcedureBody body);
+std::int32_t releaseResult(SuiteId suite, const char* procedure, ProcedureBody body);
 
 /// A procedure with an error code. When told to fail, it returns the error without running `body`.
-template <class Result, class Body>
-Result hostCall(SuiteId suite, const char* procedure, Body&& body) {
-  const HostEntry entry(suite, procedure);
-  if (const auto error = theFaults().strike(procedure)) return static_cast<Result>(*error);
-  return static_cast<Result>(outcome(std::forward<Body>(body)));
+template <class Result>
+Result hostCall(SuiteId suite, const char* procedure, ProcedureBody body) {
+  return static_cast<Result>(callResult(suite, procedure, body));
 }
 
 /// A procedure that releases something. When told to fail, it returns the error but still runs
 /// `body`, since a caller cannot retry a release.
-template <class Result, class Body>
-Result hostRelease(SuiteId suite, const char* procedure, Body&& body) {
-  const HostEntry entry(suite, procedure);
-  const auto error = theFaults().strike(procedure);
-  const std::int32_t own = outcome(std::forward<Body>(body));
-  return static_cast<Result>(error.value_or(own));
+template <class Result>
+Result hostRelease(SuiteId suite, const char* procedure, ProcedureBody body) {
+  return static_cast<Result>(releaseResult(suite, procedure, body));
 }
 
 /// A procedure without an error code: returns `body`'s result, or `otherwise` if it fails.
 template <class Result, class Body>
 Result hostAnswer(SuiteId suite, const char* procedure, Result otherwise, Body&& body) {
-  const HostEntry entry(suite, procedure);
-  if (theFaults().strike(procedure)) return otherwise;
   Result result = otherwise;
-  outcome([&] { result = std::forward<Body>(body)(); });
+  callResult(suite, procedure, [&] { result = body(); });
   return result;
 }
 

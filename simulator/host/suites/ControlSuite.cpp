@@ -13,9 +13,8 @@ namespace simulator {
 
 namespace {
 
-template <class Body>
-OSErr call(const char* procedure, Body&& body) {
-  return hostCall<OSErr>(SuiteId::control, procedure, std::forward<Body>(body));
+OSErr call(const char* procedure, ProcedureBody body) {
+  return hostCall<OSErr>(SuiteId::control, procedure, body);
 }
 
 Json jsonOf(PIActionReference reference) {

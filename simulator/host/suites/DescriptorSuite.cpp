@@ -27,9 +27,8 @@ void KeyedSlot::put(Item item, const char* procedure) const {
 
 namespace {
 
-template <class Body>
-OSErr call(const char* procedure, Body&& body) {
-  return hostCall<OSErr>(SuiteId::descriptor, procedure, std::forward<Body>(body));
+OSErr call(const char* procedure, ProcedureBody body) {
+  return hostCall<OSErr>(SuiteId::descriptor, procedure, body);
 }
 
 const Container& content(PIActionDescriptor descriptor, const char* procedure) {
@@ -126,7 +125,7 @@ OSErr asHandle(const char* procedure, PIActionDescriptor descriptor, Handle* val
 
 ContainerPtr parseDescriptor(std::string_view text) {
   try {
-    if (auto descriptor = descriptorFromJson(Json::parse(text), hostState().ids)) return descriptor;
+    if (auto descriptor = descriptorFromJson(jsonOf(text), hostState().ids)) return descriptor;
   } catch (const std::exception&) {
     // Every kind of malformed content gets the same error.
   }

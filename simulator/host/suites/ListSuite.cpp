@@ -40,9 +40,8 @@ void readIntegers(const Container& list, uint32 count, int32* values) {
 
 namespace {
 
-template <class Body>
-OSErr call(const char* procedure, Body&& body) {
-  return hostCall<OSErr>(SuiteId::list, procedure, std::forward<Body>(body));
+OSErr call(const char* procedure, ProcedureBody body) {
+  return hostCall<OSErr>(SuiteId::list, procedure, body);
 }
 
 OSErr make(const char* procedure, PIActionList* list) {

@@ -10,9 +10,8 @@ namespace simulator {
 
 namespace {
 
-template <class Body>
-OSErr call(const char* procedure, Body&& body) {
-  return hostCall<OSErr>(SuiteId::reference, procedure, std::forward<Body>(body));
+OSErr call(const char* procedure, ProcedureBody body) {
+  return hostCall<OSErr>(SuiteId::reference, procedure, body);
 }
 
 OSErr put(const char* procedure, PIActionReference reference, Form form) {

@@ -14,9 +14,8 @@ namespace simulator {
 
 namespace {
 
-template <class Body>
-ASErr call(const char* procedure, Body&& body) {
-  return hostCall<ASErr>(SuiteId::string, procedure, std::forward<Body>(body));
+ASErr call(const char* procedure, ProcedureBody body) {
+  return hostCall<ASErr>(SuiteId::string, procedure, body);
 }
 
 std::u16string& textOf(ASZString string, const char* procedure) {

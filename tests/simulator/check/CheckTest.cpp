@@ -17,6 +17,7 @@
 namespace {
 
 using simulator::Json;
+using simulator::jsonOf;
 using testing::HasSubstr;
 using testing_support::Finished;
 using testing_support::run;
@@ -272,7 +273,7 @@ TEST(CheckResource, FailsForADamagedFile) {
 TEST(Check, PassesTheShippedBundleInEveryPoint) {
   const Finished checked = run({MRVSIM, "check", MRV_BUNDLE, "--json"});
   EXPECT_EQ(checked.status, 0) << checked.output;
-  const Json report = Json::parse(checked.output);
+  const Json report = jsonOf(checked.output);
   EXPECT_EQ(report["passed"], simulator::allChecks().size());
   EXPECT_EQ(report["failed"], 0);
   for (const Json& check : report["checks"]) EXPECT_EQ(check["result"], "passed") << check;
@@ -295,7 +296,7 @@ TEST(Check, ListsNamesAndSentences) {
 
 TEST(Check, RunsOnlyTheRequestedChecks) {
   const Finished checked = run({MRVSIM, "check", MODULE, "--only", "load-time", "--json"});
-  const Json report = Json::parse(checked.output);
+  const Json report = jsonOf(checked.output);
   ASSERT_EQ(report["checks"].size(), 1U);
   EXPECT_EQ(report["checks"][0]["name"], "load-time");
 }

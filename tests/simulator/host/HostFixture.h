@@ -50,13 +50,13 @@ class HostTest : public testing::Test {
 
   // Objects that the test owns: they do not count as leaks.
   PIActionDescriptor descriptorOf(std::string_view json) {
-    return theHost().makeDescriptor(descriptorFromJson(Json::parse(json), theHost().typeIds()));
+    return theHost().makeDescriptor(descriptorFromJson(jsonOf(json), theHost().typeIds()));
   }
   PIActionList listOf(std::string_view json) {
-    return theHost().makeList(listFromJson(Json::parse(json), theHost().typeIds()));
+    return theHost().makeList(listFromJson(jsonOf(json), theHost().typeIds()));
   }
   PIActionReference referenceOf(std::string_view json) {
-    return theHost().makeReference(referenceFromJson(Json::parse(json), theHost().typeIds()));
+    return theHost().makeReference(referenceFromJson(jsonOf(json), theHost().typeIds()));
   }
 
   std::string textOf(PIActionDescriptor descriptor) {

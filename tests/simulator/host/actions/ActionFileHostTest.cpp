@@ -22,7 +22,7 @@ using testing_support::valueOf;
 class ActionFileHost : public HostTest {
  protected:
   /// The items of a descriptor in JSON.
-  Json jsonOf(const actionfiles::Descriptor& descriptor) {
+  Json itemsOf(const actionfiles::Descriptor& descriptor) {
     return descriptorToJson(*hostDescriptor(descriptor, ids_), ids_);
   }
 
@@ -42,7 +42,7 @@ TEST_F(ActionFileHost, HasAnItemOfEveryType) {
     descriptor.items.push_back({codeId(key), std::move(value)});
     ++key[3];
   }
-  const Json expected = Json::parse(R"([
+  const Json expected = jsonOf(R"([
     {"key":"Key0","type":"long","value":-2147483648},
     {"key":"Key1","type":"comp","value":-9223372036854775807},
     {"key":"Key2","type":"doub","value":-0.0},
@@ -78,7 +78,7 @@ TEST_F(ActionFileHost, HasAnItemOfEveryType) {
     {"key":"KeyF","type":"bkmk","value":""},
     {"key":"KeyG","type":"UnFl"},
     {"key":"KeyH","type":"ObAr"}])");
-  const Json json = jsonOf(descriptor);
+  const Json json = itemsOf(descriptor);
   ASSERT_EQ(json.size(), expected.size());
   for (std::size_t i = 0; i < json.size(); ++i) EXPECT_EQ(json[i], expected[i]) << i;
 }
@@ -105,7 +105,7 @@ TEST_F(ActionFileHost, TakesTheLastValueOfAKeyThatAFileRepeats) {
   for (const std::int32_t value : {1, 2}) {
     descriptor.items.push_back({codeId("Wdth"), valueOf(actionfiles::kInteger, value)});
   }
-  EXPECT_EQ(jsonOf(descriptor).dump(), R"([{"key":"Wdth","type":"long","value":2}])");
+  EXPECT_EQ(itemsOf(descriptor).dump(), R"([{"key":"Wdth","type":"long","value":2}])");
 }
 
 TEST_F(ActionFileHost, HandsOutTheUnitsOfTextsAndNamesThatUtf8CannotEncode) {

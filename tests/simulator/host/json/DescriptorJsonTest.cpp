@@ -16,13 +16,13 @@ using testing::StartsWith;
 class DescriptorJson : public testing::Test {
  protected:
   std::string roundTrip(std::string_view text) {
-    return descriptorToJson(*descriptorFromJson(Json::parse(text), ids_), ids_).dump();
+    return descriptorToJson(*descriptorFromJson(jsonOf(text), ids_), ids_).dump();
   }
 
   /// The error that reading a descriptor gives, as "place: reason".
   std::string fault(std::string_view text) {
     try {
-      descriptorFromJson(Json::parse(text), ids_);
+      descriptorFromJson(jsonOf(text), ids_);
     } catch (const DescriptorJsonError& error) {
       return error.what();
     }
@@ -31,7 +31,7 @@ class DescriptorJson : public testing::Test {
 
   std::string referenceFault(std::string_view text) {
     try {
-      referenceFromJson(Json::parse(text), ids_);
+      referenceFromJson(jsonOf(text), ids_);
     } catch (const DescriptorJsonError& error) {
       return error.what();
     }
@@ -62,7 +62,7 @@ TEST_F(DescriptorJson, RestoresEveryTypeOfItem) {
           R"([{"key":"KeyA","type":"tdta","value":"AAEC"}])",
           R"([{"key":"KeyA","type":"ObAr"}])",
       }) {
-    EXPECT_EQ(Json::parse(roundTrip(text)), Json::parse(text)) << text;
+    EXPECT_EQ(jsonOf(roundTrip(text)), jsonOf(text)) << text;
   }
 }
 
@@ -81,7 +81,7 @@ TEST_F(DescriptorJson, ReadsNullAsTheNullDescriptor) {
 }
 
 TEST_F(DescriptorJson, NumbersStringIDsInTheOrderOfTheDocument) {
-  descriptorFromJson(Json::parse(R"([
+  descriptorFromJson(jsonOf(R"([
       {"key": "$outer", "type": "Objc", "class": "$class", "value": [
         {"key": "$inner", "type": "enum", "enumType": "$type", "value": "$value"}]},
       {"key": "$last", "type": "bool", "value": true}])"),
@@ -130,7 +130,7 @@ TEST_F(DescriptorJson, RestoresEveryKindOfID) {
   }
   for (const std::uint32_t id : written) {
     const Json json = idToJson(id, ids_);
-    EXPECT_EQ(idFromJson(Json::parse(json.dump()), ids_), id) << json;
+    EXPECT_EQ(idFromJson(jsonOf(json.dump()), ids_), id) << json;
   }
 }
 
@@ -259,7 +259,7 @@ std::string deep(int depth) {
 }
 
 TEST_F(DescriptorJson, HandlesNestingTenThousandDeep) {
-  const Json json = Json::parse(deep(10000));
+  const Json json = jsonOf(deep(10000));
   const ContainerPtr container = descriptorFromJson(json, ids_);
   const Json written = descriptorToJson(*container, ids_);
   EXPECT_TRUE(equal(*descriptorFromJson(written, ids_), *container));

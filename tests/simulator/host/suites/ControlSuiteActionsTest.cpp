@@ -19,7 +19,7 @@ class ControlSuiteActions : public HostTest {
 
   RecordedStep step(DescriptorEventID event, std::string_view parameters) {
     return {.event = event,
-            .parameters = descriptorFromJson(Json::parse(parameters), theHost().typeIds())};
+            .parameters = descriptorFromJson(jsonOf(parameters), theHost().typeIds())};
   }
   std::uint32_t stringID(const char* name) { return theHost().typeIds().idOf(name); }
 
@@ -81,7 +81,7 @@ TEST_F(ControlSuiteActions, AreLoggedWithWhatWasRecorded) {
   EXPECT_EQ(lines_.at(0), Json({{"t", 0},
                                 {"what", "play"},
                                 {"event", "slct"},
-                                {"descriptor", Json::parse(kSelectEraser)},
+                                {"descriptor", jsonOf(kSelectEraser)},
                                 {"dialog", 1},
                                 {"result", 0},
                                 {"recorded", {{"set", "Set"}, {"action", "One"}, {"step", 1}}}}));

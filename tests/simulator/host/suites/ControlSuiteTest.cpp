@@ -13,7 +13,7 @@ class ControlSuite : public HostTest {
     PIActionDescriptor answer = nullptr;
     const OSErr error = control_->Get(&answer, referenceOf(reference));
     if (error != 0) return error;
-    Json json = Json::parse(textOf(answer));
+    Json json = jsonOf(textOf(answer));
     descriptors_->Free(answer);
     return json;
   }
@@ -81,7 +81,7 @@ TEST_F(ControlSuite, AnswersAGetOfTheToolEvenIfThereIsNone) {
 }
 
 TEST_F(ControlSuite, ReturnsAGivenAnswerInPlaceOfTheModels) {
-  const Json given = Json::parse(R"([{"key": "VrsM", "type": "long", "value": 3}])");
+  const Json given = jsonOf(R"([{"key": "VrsM", "type": "long", "value": 3}])");
   theHost().setAnswer(kKeyHostVersion, descriptorFromJson(given, theHost().typeIds()));
   EXPECT_EQ(get(R"([{"form":"prop","class":"Prpr","key":"HstV"},)" + std::string(kApp) + "]"),
             given);
