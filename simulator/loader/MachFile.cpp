@@ -15,7 +15,7 @@ namespace simulator {
 
 namespace {
 
-constexpr std::uint64_t kPage = 0x1000;
+constexpr std::uint64_t kPageSize = 0x1000;
 // Larger than any plug-in, yet small enough that a damaged size does no harm.
 constexpr std::uint64_t kLargestImage = 256u << 20;
 
@@ -254,11 +254,11 @@ void MachFile::readSegment(Bytes command) {
 
 void MachFile::addSegment(Segment segment) {
   contents(segment);
-  if (segment.address % kPage != 0 || segment.fileSize > segment.size ||
+  if (segment.address % kPageSize != 0 || segment.fileSize > segment.size ||
       segment.address > kLargestImage || segment.size > kLargestImage) {
     throw LoadError(fmt::format("segment {} has an impossible place or size", segment.name));
   }
-  segment.size = (segment.size + kPage - 1) / kPage * kPage;
+  segment.size = (segment.size + kPageSize - 1) / kPageSize * kPageSize;
   for (const Segment& other : segments_) {
     if (segment.address < other.address + other.size &&
         other.address < segment.address + segment.size) {
