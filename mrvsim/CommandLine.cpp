@@ -61,7 +61,43 @@ void addTimeout(CLI::App& command, double& limit, const std::string& what) {
       ->type_name("SECONDS");
 }
 
-void addPlay(CLI::App& app, Command& action) {
+/// The words of the summary; a test holds that none is missing.
+constexpr char kPlayHelp[] = R"(
+The summary begins with a sentence. Then it shows the time from left to right, a
+line for each kind of thing, and at the end the counts. Its words:
+
+    sample        one report of the device, which has six numbers
+    push or pull  samples that are strongest along the cap's axis; they zoom
+    slide         samples that are strongest sideways, up or down; they pan
+    twist         samples that are strongest about the cap's axis; they change
+                  the brush
+    at rest       samples in which none of these moved
+    background    another application was in front; such samples do nothing
+    motion        the time from the first sample to the last
+    tick          one step of a scroll wheel that the plug-in turned for the host
+    zoom in, zoom out
+                  ticks that enlarge the view, and that reduce it
+    pan           ticks that move the view
+    brush keys    keys for a larger or smaller brush that the plug-in typed
+    waiting       the share of the time from a tick to the host's redraw; the
+                  plug-in does nothing with the samples that zoom or pan then
+    without effect
+                  how many samples those were; the plug-in does not say, so the
+                  number is inferred
+    held back     real clicks of the mouse that the host did not get, because a
+                  pan was in progress
+    zoom, brush size
+                  what the host then showed, in per cent and in pixels
+    view's corner where the document's top left corner is, in pixels
+    leaked, misuse
+                  what the plug-in did wrong with objects of the host or the
+                  system: kept for ever, freed twice, used after they were freed
+    key left down a key that the plug-in pressed and did not release
+
+Exit status: 0 if the plug-in did nothing wrong, 2 if it could not be played, 3
+after a misuse, 4 if the plug-in crashed, ended the process or did not come back.)";
+
+void addPlay(CLI::App& app, Action& action) {
   auto options = std::make_shared<PlayOptions>();
   CLI::App* play = app.add_subcommand("play", "Play scenarios and write what the plug-in does");
   play->add_option("SCENARIO", options->scenarios, "Scenarios, JSON files")->required();
@@ -70,6 +106,7 @@ void addPlay(CLI::App& app, Command& action) {
   play->add_flag("--summary", options->summary,
                  "Print a summary; a log is then written only with --log");
   addTimeout(*play, options->timeout, "one step");
+  play->footer(kPlayHelp);
   play->callback([options, &action] {
     if (options->log.empty() && !options->summary) options->log = "-";
     action = [options] { return runPlay(*options); };

@@ -78,6 +78,7 @@ class Performance {
         plugin_(plugin),
         wantsLog_(wantsLog),
         channel_(channel),
+        summary_(scenario.setup().host.brush),
         player_(scenario.setup(), home, &summary_) {}
 
   /// Sends everything that happens; does not throw.

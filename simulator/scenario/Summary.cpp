@@ -4,123 +4,291 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cctype>
 #include <cstdlib>
+
+#include "simulator/scenario/Wording.h"
 
 namespace simulator {
 
 namespace {
 
 constexpr std::uint64_t kCommandFlag = 0x100000;
+constexpr std::size_t kMostMisusesShown = 5;
+constexpr double kPercent = 100;
+constexpr double kZoomAtTheStart = 100;
 
 std::int64_t square(std::int16_t value) { return std::int64_t{value} * value; }
 
+/// The value of a parameter of a posted event; 0 if it has none of that name.
+std::uint64_t parameterOf(const Json& event, const char* name) {
+  for (const Json& parameter : event["parameters"]) {
+    if (parameter[0] == name) return parameter[2].get<std::uint64_t>();
+  }
+  return 0;
+}
+
+/// The text with a capital letter.
+std::string sentence(std::string text) {
+  text[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(text[0])));
+  return text;
+}
+
+std::string row(const char* name, const std::string& text) {
+  return fmt::format("{:12}{}\n", name, text);
+}
+
 }  // namespace
 
+Summary::Summary(std::optional<double> brush)
+    : zoom_{kZoomAtTheStart, kZoomAtTheStart, kZoomAtTheStart, kZoomAtTheStart} {
+  timeline_.set(Timeline::kZoom, 0, kZoomAtTheStart);
+  if (brush) brushSize(*brush);
+}
+
+void Summary::Range::take(double value) {
+  least = std::min(least, value);
+  most = std::max(most, value);
+  last = value;
+}
+
 /// The device's second translation zooms, the rotation about it twists, the other translations pan.
-Summary::Kind Summary::kindOf(const DeviceMessage& message, bool active) {
+Summary::Kind Summary::kindOf(const DeviceMessage& message) {
   const auto& axes = message.axes;
   const std::int64_t zoom = square(axes[1]);
   const std::int64_t twist = square(axes[4]);
   const std::int64_t pan = std::max(square(axes[0]), square(axes[2]));
-  if (!active || (zoom == 0 && twist == 0 && pan == 0)) return kRest;
+  if (zoom == 0 && twist == 0 && pan == 0) return kRest;
   if (twist > zoom && twist > pan) return kBrush;
   return zoom > twist && zoom > pan ? kZoom : kPan;
 }
 
 void Summary::message(const DeviceMessage& message, bool active, bool pending) {
+  now_ = theLog().now();
+  timeline_.reach(now_);
   if (message.command != kMoravinCommandAxes) {
     ++otherMessages_;
     return;
   }
+  if (sampleCount() == 0) firstSample_ = now_;
+  lastSample_ = now_;
+  // In the background the plug-in passes every sample on as one at rest.
   if (!active) ++inBackground_;
-  sample(kindOf(message, active), pending);
+  sample(active ? kindOf(message) : kRest, pending);
+  if (active) ++samples_[kindOf(message)];
 }
 
 /// Mirrors the plug-in's pacing: after a tick it drops samples until the redraw, 51 at most.
 void Summary::sample(Kind kind, bool pending) {
   constexpr int kLongestCount = 50;
-  ++samples_[kind];
   if (kind == kBrush || (wait_ == 0 && !pending)) return;
   if (kind != kRest) ++dropped_;
   wait_ = wait_ <= kLongestCount ? wait_ + 1 : 0;
   if (wait_ == 0) endWait();
 }
 
-void Summary::redrawn() { endWait(); }
+void Summary::redrawn() {
+  now_ = theLog().now();
+  endWait();
+}
 
 void Summary::endWait() {
-  if (waitingSince_) longestWait_ = std::max(longestWait_, theLog().now() - *waitingSince_);
+  if (waitingSince_) {
+    longestWait_ = std::max(longestWait_, now_ - *waitingSince_);
+    timeline_.addSpan(Timeline::kWaiting, *waitingSince_, now_);
+  }
   waitingSince_.reset();
   wait_ = 0;
 }
 
 void Summary::line(const Json& line) {
   now_ = line["t"];
-  const std::string what = line["what"];
-  if (what == "wheel") wheel(line);
-  if (what == "posted" && line["class"] == "keyb" && line["kind"] == 1) ++keysTyped_;
-  if (what == "click") {
-    ++clicks_;
-    if (!line["passed"].get<bool>()) ++clicksHeldBack_;
-  }
-  if (what == "misuse") ++misuses_;
-  if (what == "view") {
-    view_ = line;
+  timeline_.reach(now_);
+  const auto& what = line["what"].get_ref<const std::string&>();
+  if (what == "wheel") {
+    const Json& wheels = line["wheels"];
+    const bool command = (line["flags"].get<std::uint64_t>() & kCommandFlag) != 0;
+    wheel(wheels[0], wheels.size() > 1 || command);
+  } else if (what == "posted" && line["class"] == "keyb") {
+    brushKey(parameterOf(line, "kcod"), line["kind"] == 1);
+  } else if (what == "key") {
+    key({false, line["key"]}, line["down"]);
+  } else if (what == "click") {
+    click(line["passed"]);
+  } else if (what == "misuse") {
+    misuse(line["text"]);
+  } else if (what == "view") {
     const Json& brush = line["brush"];
-    if (brush.is_number()) brushSize(brush.get<double>());
+    view(line["zoom"], line["origin"][0], line["origin"][1],
+         brush.is_null() ? std::nullopt : std::optional(brush.get<double>()));
   }
 }
 
-/// Keeps the first and the last size and those at which the brush starts to grow or to shrink.
-void Summary::brushSize(double size) {
-  const std::size_t count = brushSizes_.size();
-  if (count > 0 && brushSizes_.back().second == size) return;
-  const auto at = [&](std::size_t fromEnd) { return brushSizes_[count - fromEnd].second; };
-  const bool goesOn = count > 1 && (at(2) < at(1)) == (at(1) < size);
-  if (goesOn) brushSizes_.pop_back();
-  brushSizes_.emplace_back(now_, size);
-}
-
-void Summary::wheel(const Json& line) {
-  const auto& wheels = line["wheels"];
-  const auto vertical = wheels[0].get<int>();
-  const bool sideways = wheels.size() > 1 || (line["flags"].get<std::uint64_t>() & kCommandFlag);
+void Summary::wheel(int vertical, bool sideways) {
   if (!sideways && std::abs(vertical) == 1) {
     ++(vertical > 0 ? zoomIn_ : zoomOut_);
+    timeline_.add(vertical > 0 ? Timeline::kZoomIn : Timeline::kZoomOut, now_);
   } else {
     ++(sideways ? horizontal_ : vertical_);
+    timeline_.add(Timeline::kPan, now_);
   }
-  if (wait_ == 0) {
-    wait_ = 1;
-    waitingSince_ = now_;
+  if (wait_ != 0) return;
+  wait_ = 1;
+  waitingSince_ = now_;
+  ++waits_;
+}
+
+void Summary::brushKey(std::uint64_t code, bool down) {
+  if (down) {
+    ++brushKeys_;
+    timeline_.add(Timeline::kBrushKeys, now_);
   }
+  key({true, code}, down);
+}
+
+void Summary::key(std::pair<bool, std::uint64_t> which, bool down) {
+  if (down) {
+    keysDown_.insert(which);
+  } else {
+    keysDown_.erase(which);
+  }
+}
+
+void Summary::click(bool passed) {
+  ++clicks_;
+  if (passed) return;
+  ++clicksHeldBack_;
+  timeline_.add(Timeline::kHeldBack, now_);
+}
+
+void Summary::misuse(const std::string& text) {
+  ++misuses_;
+  if (firstMisuses_.size() < kMostMisusesShown) firstMisuses_.push_back(printable(text));
+}
+
+void Summary::view(double zoom, double x, double y, std::optional<double> brush) {
+  viewChanged_ = true;
+  zoom_.take(zoom * kPercent);
+  timeline_.set(Timeline::kZoom, now_, zoom * kPercent);
+  originX_ = x;
+  originY_ = y;
+  if (brush) brushSize(*brush);
+}
+
+void Summary::brushSize(double size) {
+  if (!brush_) brush_ = Range{size, size, size, size};
+  brush_->take(size);
+  timeline_.set(Timeline::kBrushSize, now_, size);
+}
+
+std::uint64_t Summary::sampleCount() const {
+  return samples_[kRest] + samples_[kBrush] + samples_[kZoom] + samples_[kPan] + inBackground_;
+}
+
+/// How long the device sent samples; whole seconds if it is long.
+std::string Summary::motionTime() const {
+  constexpr std::int64_t kLong = 10000;
+  constexpr std::int64_t kSecond = 1000;
+  const std::int64_t time = lastSample_ - firstSample_;
+  if (time == 0) return "A moment";
+  return secondsText(time < kLong ? time : (time + kSecond / 2) / kSecond * kSecond);
 }
 
 std::string Summary::text() const {
-  std::string text = fmt::format(
-      "Device samples      {:6} zoom  {:6} pan  {:6} brush  {:6} at rest ({} in the background)\n"
-      "Other messages      {:6}\n"
-      "Wheel ticks         {:6} zoom in  {:6} zoom out  {:6} vertical  {:6} horizontal\n"
-      "Dropped by pacing   {:6} samples; longest wait for a redraw {} ms\n"
-      "Clicks held back    {:6} of {}\n"
-      "Keys typed          {:6}\n",
-      samples_[kZoom], samples_[kPan], samples_[kBrush], samples_[kRest], inBackground_,
-      otherMessages_, zoomIn_, zoomOut_, vertical_, horizontal_, dropped_, longestWait_,
-      clicksHeldBack_, clicks_, keysTyped_);
-  if (view_.is_object()) {
-    text += fmt::format("View at the end     {:6.1f} %, origin ({:.1f}, {:.1f})\n",
-                        view_["zoom"].get<double>() * 100, view_["origin"][0].get<double>(),
-                        view_["origin"][1].get<double>());
+  Timeline timeline = timeline_;
+  if (waitingSince_) timeline.addSpan(Timeline::kWaiting, *waitingSince_, now_);
+  const std::string picture = timeline.text();
+  return verdict() + "\n\n" + picture + (picture.empty() ? "" : "\n") + deviceLine() + zoomLine() +
+         panLine() + brushLine() + waitLines() + clickLine() + misuseLines();
+}
+
+std::string Summary::verdict() const { return whatHappened() + "; " + whatWentWrong() + "."; }
+
+std::string Summary::whatHappened() const {
+  if (!lostMotion_.empty()) return sentence(lostMotion_);
+  if (sampleCount() == 0) return "The device did not move";
+  std::vector<std::string> parts;
+  const auto add = [&](std::uint64_t count, const char* noun) {
+    if (count > 0) parts.push_back(counted(count, noun));
+  };
+  add(zoomIn_ + zoomOut_, "zoom tick");
+  add(vertical_ + horizontal_, "pan tick");
+  add(brushKeys_, "brush key");
+  if (parts.empty() && clicksHeldBack_ > 0) {
+    parts.push_back(counted(clicksHeldBack_, "click") + " held back");
   }
-  if (brushSizes_.size() > 1) {
-    text += "Brush over time    ";
-    for (const auto& [time, size] : brushSizes_) {
-      text += fmt::format(" {:g} px at {:.1f} s;", size, static_cast<double>(time) / 1000);
-    }
-    text.back() = '\n';
+  const std::string result =
+      parts.empty() ? "nothing came of it" : fmt::format("{}", fmt::join(parts, ", "));
+  return fmt::format("{} of motion: {}", motionTime(), result);
+}
+
+std::string Summary::whatWentWrong() const {
+  const std::string misuse =
+      misuses_ == 0 ? "nothing leaked" : counted(misuses_, "misuse") + " of the host or the system";
+  const std::string keys =
+      keysDown_.empty() ? "no key left down" : counted(keysDown_.size(), "key") + " left down";
+  return misuse + ", " + keys;
+}
+
+std::string Summary::deviceLine() const {
+  std::string text = fmt::format("{}: {} push or pull, {} slide, {} twist, {} at rest",
+                                 counted(sampleCount(), "sample"), samples_[kZoom], samples_[kPan],
+                                 samples_[kBrush], samples_[kRest]);
+  text = row("Device", text);
+  if (inBackground_ > 0) {
+    text += row("", counted(inBackground_, "sample") + " while the host was in the background");
   }
-  if (!lostMotion_.empty()) text += fmt::format("Motion without effect  {}\n", lostMotion_);
-  if (misuses_ > 0) text += fmt::format("Misuses             {:6}\n", misuses_);
+  if (otherMessages_ > 0) {
+    text += row("", counted(otherMessages_, "message") + " of buttons and other things");
+  }
+  return text;
+}
+
+std::string Summary::zoomLine() const {
+  std::string text = fmt::format("{} in, {} out", counted(zoomIn_, "tick"), zoomOut_);
+  if (viewChanged_) text += "; " + rangeText(zoom_, "%");
+  return row("Zoom", text);
+}
+
+std::string Summary::panLine() const {
+  std::string text =
+      fmt::format("{} up or down, {} sideways", counted(vertical_, "tick"), horizontal_);
+  if (viewChanged_) {
+    text += fmt::format("; the view's corner ends at ({:.0f}, {:.0f})", originX_, originY_);
+  }
+  return row("Pan", text);
+}
+
+std::string Summary::brushLine() const {
+  std::string text = counted(brushKeys_, "key");
+  if (brush_) text += "; " + rangeText(*brush_, "px");
+  return row("Brush", text);
+}
+
+std::string Summary::rangeText(const Range& range, const char* unit) {
+  if (range.least == range.most) return fmt::format("{:.4g} {} all the time", range.last, unit);
+  return fmt::format("{:.4g} {} at first, from {:.4g} to {:.4g}, {:.4g} at the end", range.first,
+                     unit, range.least, range.most, range.last);
+}
+
+std::string Summary::waitLines() const {
+  return row("Waiting", fmt::format("{} for the host to redraw after a tick, the longest {}",
+                                    counted(waits_, "time"), secondsText(longestWait_))) +
+         row("", counted(dropped_, "sample") +
+                     " without effect meanwhile (inferred from the ticks and redraws)");
+}
+
+std::string Summary::clickLine() const {
+  return row("Clicks", fmt::format("{} of {} held back from the host during a pan", clicksHeldBack_,
+                                   clicks_));
+}
+
+std::string Summary::misuseLines() const {
+  std::string text;
+  for (const std::string& misuse : firstMisuses_)
+    text += row(text.empty() ? "Misuses" : "", misuse);
+  const std::uint64_t more = misuses_ - firstMisuses_.size();
+  if (more > 0) text += row("", fmt::format("and {} more; the log has them all", more));
   return text;
 }
 

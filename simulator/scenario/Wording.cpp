@@ -117,6 +117,10 @@ std::string guess(std::string_view name, const std::vector<std::string>& candida
   return found.empty() ? "" : fmt::format("; did you mean \"{}\"?", found);
 }
 
+std::string counted(std::uint64_t count, std::string_view noun) {
+  return fmt::format("{} {}{}", count, noun, count == 1 ? "" : "s");
+}
+
 std::string listed(const std::vector<std::string>& names) {
   std::string text;
   for (std::size_t i = 0; i < names.size(); ++i) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -22,6 +23,9 @@ std::string nearest(std::string_view name, const std::vector<std::string>& candi
 
 /// "; did you mean "axes"?" with the nearest candidate; empty if none is close.
 std::string guess(std::string_view name, const std::vector<std::string>& candidates);
+
+/// "1 tick", "2 ticks"; `noun` takes an "s".
+std::string counted(std::uint64_t count, std::string_view noun);
 
 /// "a, b and c".
 std::string listed(const std::vector<std::string>& names);

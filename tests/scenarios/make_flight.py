@@ -1,19 +1,27 @@
 #!/usr/bin/env python3
 """Writes flight.json and brush.json: hand-like motion of the device, 100 samples a second.
 
-A movement of the hand is a smooth rise and fall of the deflection (sine squared) along one
-direction. Some motion leaks into the other axes, and the tremor of a resting hand (8 to 12 Hz) is
-added. The seeds are fixed, so every run writes the same files.
+    python3 tests/scenarios/make_flight.py [FOLDER]     writes them into FOLDER, or beside this file
 
-    python3 tests/scenarios/make_flight.py
+A flight is a list of movements, each a call of `Hand.move`:
+
+    hand.move(PUSH, 2000, 0.5)      push for two seconds, with half the force
+    hand.move(diagonal(LEFT, UP), 3500, during=click)      a click in the middle of the movement
+    hand.rest(300)                  the hand is off the cap
+    hand.step(mouse=[40, 20])       any other step of a scenario, at this time
+
+The force of a movement rises and falls smoothly (sine squared). Some of it leaks into the other
+axes, and the tremor of a hand (8 to 12 Hz) is added. The random numbers have fixed seeds, so every
+run writes the same bytes; a test compares them with the files here. After a change, run this
+program, then write the expected summaries anew (docs/testing.md).
 """
 
 import json
 import math
 import pathlib
 import random
+import sys
 
-HERE = pathlib.Path(__file__).parent
 SAMPLE_MS = 10
 FULL = 350  # device counts at full deflection
 
@@ -74,51 +82,60 @@ def click(hand):
     hand.step(click="up")
 
 
-def write(name, scenario):
+def write(file, scenario):
     steps = scenario.pop("steps")
     head = json.dumps(scenario)[:-1]
     lines = ",\n  ".join(json.dumps(step) for step in steps)
-    (HERE / name).write_text(f'{head}, "steps": [\n  {lines}\n]}}\n')
+    file.write_text(f'{head}, "steps": [\n  {lines}\n]}}\n')
 
 
-def flight():
+def flight(file):
     hand = Hand(20)
     hand.step(call=["SP Interface", "Startup"])
     hand.now = 1000
     hand.rest(500)
     hand.move(PUSH, 2000)
     hand.rest(700)
+    hand.move(LARGER, 2000, 0.45)
+    hand.rest(300)
     hand.move(RIGHT, 3000, 0.8, click)
     hand.rest(300)
+    hand.move(SMALLER, 2000, 0.45)
     hand.move(UP, 2500, 0.6)
     hand.move(PULL, 3000, 0.9)
-    hand.rest(1000)
+    hand.rest(700)
     hand.move(diagonal(LEFT, UP), 3500, during=click)
     hand.move(diagonal(PUSH, RIGHT), 3000)
+    hand.move(LARGER, 1200, 0.5)
     hand.rest(500)
     hand.step(active=False)
-    hand.move(PUSH, 3000)
+    hand.move(PUSH, 1500)
+    hand.move(SMALLER, 1500)
     hand.rest(500)
     hand.step(active=True)
-    hand.move(PUSH, 3000, 0.5)
+    hand.move(SMALLER, 1200, 0.5)
+    hand.move(PUSH, 2000, 0.5)
     hand.step(mouse=[40, 20])
     hand.move(PULL, 2000, 0.7)
     hand.step(mouse=[500, 350])
     hand.move(DOWN, 3000, 1.0, click)
-    hand.rest(1500)
+    hand.rest(900)
     hand.step(click="down")
     hand.step(click="up")
-    hand.move(diagonal(PULL, DOWN), 3500)
-    hand.move(LEFT, 4000, 0.3)
-    hand.move(diagonal(RIGHT, DOWN), 5000, 0.5, click)
-    hand.move(UP, 4000, 0.2)
+    for strength in (0.3, 0.5):
+        hand.move(LARGER, 1500, strength)
+        hand.move(SMALLER, 1500, strength)
+    hand.move(diagonal(PULL, DOWN), 3000)
+    hand.move(LEFT, 3000, 0.3)
+    hand.move(diagonal(RIGHT, DOWN), 4000, 0.5, click)
+    hand.move(UP, 2000, 0.2)
     hand.move(PUSH, 2000, 0.9)
     hand.rest(61000 - hand.now)
     hand.step(call=["SP Interface", "Shutdown"])
-    write("flight.json", {"host": {"redrawDelay": 60}, "steps": hand.steps})
+    write(file, {"host": {"redrawDelay": 60}, "steps": hand.steps})
 
 
-def brush():
+def brush(file):
     hand = Hand(21)
     hand.step(call=["SP Interface", "Startup"])
     hand.now = 1000
@@ -147,9 +164,10 @@ def brush():
         hand.move(LARGER, 900, 0.25)
         hand.rest(200)
     hand.step(call=["SP Interface", "Shutdown"])
-    write("brush.json", {"host": {"redrawDelay": 25}, "steps": hand.steps})
+    write(file, {"host": {"redrawDelay": 25}, "steps": hand.steps})
 
 
 if __name__ == "__main__":
-    flight()
-    brush()
+    folder = pathlib.Path(sys.argv[1]) if len(sys.argv) > 1 else pathlib.Path(__file__).parent
+    flight(folder / "flight.json")
+    brush(folder / "brush.json")

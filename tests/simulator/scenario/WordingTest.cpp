@@ -55,6 +55,12 @@ TEST(Wording, AsksOnlyIfThereIsAGuess) {
   EXPECT_EQ(guess("twist", {"axes"}), "");
 }
 
+TEST(Wording, CountsOneAndMany) {
+  EXPECT_EQ(counted(0, "tick"), "0 ticks");
+  EXPECT_EQ(counted(1, "tick"), "1 tick");
+  EXPECT_EQ(counted(2, "tick"), "2 ticks");
+}
+
 TEST(Wording, ListsNames) {
   EXPECT_EQ(listed({}), "");
   EXPECT_EQ(listed({"a"}), "a");
