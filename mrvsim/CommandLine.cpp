@@ -105,10 +105,12 @@ void addPlay(CLI::App& app, Action& action) {
   addValue(*play, "--plugin", options->plugin, "The plug-in to load: a module or a bundle");
   play->add_flag("--summary", options->summary,
                  "Print a summary; a log is then written only with --log");
+  play->add_flag("--text", options->text,
+                 "Print the log for people, a line for each event; in JSON only with --log");
   addTimeout(*play, options->timeout, "one step");
   play->footer(kPlayHelp);
   play->callback([options, &action] {
-    if (options->log.empty() && !options->summary) options->log = "-";
+    if (options->log.empty() && !options->summary && !options->text) options->log = "-";
     action = [options] { return runPlay(*options); };
   });
 }

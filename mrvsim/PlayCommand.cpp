@@ -19,6 +19,7 @@
 #include "mrvsim/PluginFile.h"
 #include "simulator/base/Log.h"
 #include "simulator/loader/PluginModule.h"
+#include "simulator/scenario/LogText.h"
 #include "simulator/scenario/OutputCapture.h"
 #include "simulator/scenario/Player.h"
 #include "simulator/scenario/ScenarioReader.h"
@@ -33,6 +34,7 @@ namespace {
 // The messages from the process that plays.
 constexpr char kLoaded = 'l';
 constexpr char kLogLine = 'L';
+constexpr char kTextLine = 'T';  ///< the same for people
 constexpr char kSummary = 'S';
 constexpr char kLostMotion = 'M';
 constexpr char kMisuse = 'u';
@@ -68,15 +70,31 @@ std::string withHomeAsTilde(std::string text, const std::string& home) {
   return text;
 }
 
+/// Whether people want colour in what is printed.
+bool isColourWanted() {
+  const char* const refused = std::getenv("NO_COLOR");
+  if (refused != nullptr && *refused != '\0') return false;
+  const char* const terminal = std::getenv("TERM");
+  const bool isDumb = terminal == nullptr || std::string_view(terminal) == "dumb";
+  return !isDumb && isatty(STDOUT_FILENO) == 1;
+}
+
+/// The forms in which the process that plays sends each line of the log.
+struct LogForms {
+  bool json = false;
+  bool text = false;
+  bool isColoured = false;  ///< the text
+};
+
 /// Plays one scenario in the process that may crash.
 class Performance {
  public:
   Performance(const ScenarioFile& scenario, const TemporaryHome& home, const std::string& plugin,
-              bool wantsLog, Channel& channel)
+              LogForms forms, Channel& channel)
       : scenario_(scenario),
         home_(home),
         plugin_(plugin),
-        wantsLog_(wantsLog),
+        forms_(forms),
         channel_(channel),
         summary_(scenario.setup().host.brush),
         player_(scenario.setup(), home, &summary_) {}
@@ -149,7 +167,8 @@ class Performance {
 
   void logged(const Json& line) {
     summary_.line(line);
-    if (!wantsLog_) return;
+    if (forms_.text) channel_.send(kTextLine, logText(line, forms_.isColoured));
+    if (!forms_.json) return;
     // The plug-in may print invalid UTF-8.
     channel_.send(kLogLine, line.dump(-1, ' ', false, Json::error_handler_t::replace) + '\n');
   }
@@ -161,7 +180,7 @@ class Performance {
   const ScenarioFile& scenario_;
   const TemporaryHome& home_;
   const std::string& plugin_;
-  bool wantsLog_;
+  LogForms forms_;
   Channel& channel_;
   OutputCapture capture_;
   Summary summary_;
@@ -173,14 +192,19 @@ class Play {
  public:
   explicit Play(const PlayOptions& options)
       : options_(options),
-        plugin_(options.plugin.empty() ? besideProgram("MrvPhotoshop.so") : options.plugin) {
+        plugin_(options.plugin.empty() ? besideProgram("MrvPhotoshop.so") : options.plugin),
+        forms_{!options.log.empty(), options.text, isColourWanted()} {
+    if (options.log == "-" && options.text) {
+      throw std::runtime_error(
+          "--log - and --text would mix on standard output; name a file with --log");
+    }
     if (!options.log.empty()) log_.emplace(options.log);
-    if (options.summary) summary_.emplace("-");
+    if (options.summary || options.text) printed_.emplace("-");
     readInputs();
     std::vector<std::string> inputs = options.scenarios;
     inputs.push_back(plugin_);
     if (log_) log_->expectNoneOf(inputs);
-    if (summary_) summary_->expectNoneOf(inputs);
+    if (printed_) printed_->expectNoneOf(inputs);
   }
 
   int run() {
@@ -188,9 +212,10 @@ class Play {
     openOutputs();
     // Nothing that can still be taken back is done before all that can fail.
     if (log_) log_->prepare();
-    if (summary_) {
-      summary_->write(summaries_);
-      summary_->commit();
+    if (printed_) {
+      if (options_.text && options_.summary) printed_->write("\n");
+      printed_->write(summaries_);
+      printed_->commit();
     }
     if (log_) log_->commit();
     if (!whatBroke_.empty()) complain(whatBroke_);
@@ -213,6 +238,7 @@ class Play {
     const TemporaryHome home;
     failure_.clear();
     isLoaded_ = false;
+    if (options_.text && scenarios_.size() > 1) earlyText_ = scenario.name() + ":\n";
     WatchedProcess process([&](Channel& channel) { perform(scenario, home, channel); },
                            options_.timeout);
     const ProcessEnd end =
@@ -226,7 +252,7 @@ class Play {
 
   void perform(const ScenarioFile& scenario, const TemporaryHome& home, Channel& channel) {
     try {
-      Performance(scenario, home, plugin_, log_.has_value(), channel).perform();
+      Performance(scenario, home, plugin_, forms_, channel).perform();
     } catch (const std::exception& error) {
       channel.send(kCannotPlay, error.what());
     }
@@ -242,8 +268,11 @@ class Play {
       case kLogLine:
         earlyLog_ += text;
         break;
+      case kTextLine:
+        earlyText_ += text;
+        break;
       case kSummary:
-        addSummary(scenario, text);
+        if (options_.summary) addSummary(scenario, text);
         break;
       case kLostMotion:
         if (!text.empty()) complain(fmt::format("note: {}: {}", scenario.name(), text));
@@ -263,14 +292,16 @@ class Play {
   /// What was logged before the plug-in was loaded is kept back, because it may yet be refused.
   void writeLog() {
     if (log_) log_->write(earlyLog_);
+    if (printed_) printed_->write(earlyText_);
     earlyLog_.clear();
+    earlyText_.clear();
   }
 
   void openOutputs() {
     if (outputsAreOpen_) return;
     outputsAreOpen_ = true;
     if (log_) log_->open();
-    if (summary_) summary_->open();
+    if (printed_) printed_->open();
   }
 
   void addSummary(const ScenarioFile& scenario, std::string_view text) {
@@ -303,12 +334,14 @@ class Play {
 
   const PlayOptions& options_;
   std::string plugin_;
+  LogForms forms_;
   std::vector<std::unique_ptr<ScenarioFile>> scenarios_;
   std::optional<Output> log_;
-  std::optional<Output> summary_;
+  std::optional<Output> printed_;  ///< the text and the summaries
   bool outputsAreOpen_ = false;
   bool isLoaded_ = false;
   std::string earlyLog_;
+  std::string earlyText_;
   std::string summaries_;
   std::string failure_;    ///< what the plug-in did wrong, if it did not end the process
   std::string whatBroke_;  ///< the line about a plug-in that broke

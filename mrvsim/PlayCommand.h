@@ -11,6 +11,7 @@ struct PlayOptions {
   std::string log;                     ///< a file for the log, "-": standard output; empty: no log
   std::string plugin;    ///< a module or a bundle; empty: the module in the program's folder
   bool summary = false;  ///< print a summary to standard output
+  bool text = false;     ///< print the log for people to standard output
   double timeout = 10;   ///< the longest that the plug-in may take for one step, in seconds
 };
 

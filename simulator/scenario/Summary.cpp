@@ -18,7 +18,7 @@ constexpr std::size_t kMostMisusesShown = 5;
 constexpr double kPercent = 100;
 constexpr double kZoomAtTheStart = 100;
 
-std::int64_t square(std::int16_t value) { return std::int64_t{value} * value; }
+std::int64_t squared(std::int16_t value) { return std::int64_t{value} * value; }
 
 /// The value of a parameter of a posted event; 0 if it has none of that name.
 std::uint64_t parameterOf(const Json& event, const char* name) {
@@ -29,12 +29,12 @@ std::uint64_t parameterOf(const Json& event, const char* name) {
 }
 
 /// The text with a capital letter.
-std::string sentence(std::string text) {
+std::string capitalised(std::string text) {
   text[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(text[0])));
   return text;
 }
 
-std::string row(const char* name, const std::string& text) {
+std::string summaryRow(const char* name, const std::string& text) {
   return fmt::format("{:12}{}\n", name, text);
 }
 
@@ -55,9 +55,9 @@ void Summary::Range::take(double value) {
 /// The device's second translation zooms, the rotation about it twists, the other translations pan.
 Summary::Kind Summary::kindOf(const DeviceMessage& message) {
   const auto& axes = message.axes;
-  const std::int64_t zoom = square(axes[1]);
-  const std::int64_t twist = square(axes[4]);
-  const std::int64_t pan = std::max(square(axes[0]), square(axes[2]));
+  const std::int64_t zoom = squared(axes[1]);
+  const std::int64_t twist = squared(axes[4]);
+  const std::int64_t pan = std::max(squared(axes[0]), squared(axes[2]));
   if (zoom == 0 && twist == 0 && pan == 0) return kRest;
   if (twist > zoom && twist > pan) return kBrush;
   return zoom > twist && zoom > pan ? kZoom : kPan;
@@ -205,7 +205,7 @@ std::string Summary::text() const {
 std::string Summary::verdict() const { return whatHappened() + "; " + whatWentWrong() + "."; }
 
 std::string Summary::whatHappened() const {
-  if (!lostMotion_.empty()) return sentence(lostMotion_);
+  if (!lostMotion_.empty()) return capitalised(lostMotion_);
   if (sampleCount() == 0) return "The device did not move";
   std::vector<std::string> parts;
   const auto add = [&](std::uint64_t count, const char* noun) {
@@ -234,12 +234,13 @@ std::string Summary::deviceLine() const {
   std::string text = fmt::format("{}: {} push or pull, {} slide, {} twist, {} at rest",
                                  counted(sampleCount(), "sample"), samples_[kZoom], samples_[kPan],
                                  samples_[kBrush], samples_[kRest]);
-  text = row("Device", text);
+  text = summaryRow("Device", text);
   if (inBackground_ > 0) {
-    text += row("", counted(inBackground_, "sample") + " while the host was in the background");
+    text +=
+        summaryRow("", counted(inBackground_, "sample") + " while the host was in the background");
   }
   if (otherMessages_ > 0) {
-    text += row("", counted(otherMessages_, "message") + " of buttons and other things");
+    text += summaryRow("", counted(otherMessages_, "message") + " of buttons and other things");
   }
   return text;
 }
@@ -247,7 +248,7 @@ std::string Summary::deviceLine() const {
 std::string Summary::zoomLine() const {
   std::string text = fmt::format("{} in, {} out", counted(zoomIn_, "tick"), zoomOut_);
   if (viewChanged_) text += "; " + rangeText(zoom_, "%");
-  return row("Zoom", text);
+  return summaryRow("Zoom", text);
 }
 
 std::string Summary::panLine() const {
@@ -256,13 +257,13 @@ std::string Summary::panLine() const {
   if (viewChanged_) {
     text += fmt::format("; the view's corner ends at ({:.0f}, {:.0f})", originX_, originY_);
   }
-  return row("Pan", text);
+  return summaryRow("Pan", text);
 }
 
 std::string Summary::brushLine() const {
   std::string text = counted(brushKeys_, "key");
   if (brush_) text += "; " + rangeText(*brush_, "px");
-  return row("Brush", text);
+  return summaryRow("Brush", text);
 }
 
 std::string Summary::rangeText(const Range& range, const char* unit) {
@@ -272,23 +273,23 @@ std::string Summary::rangeText(const Range& range, const char* unit) {
 }
 
 std::string Summary::waitLines() const {
-  return row("Waiting", fmt::format("{} for the host to redraw after a tick, the longest {}",
-                                    counted(waits_, "time"), secondsText(longestWait_))) +
-         row("", counted(dropped_, "sample") +
-                     " without effect meanwhile (inferred from the ticks and redraws)");
+  return summaryRow("Waiting", fmt::format("{} for the host to redraw after a tick, the longest {}",
+                                           counted(waits_, "time"), secondsText(longestWait_))) +
+         summaryRow("", counted(dropped_, "sample") +
+                            " without effect meanwhile (inferred from the ticks and redraws)");
 }
 
 std::string Summary::clickLine() const {
-  return row("Clicks", fmt::format("{} of {} held back from the host during a pan", clicksHeldBack_,
-                                   clicks_));
+  return summaryRow("Clicks", fmt::format("{} of {} held back from the host during a pan",
+                                          clicksHeldBack_, clicks_));
 }
 
 std::string Summary::misuseLines() const {
   std::string text;
   for (const std::string& misuse : firstMisuses_)
-    text += row(text.empty() ? "Misuses" : "", misuse);
+    text += summaryRow(text.empty() ? "Misuses" : "", misuse);
   const std::uint64_t more = misuses_ - firstMisuses_.size();
-  if (more > 0) text += row("", fmt::format("and {} more; the log has them all", more));
+  if (more > 0) text += summaryRow("", fmt::format("and {} more; the log has them all", more));
   return text;
 }
 

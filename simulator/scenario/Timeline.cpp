@@ -34,7 +34,7 @@ constexpr std::array<LineWords, Timeline::kLevels> kLevelLines = {{
     {"brush size", "px"},
 }};
 
-constexpr char kKey[] =
+constexpr char kKeyToBlocks[] =
     "Each column is {}. A full block is the most of its line, a blank is nothing.\n"
     "The blocks of zoom and brush size rise from the least value to the greatest.\n";
 
@@ -51,7 +51,7 @@ std::size_t blockOfLevel(double value, double least, double most) {
   return static_cast<std::size_t>(std::lround(1 + (kHighestBlock - 1) * share));
 }
 
-std::string row(const char* name, const std::string& blocks, const std::string& scale) {
+std::string timelineRow(const char* name, const std::string& blocks, const std::string& scale) {
   return fmt::format("{:11}│{}│{}\n", name, blocks, scale.empty() ? scale : " " + scale);
 }
 
@@ -143,7 +143,7 @@ std::string Timeline::countRow(Count line, const Slots& columns, std::int64_t le
                                  100.0 * static_cast<double>(most) / static_cast<double>(full))
                    : "up to " + counted(most, kCountLines[line].unit);
   }
-  return row(kCountLines[line].name, blocks, scale);
+  return timelineRow(kCountLines[line].name, blocks, scale);
 }
 
 std::string Timeline::levelRow(Level line, const Slots& columns) const {
@@ -157,7 +157,8 @@ std::string Timeline::levelRow(Level line, const Slots& columns) const {
   }
   const std::string range =
       most > least ? fmt::format("{:.0f} to {:.0f}", least, most) : fmt::format("{:.0f}", least);
-  return row(kLevelLines[line].name, blocks, fmt::format("{} {}", range, kLevelLines[line].unit));
+  return timelineRow(kLevelLines[line].name, blocks,
+                     fmt::format("{} {}", range, kLevelLines[line].unit));
 }
 
 bool Timeline::isEmpty() const {
@@ -174,7 +175,7 @@ std::string Timeline::text() const {
   std::string text;
   for (std::size_t i = 0; i < kCounts; ++i) text += countRow(Count(i), columns, length);
   for (std::size_t i = 0; i < kLevels; ++i) text += levelRow(Level(i), columns);
-  return text + timeScale(columns.size(), length) + fmt::format(kKey, secondsText(length));
+  return text + timeScale(columns.size(), length) + fmt::format(kKeyToBlocks, secondsText(length));
 }
 
 }  // namespace simulator

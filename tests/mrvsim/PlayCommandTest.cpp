@@ -5,6 +5,7 @@
 // If standard error gets notes, they stand in NAME.expected.notes. A summary that is expected
 // stands in NAME.expected.summary:
 //     mrvsim play NAME.json --summary > NAME.expected.summary
+// and the log for people, where it is expected, in NAME.expected.txt.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -94,6 +95,50 @@ TEST_P(PlayCommandSummary, MatchesTheExpectedSummary) {
 INSTANTIATE_TEST_SUITE_P(, PlayCommandSummary,
                          testing::ValuesIn(scenariosWith(".expected.summary")),
                          [](const auto& test) { return testName(test.param); });
+
+class PlayCommandText : public testing::TestWithParam<std::string> {};
+
+TEST_P(PlayCommandText, MatchesTheExpectedText) {
+  const std::string scenario = (kScenarios / (GetParam() + ".json")).string();
+  const Finished played = run({MRVSIM, "play", scenario, "--text"});
+  EXPECT_EQ(played.output, readFile(kScenarios / (GetParam() + ".expected.txt")));
+}
+
+INSTANTIATE_TEST_SUITE_P(, PlayCommandText, testing::ValuesIn(scenariosWith(".expected.txt")),
+                         [](const auto& test) { return testName(test.param); });
+
+TEST(PlayCommandTextForm, GoesTogetherWithALogAndASummary) {
+  const testing_support::TemporaryFolder folder;
+  const std::string scenario = (kScenarios / "clicks.json").string();
+  const Finished played =
+      run({MRVSIM, "play", scenario, "--text", "--summary", "--log", folder.file("log")});
+  EXPECT_EQ(played.output, readFile(kScenarios / "clicks.expected.txt") + "\n" +
+                               readFile(kScenarios / "clicks.expected.summary"));
+  EXPECT_EQ(readFile(folder.file("log")), readFile(kScenarios / "clicks.expected.jsonl"));
+}
+
+TEST(PlayCommandTextForm, NamesEachOfSeveralScenarios) {
+  const std::string scenario = (kScenarios / "clicks.json").string();
+  const std::string text = readFile(kScenarios / "clicks.expected.txt");
+  EXPECT_EQ(run({MRVSIM, "play", scenario, scenario, "--text"}).output,
+            scenario + ":\n" + text + scenario + ":\n" + text);
+}
+
+/// What the command prints on a terminal of that kind; words before it set variables.
+std::string onATerminal(const std::string& kind, const std::string& command) {
+  return run({"script", "-qec", "env -u NO_COLOR TERM=" + kind + " " + command, "/dev/null"})
+      .output;
+}
+
+TEST(PlayCommandTextForm, IsColouredOnATerminalUnlessNoColourIsWanted) {
+  const std::string command =
+      std::string(MRVSIM) + " play " + (kScenarios / "clicks.json").string() + " --text";
+  EXPECT_NE(onATerminal("xterm", command).find("\x1B[33m"), std::string::npos);
+  EXPECT_EQ(onATerminal("dumb", command).find('\x1B'), std::string::npos);
+  const std::string uncoloured = onATerminal("xterm", "NO_COLOR=1 " + command);
+  EXPECT_NE(uncoloured.find("click"), std::string::npos);
+  EXPECT_EQ(uncoloured.find('\x1B'), std::string::npos);
+}
 
 TEST(PlayCommandSummaryWords, StandInTheHelp) {
   const std::string help = run({MRVSIM, "play", "--help"}).output;
