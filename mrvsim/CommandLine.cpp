@@ -7,6 +7,7 @@
 #include <charconv>
 #include <cmath>
 #include <memory>
+#include <sstream>
 
 #include "mrvsim/CheckCommand.h"
 #include "mrvsim/DumpCommand.h"
@@ -31,6 +32,9 @@ int print(const std::string& text) {
   out.commit();
   return kDone;
 }
+
+// The names of values. One with bars lists the words that are allowed.
+constexpr char kFile[] = "FILE";
 
 /// An option with one value that may be given once and is not empty.
 CLI::Option* addValue(CLI::App& command, const std::string& name, std::string& value,
@@ -101,8 +105,10 @@ void addPlay(CLI::App& app, Action& action) {
   auto options = std::make_shared<PlayOptions>();
   CLI::App* play = app.add_subcommand("play", "Play scenarios and write what the plug-in does");
   play->add_option("SCENARIO", options->scenarios, "Scenarios, JSON files")->required();
-  addValue(*play, "--log", options->log, "Write the log to this file, \"-\" for standard output");
-  addValue(*play, "--plugin", options->plugin, "The plug-in to load: a module or a bundle");
+  addValue(*play, "--log", options->log, "Write the log to this file, \"-\" for standard output")
+      ->type_name(kFile);
+  addValue(*play, "--plugin", options->plugin, "The plug-in to load: a module or a bundle")
+      ->type_name(kFile);
   play->add_flag("--summary", options->summary,
                  "Print a summary; a log is then written only with --log");
   play->add_flag("--text", options->text,
@@ -133,6 +139,7 @@ void addCheck(CLI::App& app, Command& action) {
   check->add_flag("--list", options->list, "Tell what is checked, and check nothing");
   check->add_flag("--json", options->json, "Print one JSON object");
   check->add_option("--only", options->only, "Run this check alone; may be repeated")
+      ->type_name("NAME")
       ->allow_extra_args(false);
   addTimeout(*check, options->timeout, "one check");
   check->callback([options, file, &action] {
@@ -152,15 +159,55 @@ void addValidate(CLI::App& app, Command& action) {
 void addList(CLI::App& app, Command& action) {
   auto what = std::make_shared<std::string>();
   CLI::App* list = app.add_subcommand("list", "Print the names that scenarios may use");
-  list->add_option("WHAT", *what, listed(listables()))->required();
+  list->add_option("WHAT", *what, "The kind of names")
+      ->required()
+      ->type_name(fmt::format("{}", fmt::join(listables(), "|")));
   list->callback([what, &action] { action = [what] { return runList(*what); }; });
+}
+
+void addCommands(CLI::App& app, Action& action) {
+  app.require_subcommand(1);
+  app.fallthrough(false);
+  app.set_version_flag("--version", kVersion);
+  addPlay(app, action);
+  addDump(app, action);
+  addCheck(app, action);
+  addValidate(app, action);
+  addList(app, action);
+}
+
+std::vector<std::string> wordsOf(const std::string& typeName) {
+  std::vector<std::string> words;
+  if (typeName.find('|') == std::string::npos) return words;
+  std::istringstream stream(typeName);
+  for (std::string word; std::getline(stream, word, '|');) words.push_back(word);
+  return words;
+}
+
+OptionDescription describeOption(const CLI::Option& option) {
+  const bool isArgument = option.get_positional();
+  OptionDescription description;
+  description.name = isArgument ? option.get_name() : "--" + option.get_lnames().front();
+  description.words = wordsOf(option.get_type_name());
+  if (isArgument) {
+    description.value = description.name;
+  } else if (option.get_items_expected_max() > 0) {
+    description.value = option.get_type_name();
+  }
+  description.help = option.get_description();
+  description.isFile = isArgument ? description.words.empty() : description.value == kFile;
+  description.isRequired = option.get_required();
+  description.isRepeated = option.get_items_expected_max() > 1;
+  return description;
+}
+
+std::vector<const CLI::App*> commandsOf(const CLI::App& app) {
+  return app.get_subcommands([](const CLI::App*) { return true; });
 }
 
 std::vector<std::string> commandNames(const CLI::App& app) {
   std::vector<std::string> names;
-  for (const CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; })) {
-    names.push_back(command->get_name());
-  }
+  for (const CLI::App* command : commandsOf(app)) names.push_back(command->get_name());
   return names;
 }
 
@@ -251,17 +298,26 @@ void expectNoEmptyName(const CLI::App& app) {
 
 }  // namespace
 
+std::vector<CommandDescription> describeCommands() {
+  CLI::App app;
+  Action action;
+  addCommands(app, action);
+  std::vector<CommandDescription> commands;
+  for (const CLI::App* command : commandsOf(app)) {
+    commands.push_back(
+        {command->get_name(), command->get_description(), command->get_footer(), {}, {}});
+    for (const CLI::Option* option : command->get_options()) {
+      auto& group = option->get_positional() ? commands.back().arguments : commands.back().options;
+      group.push_back(describeOption(*option));
+    }
+  }
+  return commands;
+}
+
 std::function<int()> parseCommandLine(std::vector<std::string> arguments) {
   CLI::App app("A simulated Mac, host and device for the plug-in to run in", "mrvsim");
-  app.require_subcommand(1);
-  app.fallthrough(false);
-  app.set_version_flag("--version", kVersion);
-  Command action;
-  addPlay(app, action);
-  addDump(app, action);
-  addCheck(app, action);
-  addValidate(app, action);
-  addList(app, action);
+  Action action;
+  addCommands(app, action);
   if (!arguments.empty()) expectKnown(app, arguments.front());
   std::reverse(arguments.begin(), arguments.end());
   try {

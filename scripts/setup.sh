@@ -9,7 +9,8 @@ LIBRARY_PACKAGES=(libgtest-dev libgmock-dev libbenchmark-dev libeigen3-dev libgl
 DESKTOP_PACKAGES=(libgnustep-gui-dev gnustep-back0.29-cairo gobjc xvfb xdotool)
 TEST_PACKAGES=("${BUILD_PACKAGES[@]}" "${BUNDLE_PACKAGES[@]}" "${LIBRARY_PACKAGES[@]}"
                "${DESKTOP_PACKAGES[@]}" git gcovr unzip binutils python3 python3-jsonschema
-               libclang-rt-19-dev clang-format-19 clang-tidy-19 shellcheck)
+               groff-base zsh dpkg-dev file libclang-rt-19-dev clang-format-19 clang-tidy-19
+               shellcheck)
 
 # need PACKAGE...: installs the packages of the distribution that are missing.
 need() {
