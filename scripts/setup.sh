@@ -28,13 +28,33 @@ need() {
     apt-get install -y -qq --no-install-recommends "${missing[@]}" >&2
 }
 
-# build PRESET [OPTION...]: configures and builds. What compilers and linkers print is shown; of the
-# configuration only warnings and errors are.
+# expect_unmoved PRESET: ends the script if the preset's folder was made for another place.
+expect_unmoved() {
+  local folder=$PWD/build/$1 place
+  [ -f "$folder/CMakeCache.txt" ] || return 0
+  place=$(sed -n 's/^CMAKE_HOME_DIRECTORY:INTERNAL=//p' "$folder/CMakeCache.txt")
+  [ "$(realpath -m "$place")" != "$(realpath .)" ] || return 0
+  echo "$folder was made when these sources were in $place; remove it and try again:" >&2
+  printf '    rm -rf %q\n' "$folder" >&2
+  exit 2
+}
+
+# configure PRESET [OPTION...]: shows warnings and errors alone.
+configure() {
+  expect_unmoved "$1"
+  cmake --preset "$1" --log-level=WARNING "${@:2}" >/dev/null
+}
+
+# build PRESET [OPTION...]: configures and builds. What compilers and linkers print is shown.
 build() {
-  local preset=$1
-  shift
-  cmake --preset "$preset" --log-level=WARNING "$@" >/dev/null
-  cmake --build --preset "$preset" -- --quiet
+  configure "$@"
+  cmake --build --preset "$1" -- --quiet
+}
+
+# build_aloud PRESET [OPTION...]: the same, and says on standard error how far it is.
+build_aloud() {
+  configure "$@"
+  NINJA_STATUS='[%f/%t] ' cmake --build --preset "$1" >&2
 }
 
 # folders KIND: the folders of one kind in cmake/folders.txt.

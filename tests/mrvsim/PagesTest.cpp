@@ -18,7 +18,6 @@ using testing::HasSubstr;
 using testing::UnorderedElementsAre;
 using testing::UnorderedElementsAreArray;
 using testing_support::Finished;
-using testing_support::readFile;
 using testing_support::run;
 using testing_support::TemporaryFolder;
 using testing_support::writeFile;

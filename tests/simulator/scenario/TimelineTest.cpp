@@ -102,7 +102,7 @@ TEST(Timeline, MarksRoundTimesWhereTheyAre) {
   Timeline timeline;
   timeline.add(Timeline::kPan, 33);
   const auto lines = linesOf(timeline.text());
-  const std::string scale = lines[lines.size() - 3];
+  const std::string& scale = lines[lines.size() - 3];
   EXPECT_EQ(scale.find("0 s"), 12U);
   EXPECT_EQ(scale.find("0.01 s"), 22U);
   EXPECT_EQ(scale.find("0.03 s"), 42U);
