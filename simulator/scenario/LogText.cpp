@@ -1,5 +1,6 @@
 #include "simulator/scenario/LogText.h"
 
+#include <CoreGraphics/CoreGraphics.h>
 #include <fmt/format.h>
 
 #include <array>
@@ -131,13 +132,15 @@ std::string keyText(const Json& line) {
   return fmt::format("{} {}", keyName(line["key"]), line["down"] == true ? "down" : "up");
 }
 
+/// The modifiers of an event at a tap. The plug-in's own code names only option and command.
 std::string flagsText(std::uint64_t flags) {
   struct Flag {
     std::uint64_t bit;
     const char* name;
   };
   constexpr std::array kFlags = {Flag{0x20000, "shift"}, Flag{0x40000, "control"},
-                                 Flag{0x80000, "option"}, Flag{0x100000, "command"}};
+                                 Flag{kCGEventFlagMaskAlternate, "option"},
+                                 Flag{kCGEventFlagMaskCommand, "command"}};
   std::string text;
   for (const Flag& flag : kFlags) {
     if ((flags & flag.bit) != 0)

@@ -1,5 +1,6 @@
 #include "simulator/scenario/Summary.h"
 
+#include <CoreGraphics/CoreGraphics.h>
 #include <MoravinClient/MoravinClient.h>
 #include <fmt/format.h>
 
@@ -13,7 +14,6 @@ namespace simulator {
 
 namespace {
 
-constexpr std::uint64_t kCommandFlag = 0x100000;
 constexpr std::size_t kMostMisusesShown = 5;
 constexpr double kPercent = 100;
 constexpr double kZoomAtTheStart = 100;
@@ -107,7 +107,7 @@ void Summary::line(const Json& line) {
   const auto& what = line["what"].get_ref<const std::string&>();
   if (what == "wheel") {
     const Json& wheels = line["wheels"];
-    const bool command = (line["flags"].get<std::uint64_t>() & kCommandFlag) != 0;
+    const bool command = (line["flags"].get<std::uint64_t>() & kCGEventFlagMaskCommand) != 0;
     wheel(wheels[0], wheels.size() > 1 || command);
   } else if (what == "posted" && line["class"] == "keyb") {
     brushKey(parameterOf(line, "kcod"), line["kind"] == 1);
