@@ -13,8 +13,10 @@ set(CMAKE_AR llvm-ar-${MRV_LLVM_VERSION} CACHE FILEPATH "")
 set(CMAKE_RANLIB llvm-ranlib-${MRV_LLVM_VERSION} CACHE FILEPATH "")
 set(CMAKE_NM llvm-nm-${MRV_LLVM_VERSION} CACHE FILEPATH "")
 set(CMAKE_INSTALL_NAME_TOOL llvm-install-name-tool-${MRV_LLVM_VERSION} CACHE FILEPATH "")
+# A language that the project enables later needs the compiler's whole path.
+find_program(MRV_CLANG clang++-${MRV_LLVM_VERSION} REQUIRED)
 foreach(language IN ITEMS CXX OBJCXX)
-  set(CMAKE_${language}_COMPILER clang++-${MRV_LLVM_VERSION})
+  set(CMAKE_${language}_COMPILER "${MRV_CLANG}")
   # -arch overrides the processor that is named here, and -mmacosx-version-min adds the version.
   set(CMAKE_${language}_COMPILER_TARGET ${CMAKE_SYSTEM_PROCESSOR}-apple-macos)
 endforeach()

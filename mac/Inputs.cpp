@@ -4,7 +4,7 @@
 
 #include <algorithm>
 #include <iterator>
-#include <sstream>
+#include <string_view>
 
 #include "simulator/base/Json.h"
 
@@ -74,9 +74,10 @@ std::string describe(const Input& input) {
 
 std::vector<Input> parseExpectedInputs(const std::string& text, const std::string& name) {
   std::vector<Input> inputs;
-  std::istringstream lines(text);
   int number = 0;
-  for (std::string line; std::getline(lines, line);) {
+  for (std::string_view rest = text; !rest.empty();) {
+    const std::string_view line = rest.substr(0, rest.find('\n'));
+    rest.remove_prefix(std::min(line.size() + 1, rest.size()));
     ++number;
     try {
       addInput(jsonOf(line), inputs);

@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
-#include <fstream>
 #include <mach-o/dyld.h>
 #include <string>
 #include <vector>
@@ -132,9 +131,10 @@ class Session {
 };
 
 void write(const std::string& file, const std::string& text) {
-  std::ofstream stream(file, std::ios::binary);
-  stream << text;
-  if (!stream.flush()) throw CannotRun(file + ": the report cannot be written");
+  std::FILE* const stream = std::fopen(file.c_str(), "wb");
+  const bool wrote = stream != nullptr && std::fputs(text.c_str(), stream) >= 0;
+  const bool closed = stream != nullptr && std::fclose(stream) == 0;
+  if (!wrote || !closed) throw CannotRun(file + ": the report cannot be written");
 }
 
 int run(int count, char** arguments) {

@@ -101,7 +101,7 @@ line for each kind of thing, and at the end the counts. Its words:
 Exit status: 0 if the plug-in did nothing wrong, 2 if it could not be played, 3
 after a misuse, 4 if the plug-in crashed, ended the process or did not come back.)";
 
-void addPlay(CLI::App& app, Action& action) {
+void addPlay(CLI::App& app, Command& action) {
   auto options = std::make_shared<PlayOptions>();
   CLI::App* play = app.add_subcommand("play", "Play scenarios and write what the plug-in does");
   play->add_option("SCENARIO", options->scenarios, "Scenarios, JSON files")->required();
@@ -165,7 +165,7 @@ void addList(CLI::App& app, Command& action) {
   list->callback([what, &action] { action = [what] { return runList(*what); }; });
 }
 
-void addCommands(CLI::App& app, Action& action) {
+void addCommands(CLI::App& app, Command& action) {
   app.require_subcommand(1);
   app.fallthrough(false);
   app.set_version_flag("--version", kVersion);
@@ -300,7 +300,7 @@ void expectNoEmptyName(const CLI::App& app) {
 
 std::vector<CommandDescription> describeCommands() {
   CLI::App app;
-  Action action;
+  Command action;
   addCommands(app, action);
   std::vector<CommandDescription> commands;
   for (const CLI::App* command : commandsOf(app)) {
@@ -316,7 +316,7 @@ std::vector<CommandDescription> describeCommands() {
 
 std::function<int()> parseCommandLine(std::vector<std::string> arguments) {
   CLI::App app("A simulated Mac, host and device for the plug-in to run in", "mrvsim");
-  Action action;
+  Command action;
   addCommands(app, action);
   if (!arguments.empty()) expectKnown(app, arguments.front());
   std::reverse(arguments.begin(), arguments.end());

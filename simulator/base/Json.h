@@ -3,6 +3,7 @@
 #pragma once
 
 #include <nlohmann/json.hpp>
+
 #include <string_view>
 
 namespace simulator {

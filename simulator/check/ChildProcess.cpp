@@ -40,8 +40,7 @@ Json inChildProcess(const std::function<Json()>& work) {
       },
       timeout);
   Json answer;
-  const ProcessEnd end =
-      process.watch([&](char, std::string_view text) { answer = jsonOf(text); });
+  const ProcessEnd end = process.watch([&](char, std::string_view text) { answer = jsonOf(text); });
   if (toParent != nullptr) toParent->makeProgress();
   if (answer.contains("noTemporaryFile")) {
     throw TemporaryFileError(answer["noTemporaryFile"].get<std::string>());

@@ -33,8 +33,7 @@ Json setLine(const char* property, const char* unit, const Json& value, int resu
 
 /// The log's line of selecting a tool.
 Json selectLine(const char* tool, int result = 0) {
-  Json descriptor =
-      jsonOf(R"([{"key": "null", "type": "obj ", "value": [{"form": "Clss"}]}])");
+  Json descriptor = jsonOf(R"([{"key": "null", "type": "obj ", "value": [{"form": "Clss"}]}])");
   descriptor[0]["value"][0]["class"] = tool;
   return {{"t", 0},      {"what", "play"},  {"event", "slct"}, {"descriptor", descriptor},
           {"dialog", 2}, {"result", result}};

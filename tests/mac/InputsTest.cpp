@@ -67,7 +67,8 @@ TEST(ExpectedInputs, NameTheLineThatIsNotALogLine) {
   EXPECT_EQ(logErrorOf(std::string(kWheelLine) + "\n{"), std::string("log:2: ") + kReason);
   EXPECT_EQ(logErrorOf("[]"), std::string("log:1: ") + kReason);
   EXPECT_EQ(logErrorOf(R"({"what":"wheel","wheels":[]})"), std::string("log:1: ") + kReason);
-  EXPECT_EQ(logErrorOf(R"({"what":"key","key":"a","down":true})"), std::string("log:1: ") + kReason);
+  EXPECT_EQ(logErrorOf(R"({"what":"key","key":"a","down":true})"),
+            std::string("log:1: ") + kReason);
   EXPECT_EQ(logErrorOf(""), "log: the log is empty");
 }
 

@@ -18,6 +18,7 @@
 namespace {
 
 using simulator::Json;
+using simulator::jsonOf;
 using testing_support::Finished;
 using testing_support::readFile;
 using testing_support::run;
@@ -89,7 +90,7 @@ TEST(ScenarioDocument, HasStepsThatCanBePlayed) {
     std::istringstream stream(example.text);
     for (std::string line; std::getline(stream, line);) {
       steps += ",\n" + line;
-      const Json step = Json::parse(line);
+      const Json step = jsonOf(line);
       for (const auto& [name, value] : step.items()) kinds.insert(name);
     }
   }
@@ -104,8 +105,8 @@ TEST(ScenarioDocument, HasStepsThatCanBePlayed) {
 TEST(ScenarioDocument, ShowsTheDefaults) {
   const TemporaryFolder folder;
   const auto play = [&](const std::string& text) {
-    Json scenario = Json::parse(text);
-    scenario["steps"] = Json::parse(readFile(MRV_SCENARIOS "/view.json"))["steps"];
+    Json scenario = jsonOf(text);
+    scenario["steps"] = jsonOf(readFile(MRV_SCENARIOS "/view.json"))["steps"];
     writeFile(folder.file("s.json"), scenario.dump());
     return run({MRVSIM, "play", folder.file("s.json")}).output;
   };
@@ -155,7 +156,7 @@ TEST(ScenarioDocument, NamesEveryKindOfLogLine) {
   for (const auto& entry : std::filesystem::directory_iterator(MRV_SCENARIOS)) {
     if (entry.path().extension() != ".jsonl") continue;
     std::istringstream stream(readFile(entry.path()));
-    for (std::string line; std::getline(stream, line);) kinds.insert(Json::parse(line)["what"]);
+    for (std::string line; std::getline(stream, line);) kinds.insert(jsonOf(line)["what"]);
   }
   EXPECT_GE(kinds.size(), 12U);
   for (const std::string& kind : kinds) {

@@ -12,6 +12,7 @@
 namespace {
 
 using simulator::Json;
+using simulator::jsonOf;
 using testing_support::Finished;
 using testing_support::readFile;
 using testing_support::run;
@@ -31,7 +32,7 @@ TEST(Flights, AreTheBytesThatTheirGeneratorWrites) {
 }
 
 TEST(Flights, LastAMinuteWithEveryKindOfMotion) {
-  const auto steps = Json::parse(readFile(kFolder + "flight.json"))["steps"];
+  const auto steps = jsonOf(readFile(kFolder + "flight.json"))["steps"];
   const auto count = [&](const char* kind) {
     return std::count_if(steps.begin(), steps.end(),
                          [&](const Json& step) { return step.contains(kind); });
@@ -59,7 +60,7 @@ TEST(Flights, TwistTheBrushSeveralTimesFarEnoughToBeSeen) {
   std::vector<double> sizes;
   std::istringstream log(run({MRVSIM, "play", kFolder + "flight.json"}).output);
   for (std::string text; std::getline(log, text);) {
-    const Json line = Json::parse(text);
+    const Json line = jsonOf(text);
     if (line["what"] == "view") sizes.push_back(line["brush"]);
   }
   const std::vector<double> turns = turnsOf(sizes);
