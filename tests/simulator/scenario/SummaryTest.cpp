@@ -104,7 +104,7 @@ TEST(Summary, NamesTheFirstMisusesAndCountsAll) {
   EXPECT_THAT(course.text(), Not(HasSubstr("object 6")));
 }
 
-TEST(Summary, TellsSamplesByTheirStrongestMotion) {
+TEST(Summary, CountsSamplesByTheirStrongestMotion) {
   Course course;
   course.sample(0, {0, -50, 49, 0, 0, 0});
   course.sample(1, {0, 0, -50, 0, 49, 0});
@@ -126,6 +126,15 @@ TEST(Summary, MeasuresTheLongestWaitForARedraw) {
   course.redrawn(175);
   EXPECT_THAT(course.text(), HasSubstr("Waiting     2 times for the host to redraw after a tick, "
                                        "the longest 0.075 s\n            1 sample without effect"));
+}
+
+TEST(Summary, TakesATickDuringAWaitAsPartOfIt) {
+  Course course;
+  course.tick(0, 1);
+  course.tick(50, 1);
+  course.redrawn(60);
+  EXPECT_THAT(course.text(), HasSubstr("Waiting     1 time for the host to redraw after a tick, "
+                                       "the longest 0.06 s\n"));
 }
 
 TEST(Summary, EndsAWaitAfterFiftyOneSamples) {
