@@ -37,7 +37,8 @@ int print(const std::string& text) {
 constexpr char kFile[] = "FILE";
 
 /// An option with one value that may be given once and is not empty.
-CLI::Option* addValue(CLI::App& command, const std::string& name, std::string& value,
+template <class Value>
+CLI::Option* addValue(CLI::App& command, const std::string& name, Value& value,
                       const std::string& help) {
   return command.add_option(name, value, help)->multi_option_policy(CLI::MultiOptionPolicy::Throw);
 }
@@ -124,12 +125,21 @@ void addPlay(CLI::App& app, Command& action) {
 void addDump(CLI::App& app, Command& action) {
   auto options = std::make_shared<DumpOptions>();
   CLI::App* dump = app.add_subcommand(
-      "dump", "Append source text that rebuilds a descriptor and plays an event with it");
-  dump->add_option("DESCRIPTOR", options->descriptor, "The descriptor, a JSON file")->required();
-  dump->add_option("FILE", options->file, "The file to append to")->required();
-  addValue(*dump, "--event", options->event, "The ID of the event to play")->capture_default_str();
+      "dump", "Append source text that rebuilds descriptors and plays events with them");
+  dump->add_option("DESCRIPTOR", options->input, "A descriptor in JSON, or an action file (.atn)")
+      ->required();
+  CLI::Option* file = dump->add_option("FILE", options->file, "The file to append to");
+  addValue(*dump, "--event", options->event, "The ID of the event to play")->default_str("setd");
+  addValue(*dump, "--set", options->steps.set, "Dump an action file's set of this name only");
+  addValue(*dump, "--action", options->steps.action, "Dump this action only");
+  addValue(*dump, "--step", options->steps.step, "Dump this step only");
+  dump->add_flag("--list", options->list, "Print what the file holds, and write nothing");
+  dump->add_flag("--quiet", options->quiet, "Show no progress");
   dump->footer(kDescriptorHelp);
-  dump->callback([options, &action] { action = [options] { return runDump(*options); }; });
+  dump->callback([options, file, &action] {
+    if (!options->list && file->empty()) throw CLI::RequiredError("FILE");
+    action = [options] { return runDump(*options); };
+  });
 }
 
 void addCheck(CLI::App& app, Command& action) {

@@ -1,24 +1,22 @@
 #include "mrvsim/DumpCommand.h"
 
-#include <fcntl.h>
 #include <fmt/format.h>
-#include <unistd.h>
 
-#include <array>
-#include <cerrno>
 #include <charconv>
 #include <stdexcept>
-#include <thread>
 
 #include "codegen/DumpDescriptor.h"
+#include "mrvsim/ActionInput.h"
+#include "mrvsim/ActionOutline.h"
+#include "mrvsim/DumpActions.h"
 #include "mrvsim/ExitStatus.h"
+#include "mrvsim/Generation.h"
 #include "mrvsim/Output.h"
+#include "mrvsim/ProgressBar.h"
 #include "simulator/host/Host.h"
 #include "simulator/scenario/InputFile.h"
 #include "simulator/scenario/JsonFile.h"
 #include "simulator/scenario/Wording.h"
-#include "suites/BasicSuite.h"
-#include "suites/Suites.h"
 
 namespace simulator {
 
@@ -59,30 +57,18 @@ A reference is a list of forms, the innermost first; each has a class (an ID):
     prop               key: ID
     name               value: a text
 
-Exit status: 0 if the text was appended, 2 if the descriptor, the event or the
-file cannot be used: one line on standard error says why.)";
+An action file (.atn) may stand in place of the descriptor. Every step is then
+appended in order, each with a comment that names set, action and step. --set,
+--action and --step choose by name, or by a number from 1 if nothing has that
+name; a name stands for everything that has it.
+
+Exit status: 0 if the text was appended, 2 if the descriptor, the event, the
+choice or a file cannot be used, 3 or 4 if the generator misused the host or
+broke: one line on standard error says why.)";
 
 namespace {
 
-/// Prints the generator's system log and its misuses on standard error; drops all other log lines.
-void showLog() {
-  theLog().setSink([](const Json& line) {
-    if (line["what"] != "syslog" && line["what"] != "misuse") return;
-    const std::string text = line["text"];
-    complain(fmt::format("{}: {}", line["what"].get<std::string>(), printable(text, 1000)));
-  });
-}
-
-std::string readAll(int in) {
-  std::string text;
-  std::array<char, 65536> buffer{};
-  for (ssize_t size; (size = read(in, buffer.data(), buffer.size())) != 0;) {
-    if (size < 0 && errno == EINTR) continue;
-    if (size < 0) break;
-    text.append(buffer.data(), static_cast<std::size_t>(size));
-  }
-  return text;
-}
+constexpr const char* kDefaultEvent = "setd";
 
 /// The JSON form of an ID on the command line: an integer, unless the text has four characters.
 Json idArgument(const std::string& text) {
@@ -101,26 +87,80 @@ std::uint32_t eventID(const std::string& text) {
   }
 }
 
-/// The descriptor that the file describes; null if the file holds JSON's null.
-PIActionDescriptor readDescriptor(const std::string& file) {
-  const InputFile input(file);
-  const ContainerPtr content = parseDescriptor(input.text(), input.name(), theHost().typeIds());
-  return content ? theHost().makeDescriptor(content) : nullptr;
+/// Throws if options are given that do not go with each other or with the kind of file.
+void requireFitting(const DumpOptions& options, const std::string& name, bool isAction) {
+  if (options.list && options.steps.isGiven()) {
+    throw std::runtime_error("--list shows the whole file; leave out --set, --action and --step");
+  }
+  if (isAction && options.event) {
+    throw std::runtime_error(fmt::format(
+        "{}: --event is for a descriptor in JSON; the steps of an action file have events", name));
+  }
+  if (!isAction && options.steps.isGiven()) {
+    throw std::runtime_error(
+        fmt::format("{}: --set, --action and --step are for an action file (.atn)", name));
+  }
 }
 
-/// The text that the generator writes. It goes through a pipe, which has no limit at which the
-/// generator's writes would fail unnoticed.
-std::string generate(std::uint32_t event, PIActionDescriptor descriptor) {
-  std::array<int, 2> ends{};
-  if (pipe2(ends.data(), O_CLOEXEC) != 0) throw std::runtime_error("there is no pipe left");
-  const OpenFile in(ends[0]);
-  OpenFile out(ends[1]);
-  std::string text;
-  std::thread reader([&] { text = readAll(in.get()); });
-  PIUDumpDescriptor(event, descriptor, fmt::format("/proc/self/fd/{}", out.get()).c_str());
-  out = OpenFile();
-  reader.join();
-  return text;
+ContainerPtr readDescriptor(const InputFile& input) {
+  return parseDescriptor(input.text(), input.name(), theHost().typeIds());
+}
+
+/// A descriptor in JSON is listed as the one step of an action "1" in a set "dump".
+SetOutline readOutline(const DumpOptions& options, const InputFile& input, bool isAction) {
+  if (!isAction) {
+    const ContainerPtr content = readDescriptor(input);
+    SetOutline set{.name = "dump", .actions = {{.name = "1"}}};
+    set.add({.event = eventID(options.event.value_or(kDefaultEvent)), .parameters = content},
+            theHost().typeIds());
+    return set;
+  }
+  ActionInput source(input);
+  return outlineOf(source);
+}
+
+/// Reads an action file to its end, so that nothing is generated from a broken one.
+std::function<void(const GeneratorSide&)> workOfActions(const DumpOptions& options,
+                                                        const InputFile& input) {
+  const ChosenSteps steps =
+      chosenSteps(options.steps, readOutline(options, input, true), options.input);
+  return [&input, steps](const GeneratorSide& generator) {
+    ActionInput source(input);
+    dumpActions(source, steps, generator);
+  };
+}
+
+std::function<void(const GeneratorSide&)> workOfJson(const DumpOptions& options,
+                                                     const InputFile& input) {
+  const ContainerPtr content = readDescriptor(input);
+  const std::uint32_t event = eventID(options.event.value_or(kDefaultEvent));
+  return [content, event](const GeneratorSide& generator) {
+    PIUDumpDescriptor(event, content ? theHost().makeDescriptor(content) : nullptr,
+                      generator.file.c_str());
+  };
+}
+
+int list(const DumpOptions& options, const InputFile& input, bool isAction) {
+  Output out("-");
+  out.expectNoneOf({options.input});
+  const std::string text = outlineText(readOutline(options, input, isAction));
+  out.open();
+  out.write(text);
+  out.commit();
+  return kDone;
+}
+
+int dump(const DumpOptions& options, const InputFile& input, bool isAction) {
+  Output out(options.file, Output::Mode::kAppend);
+  const auto work = isAction ? workOfActions(options, input) : workOfJson(options, input);
+  out.expectNoneOf({options.input});
+  out.open();
+  ProgressBar progress(input.name(), input.size().value_or(0), !options.quiet);
+  const int status = generate(input.name(), work,
+                              {.text = [&](std::string_view text) { out.write(text); },
+                               .progress = [&](std::uint64_t at) { progress.update(at); }});
+  if (status != kPluginBroke) out.commit();
+  return status;
 }
 
 }  // namespace
@@ -134,18 +174,10 @@ ContainerPtr parseDescriptor(const std::string& text, const std::string& name, T
 }
 
 int runDump(const DumpOptions& options) {
-  showLog();
-  Output out(options.file, Output::Mode::kAppend);
-  const PIActionDescriptor descriptor = readDescriptor(options.descriptor);
-  const std::uint32_t event = eventID(options.event);
-  out.expectNoneOf({options.descriptor});
-  out.open();
-  sSPBasic = theHost().basicSuite();
-  out.write(generate(event, descriptor));
-  PIUSuitesRelease();
-  theHost().reportLeaks();
-  out.commit();
-  return theLog().misuses() > 0 ? kMisused : kDone;
+  const InputFile input(options.input);
+  const bool isAction = isActionFile(options.input, input);
+  requireFitting(options, input.name(), isAction);
+  return options.list ? list(options, input, isAction) : dump(options, input, isAction);
 }
 
 }  // namespace simulator

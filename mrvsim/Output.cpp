@@ -151,9 +151,12 @@ void Output::openBeside(int mode) {
 }
 
 void Output::write(std::string_view text) {
+  if (mode_ == Mode::kAppend) {
+    waiting_.append(text);
+    return;
+  }
   held_ += text;
-  // What is appended to a file is appended all at once, by `commit`.
-  if (!isAppended() && held_.size() >= kMostHeld) writeHeld();
+  if (held_.size() >= kMostHeld) writeHeld();
 }
 
 void Output::flush() {
@@ -165,13 +168,17 @@ void Output::writeHeld() {
   held_.clear();
 }
 
-void Output::writeAll(const std::string& text) {
-  for (std::size_t done = 0; done < text.size();) {
+void Output::writeWaiting() {
+  waiting_.each([this](std::string_view text) { writeAll(text); });
+}
+
+void Output::writeAll(std::string_view text) {
+  while (!text.empty()) {
     throwIfInterrupted();
-    const ssize_t written = ::write(descriptor_.get(), text.data() + done, text.size() - done);
+    const ssize_t written = ::write(descriptor_.get(), text.data(), text.size());
     if (written < 0 && errno == EINTR) continue;
     if (written < 0) fail(errno);
-    done += static_cast<std::size_t>(written);
+    text.remove_prefix(static_cast<std::size_t>(written));
   }
 }
 
@@ -181,7 +188,7 @@ void Output::checkedClose() {
 
 void Output::prepare() {
   if (isAppended() || descriptor_.get() < 0) return;
-  writeHeld();
+  mode_ == Mode::kAppend ? writeWaiting() : writeHeld();
   checkedClose();
 }
 
@@ -207,7 +214,7 @@ void Output::appendToFile() {
   struct stat before = {};
   if (fstat(descriptor_.get(), &before) != 0) fail(errno);
   try {
-    writeHeld();
+    writeWaiting();
     checkedClose();
   } catch (...) {
     const bool stays = truncate(target_.c_str(), before.st_size) == 0;

@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "mrvsim/Spool.h"
 #include "simulator/scenario/InputFile.h"
 
 namespace simulator {
@@ -17,9 +18,10 @@ class BadOutput : public std::runtime_error {
   using runtime_error::runtime_error;
 };
 
-/// "-", "/dev/stdout" and the like, devices and pipes are written to directly. A file is replaced
-/// or appended to by `commit`, and stays as it was if that is not reached. Symbolic links are
-/// followed. [main-thread]
+/// "-", "/dev/stdout" and the like, devices and pipes are written to directly, and a file is
+/// replaced by `commit`. With kAppend everything waits for `prepare` or `commit`; a file is then
+/// appended to. A file stays as it was if `commit` is not reached. Symbolic links are followed.
+/// [main-thread]
 class Output {
  public:
   enum class Mode { kReplace, kAppend };
@@ -39,7 +41,8 @@ class Output {
   /// Opens the output, so that it is known whether it can be written. Throws BadOutput.
   void open();
 
-  /// Throws BadOutput if what was written so far could not be. REQUIRES: it is open.
+  /// Throws BadOutput if what was written so far could not be, and TemporaryFileError. REQUIRES: it
+  /// is open.
   void write(std::string_view text);
 
   /// Writes what is still held back to an output that is written directly. Throws BadOutput.
@@ -58,7 +61,8 @@ class Output {
   void writeHeld();
   void replaceFile();
   void appendToFile();
-  void writeAll(const std::string& text);
+  void writeWaiting();
+  void writeAll(std::string_view text);
   bool isAppended() const { return mode_ == Mode::kAppend && !target_.empty(); }
   void checkedClose();
   [[noreturn]] void fail(int error, const std::string& what = "cannot be written") const;
@@ -71,6 +75,7 @@ class Output {
   std::string temporary_;  ///< the file beside the target that will replace it
   bool isNew_ = false;     ///< whether opening made the target
   std::string held_;       ///< text that is not yet written
+  Spool waiting_;          ///< text that waits for its end
 };
 
 /// Makes sure that descriptors 0, 1 and 2 are taken: no file that is opened later becomes standard

@@ -40,18 +40,6 @@ int openNameless(const std::filesystem::path& folder) {
   return named;
 }
 
-void writeAll(int descriptor, const char* bytes, std::size_t size) {
-  for (std::size_t done = 0; done < size;) {
-    const ssize_t written = write(descriptor, bytes + done, size - done);
-    if (written < 0 && errno == EINTR) {
-      throwIfInterrupted();
-      continue;
-    }
-    if (written < 0) throw temporaryFailure("write a temporary file");
-    done += static_cast<std::size_t>(written);
-  }
-}
-
 }  // namespace
 
 std::size_t TextSource::read(std::uint64_t offset, char* to, std::size_t size) const {
@@ -72,6 +60,34 @@ OpenFile& OpenFile::operator=(OpenFile&& other) noexcept {
 
 int OpenFile::release() { return std::exchange(descriptor_, -1); }
 
+void TemporaryFile::make() {
+  file_ = OpenFile(openNameless(temporaryFolder()));
+  if (!isMade()) throw temporaryFailure("make a temporary file");
+}
+
+void TemporaryFile::append(std::string_view bytes) {
+  if (!isMade()) make();
+  while (!bytes.empty()) {
+    const ssize_t written = write(file_.get(), bytes.data(), bytes.size());
+    if (written < 0 && errno == EINTR) {
+      throwIfInterrupted();
+      continue;
+    }
+    if (written < 0) throw temporaryFailure("write a temporary file");
+    bytes.remove_prefix(static_cast<std::size_t>(written));
+  }
+}
+
+std::size_t TemporaryFile::read(std::uint64_t offset, char* to, std::size_t size) const {
+  while (true) {
+    throwIfInterrupted();
+    const ssize_t count = pread(file_.get(), to, size, static_cast<off_t>(offset));
+    if (count < 0 && errno == EINTR) continue;
+    if (count < 0) throw temporaryFailure("read a temporary file");
+    return static_cast<std::size_t>(count);
+  }
+}
+
 InputFile::InputFile(const std::string& file) {
   const bool isStandardInput = file == "-";
   name_ = isStandardInput ? "standard input" : printableFile(file);
@@ -84,12 +100,7 @@ InputFile::InputFile(const std::string& file) {
   identity_ = {status.st_dev, status.st_ino};
   // What standard input holds begins at its position.
   const bool atStart = lseek(file_.get(), 0, SEEK_CUR) == 0;
-  if (!S_ISREG(status.st_mode) || !atStart) makeSpool();
-}
-
-void InputFile::makeSpool() {
-  spool_ = OpenFile(openNameless(temporaryFolder()));
-  if (spool_.get() < 0) throw temporaryFailure("make a temporary file");
+  if (!S_ISREG(status.st_mode) || !atStart) spool_.make();
 }
 
 void InputFile::fail(int error) const {
@@ -104,20 +115,25 @@ bool InputFile::copyUntil(std::uint64_t offset) const {
     const ssize_t size = ::read(file_.get(), buffer.data(), buffer.size());
     if (size < 0 && errno == EINTR) continue;
     if (size < 0) fail(errno);
-    writeAll(spool_.get(), buffer.data(), static_cast<std::size_t>(size));
+    spool_.append({buffer.data(), static_cast<std::size_t>(size)});
     copied_ += static_cast<std::uint64_t>(size);
     atEnd_ = size == 0;
   }
   return copied_ > offset;
 }
 
+std::optional<std::uint64_t> InputFile::size() const {
+  if (spool_.isMade()) return atEnd_ ? std::optional(copied_) : std::nullopt;
+  struct stat status = {};
+  if (fstat(file_.get(), &status) != 0) fail(errno);
+  return static_cast<std::uint64_t>(status.st_size);
+}
+
 std::size_t InputFile::read(std::uint64_t offset, char* to, std::size_t size) const {
-  const bool spooled = spool_.get() >= 0;
-  if (spooled && !copyUntil(offset)) return 0;
+  if (spool_.isMade()) return copyUntil(offset) ? spool_.read(offset, to, size) : 0;
   while (true) {
     throwIfInterrupted();
-    const ssize_t count =
-        pread(spooled ? spool_.get() : file_.get(), to, size, static_cast<off_t>(offset));
+    const ssize_t count = pread(file_.get(), to, size, static_cast<off_t>(offset));
     if (count < 0 && errno == EINTR) continue;
     if (count < 0) fail(errno);
     return static_cast<std::size_t>(count);

@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -57,6 +58,29 @@ class OpenFile {
   int descriptor_;
 };
 
+/// Thrown if a temporary file or folder cannot be made, written or read. The plug-in is not to
+/// blame then.
+class TemporaryFileError : public std::runtime_error {
+ public:
+  using runtime_error::runtime_error;
+};
+
+/// A file without a name in the folder for temporary files, so nothing stays behind. It is made
+/// when it is first written. Every function throws TemporaryFileError.
+class TemporaryFile {
+ public:
+  void make();
+  bool isMade() const { return file_.get() >= 0; }
+  void append(std::string_view bytes);
+
+  /// Copies at most `size` bytes from `offset` on. REQUIRES: so many bytes were appended that there
+  /// is at least one.
+  std::size_t read(std::uint64_t offset, char* to, std::size_t size) const;
+
+ private:
+  OpenFile file_;
+};
+
 /// "-" is standard input. What cannot be read twice, such as a pipe, is copied to a temporary file
 /// without a name while it is read.
 class InputFile : public ByteSource {
@@ -70,6 +94,9 @@ class InputFile : public ByteSource {
 
   const FileIdentity& identity() const { return identity_; }
 
+  /// The number of all bytes; nullopt if it is not known before they are read.
+  std::optional<std::uint64_t> size() const;
+
   /// Throws BadInput.
   std::size_t read(std::uint64_t offset, char* to, std::size_t size) const override;
 
@@ -77,27 +104,19 @@ class InputFile : public ByteSource {
   std::string text() const;
 
  private:
-  void makeSpool();
   bool copyUntil(std::uint64_t offset) const;
   [[noreturn]] void fail(int error) const;
 
   std::string name_;
   OpenFile file_;
   FileIdentity identity_;
-  OpenFile spool_;
+  mutable TemporaryFile spool_;
   mutable std::uint64_t copied_ = 0;  ///< bytes in the spool
   mutable bool atEnd_ = false;        ///< whether the spool holds everything
 };
 
 /// The folder for temporary files: TMPDIR, or /tmp if that is not set.
 std::filesystem::path temporaryFolder();
-
-/// Thrown if a temporary file or folder cannot be made or written. The plug-in is not to blame
-/// then.
-class TemporaryFileError : public std::runtime_error {
- public:
-  using runtime_error::runtime_error;
-};
 
 /// "cannot make a temporary file in /tmp: No space left on device", with the current `errno`.
 TemporaryFileError temporaryFailure(const std::string& what);
