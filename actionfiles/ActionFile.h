@@ -32,6 +32,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <variant>
 #include <vector>
@@ -54,18 +55,37 @@ class Boxed {
   std::unique_ptr<T> value_;
 };
 
-/// An ID of the host's terminology: a string ID, or a four-character code if `string` is empty.
-struct Id {
-  std::string string;
-  std::uint32_t code = 0;
+/// An ID of the host's terminology: a string ID or a four-character code. Most items of a file have
+/// one or more, so it is small.
+class Id {
+ public:
+  Id() = default;
+  explicit Id(std::uint32_t code) : number_(code) {}
+  /// REQUIRES: `string` is not empty and is shorter than 4 GB.
+  explicit Id(std::string_view string)
+      : characters_(new char[string.size()]), number_(static_cast<std::uint32_t>(string.size())) {
+    string.copy(characters_.get(), string.size());
+  }
+
+  bool isString() const { return characters_ != nullptr; }
+
+  /// The string ID; empty for a code.
+  std::string_view string() const { return {characters_.get(), isString() ? number_ : 0}; }
+
+  /// The code; 0 for a string ID.
+  std::uint32_t code() const { return isString() ? 0 : number_; }
+
+ private:
+  std::unique_ptr<char[]> characters_;  ///< null for a code
+  std::uint32_t number_ = 0;            ///< the code, or the number of characters
 };
 
 /// Unicode text. UTF-8 cannot encode a surrogate without its partner; text that has one also keeps
 /// its UTF-16 units, and has U+FFFD in their place in `utf8`. A terminator is part of neither.
 struct Text {
   std::string utf8;
-  std::u16string units;     ///< empty if `utf8` says everything
-  bool terminated = false;  ///< the file counts a terminating 0
+  std::shared_ptr<const std::u16string> units;  ///< null if `utf8` says everything
+  bool terminated = false;                      ///< the file counts a terminating 0
 };
 
 struct ClassName {
@@ -118,7 +138,7 @@ struct Enumerated {
 struct Form {
   std::uint32_t form = kClassForm;
   ClassName desiredClass;
-  std::variant<std::monostate, Id, Enumerated, std::int32_t, std::uint32_t, Text> value;
+  std::variant<std::monostate, Id, Enumerated, std::int32_t, std::uint32_t, Boxed<Text>> value;
 };
 
 /// Forms in the file's order: each names an object inside the one that the forms after it name.
@@ -155,10 +175,12 @@ struct List {
 
 /// The value of an item; `type` decides which alternative `content` holds: a ClassName for both
 /// kinds of class, a Descriptor for both kinds of object, Data for the four types made of bytes.
+/// What is large lies in a box, because a long list has a Value for each of its items.
 struct Value {
   std::uint32_t type = kInteger;
   std::variant<std::int32_t, std::int64_t, double, bool, UnitFloat, Enumerated, Boxed<ClassName>,
-               Boxed<Descriptor>, List, Reference, Text, Data, UnitFloats, Boxed<ObjectArray>>
+               Boxed<Descriptor>, List, Reference, Boxed<Text>, Data, UnitFloats,
+               Boxed<ObjectArray>>
       content;
 };
 

@@ -69,9 +69,8 @@ Step* ActionFileReader::nextStep() {
   step_.withDialog = in_.flag("whether the step has a dialog");
   step_.dialogOptions = in_.u8("a step's dialog options");
   readEvent();
-  std::string name;
-  in_.bytes(in_.count(1, "the length of a command's name"), name, "the rest of a command's name");
-  step_.name = utf8FromMacRoman(name);
+  const std::uint32_t length = in_.count(1, "the length of a command's name");
+  step_.name = utf8FromMacRoman(in_.view(length, buffer_, "the rest of a command's name"));
   step_.mark = in_.i32("whether a descriptor follows");
   if (step_.mark != 0) parts_.descriptor(step_.descriptor);
   return &step_;
@@ -82,9 +81,11 @@ void ActionFileReader::readEvent() {
   const std::uint32_t kind = in_.u32("an event ('TEXT' or 'long')");
   if (kind == kStringEvent) {
     const std::uint32_t length = in_.count(1, "the length of an event's string ID");
-    in_.bytes(length, step_.event.string, "the rest of an event's string ID");
+    if (length == 0)
+      in_.fail(in_.offset() - sizeof length, "the length of an event's string ID", "0");
+    step_.event = Id(in_.view(length, buffer_, "the rest of an event's string ID"));
   } else if (kind == kCodeEvent) {
-    step_.event.code = in_.u32("an event's code");
+    step_.event = Id(in_.u32("an event's code"));
   } else {
     in_.fail(offset, "an event ('TEXT' or 'long')", quotedCode(kind));
   }

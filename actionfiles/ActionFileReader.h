@@ -11,6 +11,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 
 #include "actionfiles/ActionFile.h"
 #include "actionfiles/ByteInput.h"
@@ -53,6 +54,7 @@ class ActionFileReader {
   SetHead set_;
   ActionHead action_;
   Step step_;
+  std::string buffer_;
   std::uint32_t actionsLeft_ = 0;
   std::uint32_t stepsLeft_ = 0;
 };

@@ -27,7 +27,7 @@ bool ByteInput::refill() {
 }
 
 /// Copies bytes that do not all lie in the current piece.
-void ByteInput::gather(unsigned char* bytes, std::size_t size, const char* what) {
+void ByteInput::gather(char* bytes, std::size_t size, const char* what) {
   const std::uint64_t start = offset();
   while (size > 0) {
     if (left() == 0 && !refill()) fail(start, what, kEnd);

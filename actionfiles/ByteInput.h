@@ -23,10 +23,10 @@ class ByteInput {
   /// The number of bytes read so far.
   std::uint64_t offset() const { return offsetOfEnd_ - left(); }
 
-  std::uint8_t u8(const char* what) { return number<std::uint8_t>(what); }
-  std::uint16_t u16(const char* what) { return number<std::uint16_t>(what); }
-  std::uint32_t u32(const char* what) { return number<std::uint32_t>(what); }
-  std::uint64_t u64(const char* what) { return number<std::uint64_t>(what); }
+  std::uint8_t u8(const char* what) { return static_cast<std::uint8_t>(number<1>(what)); }
+  std::uint16_t u16(const char* what) { return static_cast<std::uint16_t>(number<2>(what)); }
+  std::uint32_t u32(const char* what) { return static_cast<std::uint32_t>(number<4>(what)); }
+  std::uint64_t u64(const char* what) { return number<8>(what); }
   std::int32_t i32(const char* what) { return static_cast<std::int32_t>(u32(what)); }
   std::int64_t i64(const char* what) { return static_cast<std::int64_t>(u64(what)); }
   bool flag(const char* what) { return u8(what) != 0; }
@@ -66,25 +66,33 @@ class ByteInput {
                          const std::string& found) const;
 
  private:
-  template <class T>
-  T number(const char* what) {
-    unsigned char bytes[sizeof(T)];
-    if (left() >= sizeof(T)) {
-      std::memcpy(bytes, next_, sizeof(T));
-      next_ += sizeof(T);
-    } else {
-      gather(bytes, sizeof(T), what);
+  template <std::size_t kSize>
+  std::uint64_t number(const char* what) {
+    if (left() >= kSize) {
+      next_ += kSize;
+      return bigEndian<kSize>(next_ - kSize);
     }
-    std::uint64_t value = 0;
-    for (const unsigned char byte : bytes) value = (value << 8) | byte;
-    return static_cast<T>(value);
+    char bytes[kSize];
+    gather(bytes, kSize, what);
+    return bigEndian<kSize>(bytes);
+  }
+
+  // By halves, which compilers turn into one load and a swap of its bytes.
+  template <std::size_t kSize>
+  static std::uint64_t bigEndian(const char* bytes) {
+    if constexpr (kSize == 1) {
+      return static_cast<unsigned char>(*bytes);
+    } else {
+      constexpr std::size_t kHalf = kSize / 2;
+      return (bigEndian<kHalf>(bytes) << (8 * kHalf)) | bigEndian<kHalf>(bytes + kHalf);
+    }
   }
 
   std::size_t left() const { return static_cast<std::size_t>(end_ - next_); }
   void checkCount(std::uint32_t count, std::size_t leastSize, const char* what) const;
   std::uint64_t rest() const;
   bool refill();
-  void gather(unsigned char* bytes, std::size_t size, const char* what);
+  void gather(char* bytes, std::size_t size, const char* what);
   std::string_view gather(std::size_t length, std::string& buffer, const char* what);
 
   ByteSource& source_;

@@ -37,15 +37,15 @@ void makeRoom(std::vector<T>& things, std::uint32_t count) {
 
 void DescriptorReader::text(Text& text) {
   const std::size_t count = in_.count(kUnitSize, "a number of UTF-16 units");
-  decodeUtf16(in_.view(count * kUnitSize, units_, "the rest of a Unicode text"), text);
+  decodeUtf16(in_.view(count * kUnitSize, buffer_, "the rest of a Unicode text"), text);
 }
 
 void DescriptorReader::id(Id& id) {
   const std::uint32_t length = in_.count(1, "the length of a string ID");
   if (length == 0) {
-    id.code = in_.u32("a four-character code");
+    id = Id(in_.u32("a four-character code"));
   } else {
-    in_.bytes(length, id.string, "the rest of a string ID");
+    id = Id(in_.view(length, buffer_, "the rest of a string ID"));
   }
 }
 
@@ -141,7 +141,7 @@ void DescriptorReader::value(Value& value) {
       reference(content.emplace<Reference>());
       break;
     case kText:
-      text(content.emplace<Text>());
+      text(*content.emplace<Boxed<Text>>());
       break;
     case kRawData:
     case kAlias:
@@ -189,7 +189,7 @@ void DescriptorReader::form(Form& form) {
       form.value = in_.u32("an index");
       break;
     case kNameForm:
-      text(form.value.emplace<Text>());
+      text(*form.value.emplace<Boxed<Text>>());
       break;
     default:
       in_.fail(offset, "a form of a reference", quotedCode(form.form));

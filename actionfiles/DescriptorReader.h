@@ -48,7 +48,7 @@ class DescriptorReader {
 
   ByteInput& in_;
   std::vector<Open> open_;
-  std::string units_;  ///< of a text that does not lie in one piece
+  std::string buffer_;  ///< of a text or a string ID that does not lie in one piece
 };
 
 }  // namespace actionfiles

@@ -52,7 +52,7 @@ std::optional<Text> fileNameOfAlias(std::string_view bytes) {
   if (bytes.substr(kVersionOffset, kVersion2.size()) != kVersion2) return std::nullopt;
   const std::size_t length = static_cast<unsigned char>(bytes[kNameOffset]);
   if (length > kLongestName || length > bytes.size() - kNameOffset - 1) return std::nullopt;
-  return Text{utf8FromMacRoman(bytes.substr(kNameOffset + 1, length)), {}, false};
+  return Text{utf8FromMacRoman(bytes.substr(kNameOffset + 1, length)), nullptr, false};
 }
 
 }  // namespace actionfiles

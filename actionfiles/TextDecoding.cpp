@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <iterator>
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -94,14 +95,14 @@ void decodeUtf16(std::string_view bytes, Text& text) {
   Units units(bytes);
   text.terminated = units.size() > 0 && units[units.size() - 1] == 0;
   if (text.terminated) units.dropLast();
-  text.units.clear();
+  text.units.reset();
   text.utf8.resize(units.size());
   std::size_t i = 0;
   for (; i < units.size() && units[i] < 0x80; ++i) text.utf8[i] = static_cast<char>(units[i]);
   text.utf8.resize(i);
   bool exact = true;
   while (i < units.size()) exact &= appendCharacter(units, i, text.utf8);
-  if (!exact) text.units = units.copy();
+  if (!exact) text.units = std::make_shared<const std::u16string>(units.copy());
 }
 
 std::string utf8FromMacRoman(std::string_view bytes) {

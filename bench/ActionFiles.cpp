@@ -58,7 +58,7 @@ std::vector<Item> usualItems() {
       {codeId("Md  "), valueOf(kEnumerated, Enumerated{codeId("BlnM"), codeId("Nrml")})});
   items.push_back({stringId("layerID"), valueOf(kInteger, std::int32_t{3})});
   items.push_back({codeId("AntA"), valueOf(kBoolean, true)});
-  items.push_back({codeId("Nm  "), valueOf(kText, textOf(u"Layer 1 copy, with a longer name"))});
+  items.push_back({codeId("Nm  "), boxed(kText, textOf(u"Layer 1 copy, with a longer name"))});
   items.push_back({codeId("Angl"), valueOf(kFloat, 45.0)});
   return items;
 }

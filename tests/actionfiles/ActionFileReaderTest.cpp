@@ -114,12 +114,12 @@ TEST(ActionFileReader, ReadsTheSetItsActionsAndTheirSteps) {
   EXPECT_FALSE(step->enabled);
   EXPECT_TRUE(step->withDialog);
   EXPECT_EQ(step->dialogOptions, 2);
-  EXPECT_EQ(step->event.string, "select");
+  EXPECT_EQ(step->event.string(), "select");
   EXPECT_EQ(step->name, "Nam");
   EXPECT_EQ(step->mark, -1);
-  EXPECT_EQ(step->descriptor.type.id.code, fourCharCode("null"));
+  EXPECT_EQ(step->descriptor.type.id.code(), fourCharCode("null"));
   ASSERT_EQ(step->descriptor.items.size(), 1u);
-  EXPECT_EQ(step->descriptor.items[0].key.string, "using");
+  EXPECT_EQ(step->descriptor.items[0].key.string(), "using");
   EXPECT_EQ(step->descriptor.items[0].value.type, kInteger);
   EXPECT_EQ(std::get<std::int32_t>(step->descriptor.items[0].value.content), -2);
   EXPECT_EQ(reader.nextStep(), nullptr);
@@ -147,11 +147,11 @@ TEST(ActionFileReader, ReadsAStepWithoutDescriptorAndAnEventThatIsACode) {
   steps[1] = stepOf(codeId("\0\x01\xFF'"), "Last", {});
   const RecordedSet set = readAll(written(setOf(std::move(steps))));
   const std::vector<Step>& read = set.actions.at(0).steps;
-  EXPECT_EQ(read.at(0).event.code, fourCharCode("Stop"));
-  EXPECT_EQ(read[0].event.string, "");
+  EXPECT_EQ(read.at(0).event.code(), fourCharCode("Stop"));
+  EXPECT_EQ(read[0].event.string(), "");
   EXPECT_EQ(read[0].name, "");
   EXPECT_EQ(read[0].mark, 0);
-  EXPECT_EQ(read.at(1).event.code, 0x0001FF27u);
+  EXPECT_EQ(read.at(1).event.code(), 0x0001FF27u);
   EXPECT_EQ(read[1].name, "Last");
 }
 
@@ -208,12 +208,13 @@ TEST(ActionFileReader, ReadsNamesThatAreEmptyLongOrNotAscii) {
 
 TEST(ActionFileReader, KeepsTheUnitsOfATextThatUtf8CannotEncode) {
   std::vector<Step> steps;
-  steps.push_back(stepWith(valueOf(kText, textOf({u"a\xD800z", 3}))));
+  steps.push_back(stepWith(boxed(kText, textOf({u"a\xD800z", 3}))));
   const RecordedSet set = readAll(written(setOf(std::move(steps))));
   const auto& text =
-      std::get<Text>(set.actions.at(0).steps.at(0).descriptor.items.at(0).value.content);
+      *std::get<Boxed<Text>>(set.actions.at(0).steps.at(0).descriptor.items.at(0).value.content);
   EXPECT_EQ(text.utf8, "a\uFFFDz");
-  EXPECT_EQ(text.units, std::u16string(u"a\xD800z", 3));
+  ASSERT_NE(text.units, nullptr);
+  EXPECT_EQ(*text.units, std::u16string(u"a\xD800z", 3));
 }
 
 TEST(ActionFileReader, ReadsFiveHundredRandomStepsAsWritten) {

@@ -73,21 +73,21 @@ class Writer {
     number(bits, 8);
   }
 
-  void data(const std::string& content) {
+  void data(std::string_view content) {
     u32(content.size());
     bytes += content;
   }
 
   void text(const Text& text) {
-    std::u16string units = text.units.empty() ? unitsOf(text.utf8) : text.units;
+    std::u16string units = text.units ? *text.units : unitsOf(text.utf8);
     if (text.terminated) units += u'\0';
     u32(units.size());
     for (const char16_t unit : units) u16(unit);
   }
 
   void id(const Id& id) {
-    data(id.string);
-    if (id.string.empty()) u32(id.code);
+    data(id.string());
+    if (!id.isString()) u32(id.code());
   }
 
   void className(const ClassName& name) {
@@ -114,12 +114,12 @@ class Writer {
     u8(step.enabled);
     u8(step.withDialog);
     u8(step.dialogOptions);
-    if (step.event.string.empty()) {
-      bytes += "long";
-      u32(step.event.code);
-    } else {
+    if (step.event.isString()) {
       bytes += "TEXT";
-      data(step.event.string);
+      data(step.event.string());
+    } else {
+      bytes += "long";
+      u32(step.event.code());
     }
     data(macRoman(step.name));
     u32(static_cast<std::uint32_t>(step.mark));
@@ -171,7 +171,7 @@ class Writer {
       std::visit([this](const auto& content) { put(content); }, form.value);
     }
   }
-  void put(const Text& value) { text(value); }
+  void put(const Boxed<Text>& value) { text(*value); }
   void put(const Data& value) { data(value.bytes); }
   void put(const UnitFloats& floats) {
     u32(floats.unit);
@@ -214,9 +214,9 @@ Reference everyForm() {
   add(kOffsetForm, std::int32_t{-3});
   add(kIdentifierForm, std::uint32_t{0xFFFFFFFF});
   add(kIndexForm, std::uint32_t{7});
-  add(kNameForm, textOf(u"Ebene \u00E4 \U0001F600"));
-  add(kNameForm, textOf({u"a\xD800z", 3}));
-  add(kNameForm, Text{});
+  add(kNameForm, inBox(textOf(u"Ebene \u00E4 \U0001F600")));
+  add(kNameForm, inBox(textOf({u"a\xD800z", 3})));
+  add(kNameForm, Boxed<Text>());
   return forms;
 }
 
@@ -266,9 +266,9 @@ Text textOf(std::u16string_view units) {
   return text;
 }
 
-Id stringId(std::string_view string) { return {std::string(string), 0}; }
+Id stringId(std::string_view string) { return Id(string); }
 
-Id codeId(const char (&code)[5]) { return {{}, fourCharCode(code)}; }
+Id codeId(const char (&code)[5]) { return Id(fourCharCode(code)); }
 
 ClassName className(Id id) { return {textOf(u""), std::move(id)}; }
 
@@ -308,10 +308,10 @@ std::vector<Value> everyType() {
   add(valueOf(kBoolean, false));
   add(valueOf(kUnitFloat, UnitFloat{fourCharCode("#Pxl"), 13.5}));
   add(valueOf(kEnumerated, Enumerated{stringId("antiAliasType"), codeId("Anno")}));
-  add(valueOf(kText, textOf({u"\u00FC \"quoted\"\r\U0001F3A8\0 end", 18})));
-  add(valueOf(kText, textOf(u"")));
-  add(valueOf(kText, Text{}));
-  add(valueOf(kText, textOf({u"\xDC00 and \xD800", 7})));
+  add(boxed(kText, textOf({u"\u00FC \"quoted\"\r\U0001F3A8\0 end", 18})));
+  add(boxed(kText, textOf(u"")));
+  add(boxed(kText, Text{}));
+  add(boxed(kText, textOf({u"\xDC00 and \xD800", 7})));
   add(boxed(kClass, className(codeId("Lyr "))));
   add(boxed(kGlobalClass, ClassName{textOf(u"Ebene"), stringId("layer")}));
   Descriptor inner;

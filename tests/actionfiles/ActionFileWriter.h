@@ -41,12 +41,17 @@ actionfiles::Value valueOf(std::uint32_t type, T content) {
   return {type, std::move(content)};
 }
 
+template <class T>
+actionfiles::Boxed<T> inBox(T content) {
+  actionfiles::Boxed<T> box;
+  *box = std::move(content);
+  return box;
+}
+
 /// A value of an alternative that lies in a box.
 template <class T>
 actionfiles::Value boxed(std::uint32_t type, T content) {
-  actionfiles::Boxed<T> box;
-  *box = std::move(content);
-  return {type, std::move(box)};
+  return {type, inBox(std::move(content))};
 }
 
 /// A set "Set" of one action "Action" with these steps.

@@ -132,11 +132,12 @@ TEST(BrokenActionFile, TakesLittleMemoryWhateverWasChangedInIt) {
   constexpr std::size_t kMegabyte = 1 << 20;
   const std::vector<std::string> originals = {fullFile(), written(RandomSteps(1).set(3)),
                                               written(RandomSteps(2).set(30))};
+  const std::string large = written(RandomSteps(3).set(400));
   Mutator mutate(2024);
   int readable = 0;
   std::size_t most = 0;
   for (std::size_t i = 0; i < 10000; ++i) {
-    const std::string bytes = mutate(originals[i % originals.size()]);
+    const std::string bytes = mutate(i % 100 == 0 ? large : originals[i % originals.size()]);
     const AllocationCounter counter;
     if (isReadable(bytes)) ++readable;
     most = std::max(most, counter.peak());

@@ -11,12 +11,12 @@ namespace testing_support {
 using namespace actionfiles;
 
 Id RandomSteps::id() {
-  if (oneIn(2)) return {{}, static_cast<std::uint32_t>(random_())};
+  if (oneIn(2)) return Id(static_cast<std::uint32_t>(random_()));
   // Mostly short ones; some are longer than a reader's buffer.
   const std::uint32_t most = oneIn(500) ? 70000 : 30;
   std::string string(1 + below(most), 'a');
   for (char& c : string) c = static_cast<char>('a' + below(26));
-  return {std::move(string), 0};
+  return Id(string);
 }
 
 Text RandomSteps::text() {
@@ -84,7 +84,7 @@ Reference RandomSteps::reference() {
         break;
       default:
         form.form = kNameForm;
-        form.value = text();
+        form.value = inBox(text());
     }
   }
   return made;
@@ -151,7 +151,7 @@ Value RandomSteps::leaf() {
       return boxed(kObjectArray, std::move(array));
     }
     default:
-      return valueOf(kText, text());
+      return boxed(kText, text());
   }
 }
 

@@ -11,9 +11,7 @@ namespace simulator {
 
 namespace {
 
-Text hostText(const actionfiles::Text& text) {
-  return {text.utf8, text.units.empty() ? ExactUnits() : ExactUnits(text.units)};
-}
+Text hostText(const actionfiles::Text& text) { return {text.utf8, ExactUnits(text.units)}; }
 
 Enumerated hostEnumerated(const actionfiles::Enumerated& value, TypeIds& ids) {
   const DescriptorEnumTypeID type = hostID(value.type, ids);
@@ -34,8 +32,8 @@ struct FormWriter {
   }
   void operator()(std::int32_t offset) const { form.value = static_cast<std::uint32_t>(offset); }
   void operator()(std::uint32_t number) const { form.value = number; }
-  void operator()(const actionfiles::Text& name) const {
-    Text text = hostText(name);
+  void operator()(const actionfiles::Boxed<actionfiles::Text>& name) const {
+    Text text = hostText(*name);
     form.name = std::move(text.utf8);
     form.exactName = std::move(text.exact);
   }
@@ -93,7 +91,9 @@ struct ValueReader {
     for (const actionfiles::Form& form : recorded) reference.push_back(hostForm(form, ids));
     return reference;
   }
-  Value operator()(const actionfiles::Text& text) const { return hostText(text); }
+  Value operator()(const actionfiles::Boxed<actionfiles::Text>& text) const {
+    return hostText(*text);
+  }
   Value operator()(const actionfiles::Data& data) const {
     if (type == actionfiles::kRawData) return Data{data.bytes};
     return FilePath{hostPath(type, data.bytes)};
@@ -112,7 +112,7 @@ Item hostItem(const actionfiles::Value& value, TypeIds& ids) {
 }  // namespace
 
 std::uint32_t hostID(const actionfiles::Id& id, TypeIds& ids) {
-  return id.string.empty() ? id.code : ids.idOf(id.string);
+  return id.isString() ? ids.idOf(id.string()) : id.code();
 }
 
 ContainerPtr hostDescriptor(const actionfiles::Descriptor& descriptor, TypeIds& ids) {

@@ -116,7 +116,9 @@ bool ExactUnits::operator==(const ExactUnits& other) const {
 
 Text textFrom(std::u16string_view units) {
   Text text{utf8From(units)};
-  if (utf16From(text.utf8) != units) text.exact = ExactUnits(std::u16string(units));
+  if (utf16From(text.utf8) != units) {
+    text.exact = ExactUnits(std::make_shared<const std::u16string>(units));
+  }
   return text;
 }
 

@@ -26,8 +26,7 @@ using NestedContainer = std::shared_ptr<const Container>;
 class ExactUnits {
  public:
   ExactUnits() = default;
-  explicit ExactUnits(std::u16string units)
-      : units_(std::make_shared<const std::u16string>(std::move(units))) {}
+  explicit ExactUnits(std::shared_ptr<const std::u16string> units) : units_(std::move(units)) {}
 
   const std::u16string* get() const { return units_.get(); }
   bool operator==(const ExactUnits& other) const;

@@ -112,9 +112,10 @@ TEST_F(ActionFileHost, HandsOutTheUnitsOfTextsAndNamesThatUtf8CannotEncode) {
   actionfiles::Descriptor descriptor;
   const std::u16string lone(u"a\xD800z", 3);
   descriptor.items.push_back(
-      {codeId("Nm  "), valueOf(actionfiles::kText, testing_support::textOf(lone))});
+      {codeId("Nm  "), boxed(actionfiles::kText, testing_support::textOf(lone))});
   actionfiles::Reference name;
-  name.push_back({actionfiles::kNameForm, {}, testing_support::textOf(lone)});
+  name.push_back(
+      {actionfiles::kNameForm, {}, testing_support::inBox(testing_support::textOf(lone))});
   descriptor.items.push_back({codeId("null"), valueOf(actionfiles::kReference, std::move(name))});
   const PIActionDescriptor handle = theHost().makeDescriptor(hostDescriptor(descriptor, ids_));
 
