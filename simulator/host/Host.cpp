@@ -81,7 +81,7 @@ PIActionList Host::makeList(ContainerPtr content) {
 }
 
 PIActionReference Host::makeReference(Reference content) {
-  return hostState().references.add(std::move(content), nullptr);
+  return hostState().references.add(SharedReference(std::move(content)), nullptr);
 }
 
 ContainerPtr Host::contentOf(PIActionDescriptor descriptor) const {
@@ -95,8 +95,9 @@ ContainerPtr Host::contentOf(PIActionList list) const {
 }
 
 Reference Host::contentOf(PIActionReference reference) const {
-  const Reference* content = hostState().references.peek(reference);
-  return content ? *content : Reference{};
+  const SharedReference* content = hostState().references.peek(reference);
+  if (content == nullptr) return {};
+  return {content->forms().begin(), content->forms().end()};
 }
 
 std::size_t Host::objectsOwned() const {

@@ -45,7 +45,7 @@ std::uint32_t idFromJson(const Json& json, TypeIds& ids);
 /// written as null.
 Json descriptorToJson(const Container& descriptor, const TypeIds& ids);
 Json listToJson(const Container& list, const TypeIds& ids);
-Json referenceToJson(const Reference& reference, const TypeIds& ids);
+Json referenceToJson(Forms reference, const TypeIds& ids);
 Json idToJson(std::uint32_t id, const TypeIds& ids);
 
 }  // namespace simulator

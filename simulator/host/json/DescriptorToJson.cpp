@@ -117,7 +117,7 @@ Json listToJson(const Container& list, const TypeIds& ids) {
   return containerToJson(list, false, ids);
 }
 
-Json referenceToJson(const Reference& reference, const TypeIds& ids) {
+Json referenceToJson(Forms reference, const TypeIds& ids) {
   Json json = Json::array();
   for (const Form& form : reference) json.push_back(formToJson(form, ids));
   return json;

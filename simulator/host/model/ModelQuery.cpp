@@ -195,7 +195,7 @@ Target select(const Model& model, const Target& context, const Form& form) {
 }
 
 /// Follows the forms from the outermost object inward, that is, from the last form to the first.
-Target resolve(const Model& model, std::span<const Form> forms) {
+Target resolve(const Model& model, Forms forms) {
   Target target;
   for (auto form = forms.rbegin(); form != forms.rend(); ++form) {
     target = select(model, target, *form);
@@ -222,14 +222,14 @@ Container propertiesOf(const Model& model, const Target& target, TypeIds& ids) {
   }
 }
 
-bool asksForProperty(const Reference& reference) {
+bool asksForProperty(Forms reference) {
   return !reference.empty() && reference.front().form == kFormProperty;
 }
 
 /// The object whose property the reference asks for: for the class 'Prpr' what the other forms
 /// name, for any other class the current object of that class inside it.
-Target ownerOfProperty(const Model& model, const Reference& reference) {
-  const Target context = resolve(model, std::span(reference).subspan(1));
+Target ownerOfProperty(const Model& model, Forms reference) {
+  const Target context = resolve(model, reference.subspan(1));
   const DescriptorClassID kind = reference.front().desiredClass;
   if (kind == kClassProperty) return context;
   return select(model, context, {.form = kFormClass, .desiredClass = kind});
@@ -247,7 +247,7 @@ ContainerPtr answerWith(const Container& properties, DescriptorKeyID key) {
 
 }  // namespace
 
-ContainerPtr answerGet(const Model& model, const Reference& reference, TypeIds& ids) {
+ContainerPtr answerGet(const Model& model, Forms reference, TypeIds& ids) {
   if (!asksForProperty(reference)) {
     return std::make_shared<Container>(propertiesOf(model, resolve(model, reference), ids));
   }
@@ -259,7 +259,7 @@ ContainerPtr answerGet(const Model& model, const Reference& reference, TypeIds& 
   return answer;
 }
 
-ActionInSet namedAction(const Model& model, const Reference& reference) {
+ActionInSet namedAction(const Model& model, Forms reference) {
   const Target target = resolve(model, reference);
   if (target.action == nullptr) throw CallError{kNoSuchObject};
   return {*target.set, *target.action};

@@ -10,7 +10,7 @@ namespace simulator {
 /// The answer to a get: all properties of the object that `reference` names, or only the one that
 /// its property form asks for. Throws CallError: kNoSuchObject if the object does not exist,
 /// errMissingParameter if it lacks the property.
-ContainerPtr answerGet(const Model& model, const Reference& reference, TypeIds& ids);
+ContainerPtr answerGet(const Model& model, Forms reference, TypeIds& ids);
 
 struct ActionInSet {
   const ActionSet& set;
@@ -19,6 +19,6 @@ struct ActionInSet {
 
 /// The action that a reference to an action in its set names. Throws CallError: kNoSuchObject if it
 /// does not exist.
-ActionInSet namedAction(const Model& model, const Reference& reference);
+ActionInSet namedAction(const Model& model, Forms reference);
 
 }  // namespace simulator

@@ -51,7 +51,7 @@ struct ObjectKind<PIActionList> {
 
 template <>
 struct ObjectKind<PIActionReference> {
-  using Body = Reference;
+  using Body = SharedReference;
   static constexpr ObjectTag tag = ObjectTag::reference;
 };
 

@@ -114,6 +114,19 @@ bool ExactUnits::operator==(const ExactUnits& other) const {
   return *units_ == *other.units_;
 }
 
+void SharedReference::append(Form form) {
+  if (forms_.use_count() > 1) {
+    *this = SharedReference(Reference(forms().begin(), forms().end()));
+  }
+  forms_->push_back(std::move(form));
+}
+
+SharedReference SharedReference::rest() const {
+  SharedReference rest = *this;
+  ++rest.first_;
+  return rest;
+}
+
 Text textFrom(std::u16string_view units) {
   Text text{utf8From(units)};
   if (utf16From(text.utf8) != units) {

@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -50,6 +51,27 @@ struct Form {
 /// Forms in the order in which they were put: each names an object inside the one that the forms
 /// after it name.
 using Reference = std::vector<Form>;
+using Forms = std::span<const Form>;
+
+/// What a handle of a reference stands for. Copies and rests share their forms until one of them is
+/// appended to, so walking along a reference takes time in proportion to its length.
+class SharedReference {
+ public:
+  SharedReference() : SharedReference(Reference()) {}
+  explicit SharedReference(Reference forms)
+      : forms_(std::make_shared<Reference>(std::move(forms))) {}
+
+  Forms forms() const { return Forms(*forms_).subspan(first_); }
+
+  void append(Form form);
+
+  /// All forms but the first. REQUIRES: there is one.
+  SharedReference rest() const;
+
+ private:
+  std::shared_ptr<Reference> forms_;
+  std::size_t first_ = 0;
+};
 
 struct UnitFloat {
   DescriptorUnitID unit;

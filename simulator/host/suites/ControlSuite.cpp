@@ -18,8 +18,8 @@ OSErr call(const char* procedure, ProcedureBody body) {
 }
 
 Json jsonOf(PIActionReference reference) {
-  const Reference* forms = hostState().references.peek(reference);
-  return forms ? referenceToJson(*forms, hostState().ids) : Json(nullptr);
+  const SharedReference* content = hostState().references.peek(reference);
+  return content ? referenceToJson(content->forms(), hostState().ids) : Json(nullptr);
 }
 
 Json jsonOf(PIActionDescriptor descriptor) {
@@ -35,7 +35,7 @@ void logGet(PIActionReference reference, OSErr result) {
   theLog().write("get", std::move(line));
 }
 
-ContainerPtr answer(const Reference& reference) {
+ContainerPtr answer(Forms reference) {
   HostState& state = hostState();
   const bool property = !reference.empty() && reference.front().form == kFormProperty;
   const auto given = property ? state.answers.find(reference.front().value) : state.answers.end();
@@ -47,7 +47,7 @@ OSErr get(const char* procedure, PIActionDescriptor* descriptor, PIActionReferen
   const std::lock_guard lock(hostState().mutex);
   const OSErr result = call(procedure, [&] {
     PIActionDescriptor& place = destination(descriptor);
-    ContainerPtr content = answer(hostState().references.at(reference, procedure));
+    ContainerPtr content = answer(hostState().references.at(reference, procedure).forms());
     place = hostState().descriptors.add(std::move(content), procedure);
   });
   logGet(reference, result);

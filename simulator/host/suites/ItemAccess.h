@@ -147,8 +147,10 @@ OSErr putObject(const char* procedure, Slot slot, DescriptorClassID type,
 
 template <class Slot>
 OSErr putReference(const char* procedure, Slot slot, PIActionReference reference) {
-  return putMade(procedure, slot, kTypeObjectReference,
-                 [&] { return hostState().references.at(reference, procedure); });
+  return putMade(procedure, slot, kTypeObjectReference, [&] {
+    const Forms forms = hostState().references.at(reference, procedure).forms();
+    return Reference(forms.begin(), forms.end());
+  });
 }
 
 template <class Slot>
@@ -257,7 +259,8 @@ OSErr getObject(const char* procedure, Slot slot, DescriptorClassID* type,
 template <class Slot>
 OSErr getReference(const char* procedure, Slot slot, PIActionReference* reference) {
   return getItem<Reference>(procedure, slot, [&](const Reference& item) {
-    handOut(reference, [&] { return hostState().references.add(item, procedure); });
+    handOut(reference,
+            [&] { return hostState().references.add(SharedReference(item), procedure); });
   });
 }
 

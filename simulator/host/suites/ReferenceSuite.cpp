@@ -16,7 +16,7 @@ OSErr call(const char* procedure, ProcedureBody body) {
 
 OSErr put(const char* procedure, PIActionReference reference, Form form) {
   return call(procedure,
-              [&] { hostState().references.at(reference, procedure).push_back(std::move(form)); });
+              [&] { hostState().references.at(reference, procedure).append(std::move(form)); });
 }
 
 OSErr putName(const char* procedure, PIActionReference reference, DescriptorClassID desiredClass,
@@ -27,7 +27,7 @@ OSErr putName(const char* procedure, PIActionReference reference, DescriptorClas
 
 /// The form that was put first. Throws errMissingParameter if there is none.
 const Form& first(PIActionReference reference, const char* procedure) {
-  const Reference& forms = hostState().references.at(reference, procedure);
+  const Forms forms = hostState().references.at(reference, procedure).forms();
   if (forms.empty()) throw CallError{errMissingParameter};
   return forms.front();
 }
@@ -103,11 +103,10 @@ OSErr getContainer(const char* procedure, PIActionReference reference,
                    PIActionReference* container) {
   return call(procedure, [&] {
     HostState& state = hostState();
-    const Reference& forms = state.references.at(reference, procedure);
+    const SharedReference& chain = state.references.at(reference, procedure);
     PIActionReference& result = destination(container);
-    const bool last = forms.size() < 2;
-    result =
-        last ? nullptr : state.references.add(Reference(forms.begin() + 1, forms.end()), procedure);
+    const bool last = chain.forms().size() < 2;
+    result = last ? nullptr : state.references.add(chain.rest(), procedure);
   });
 }
 
@@ -117,10 +116,10 @@ OSErr putNameString(const char* procedure, PIActionReference reference,
     HostState& state = hostState();
     Text text = textFrom(state.strings.at(name, procedure).text);
     state.references.at(reference, procedure)
-        .push_back({.form = kFormName,
-                    .desiredClass = desiredClass,
-                    .name = std::move(text.utf8),
-                    .exactName = std::move(text.exact)});
+        .append({.form = kFormName,
+                 .desiredClass = desiredClass,
+                 .name = std::move(text.utf8),
+                 .exactName = std::move(text.exact)});
   });
 }
 

@@ -1,6 +1,7 @@
 #include <array>
 #include <vector>
 
+#include "tests/actionfiles/AllocationCounter.h"
 #include "tests/simulator/host/HostFixture.h"
 
 namespace simulator {
@@ -46,6 +47,38 @@ TEST_F(ReferenceSuite, ReadsTheFormThatWasPutFirst) {
   EXPECT_EQ(desiredClass, kClassAction);
   EXPECT_EQ(length, 8u);
   EXPECT_STREQ(name.data(), "Vign");
+}
+
+TEST_F(ReferenceSuite, HandsOutALongChainWithoutCopyingItAgainAndAgain) {
+  constexpr std::size_t kForms = 3000;
+  for (std::size_t i = 0; i < kForms; ++i) references_->PutIndex(reference_, kClassLayer, 1);
+  std::vector<PIActionReference> chain = {reference_};
+  chain.reserve(kForms);
+  const testing_support::AllocationCounter counter;
+  for (PIActionReference next = reference_; next != nullptr; chain.push_back(next)) {
+    ASSERT_EQ(references_->GetContainer(chain.back(), &next), 0);
+    if (next == nullptr) break;
+  }
+  EXPECT_EQ(chain.size(), kForms);
+  EXPECT_LT(counter.peak(), kForms * 1000)
+      << "a copy of the rest for each would take " << kForms / 2 << " forms on average";
+  for (std::size_t i = 1; i < chain.size(); ++i) references_->Free(chain[i]);
+}
+
+TEST_F(ReferenceSuite, KeepsAContainerApartFromTheReferenceThatItCameFrom) {
+  references_->PutIndex(reference_, kClassAction, 2);
+  references_->PutIndex(reference_, kClassActionSet, 1);
+  PIActionReference container = nullptr;
+  ASSERT_EQ(references_->GetContainer(reference_, &container), 0);
+  references_->PutIndex(container, kClassLayer, 5);
+  references_->PutIndex(reference_, kClassLayer, 6);
+  EXPECT_EQ(
+      textOf(container),
+      R"([{"form":"indx","class":"ASet","value":1},{"form":"indx","class":"Lyr ","value":5}])");
+  EXPECT_EQ(textOf(reference_),
+            R"([{"form":"indx","class":"Actn","value":2},{"form":"indx","class":"ASet","value":1},)"
+            R"({"form":"indx","class":"Lyr ","value":6}])");
+  references_->Free(container);
 }
 
 TEST_F(ReferenceSuite, HandsOutTheRestOfTheChainAsTheContainer) {
