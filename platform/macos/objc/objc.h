@@ -3,7 +3,11 @@
 
 using Class = struct objc_class*;
 using SEL = struct objc_selector*;
+#if defined(__aarch64__)
+using BOOL = bool;
+#else
 using BOOL = signed char;
+#endif
 
 struct objc_object {
   Class isa;
