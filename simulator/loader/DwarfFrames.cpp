@@ -10,7 +10,6 @@ namespace {
 
 constexpr std::string_view kEhFrameSection = "__eh_frame";
 constexpr std::uint32_t kLongEntry = 0xFFFFFFFF;
-constexpr std::uint64_t kReturnAddressColumn = 16;
 
 // Pointer encodings (DW_EH_PE_…).
 enum PointerEncoding : std::uint8_t {
@@ -30,7 +29,8 @@ struct CommonEntry {
 
 class FrameReader {
  public:
-  FrameReader(Bytes section, std::uint64_t address) : section_(section), address_(address) {}
+  FrameReader(Bytes section, std::uint64_t address, std::uint64_t returnAddress)
+      : section_(section), address_(address), returnAddress_(returnAddress) {}
 
   DwarfFrame run(std::uint64_t offset) {
     std::size_t end = 0;
@@ -65,7 +65,7 @@ class FrameReader {
     const std::string augmentation(reader.readText());
     frame_.codeAlignment = static_cast<std::int64_t>(reader.readUleb());
     frame_.dataAlignment = reader.readSleb();
-    if (reader.readUleb() != kReturnAddressColumn) {
+    if (reader.readUleb() != returnAddress_) {
       throw LoadError("__eh_frame keeps the return address in an unknown column");
     }
     const CommonEntry common = readCommonAugmentation(reader, augmentation);
@@ -144,13 +144,15 @@ class FrameReader {
 
   Bytes section_;
   std::uint64_t address_;
+  std::uint64_t returnAddress_;
   DwarfFrame frame_;
 };
 
 }  // namespace
 
-DwarfFrame readDwarfFrame(Bytes section, std::uint64_t offset, std::uint64_t address) {
-  return FrameReader(section, address).run(offset);
+DwarfFrame readDwarfFrame(Bytes section, std::uint64_t offset, std::uint64_t address,
+                          std::uint64_t returnAddress) {
+  return FrameReader(section, address, returnAddress).run(offset);
 }
 
 }  // namespace simulator

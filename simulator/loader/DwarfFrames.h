@@ -22,8 +22,9 @@ struct DwarfFrame {
 };
 
 /// Reads the entry at `offset` of the section, which lies in memory at `address`. The result refers
-/// to bytes of `section`. A LoadError for a damaged entry and for forms that the platform does not
-/// use.
-DwarfFrame readDwarfFrame(Bytes section, std::uint64_t offset, std::uint64_t address);
+/// to bytes of `section`. A LoadError for a damaged entry, for forms that the platform does not
+/// use, and if the return address is not in the column `returnAddress`, the processor's.
+DwarfFrame readDwarfFrame(Bytes section, std::uint64_t offset, std::uint64_t address,
+                          std::uint64_t returnAddress);
 
 }  // namespace simulator

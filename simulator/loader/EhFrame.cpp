@@ -15,17 +15,35 @@ namespace simulator {
 
 namespace {
 
-constexpr std::uint8_t kRbp = 6;
-constexpr std::uint8_t kRsp = 7;
-constexpr std::uint8_t kReturnAddress = 16;
+// A processor's part of a frame: DWARF numbers, and what the call and the frame's beginning save.
+struct Convention {
+  std::uint8_t stackPointer;
+  std::uint8_t basePointer;
+  std::uint8_t returnAddress;
+  std::uint32_t entrySize;  // bytes on the stack on entry to a function
+  std::vector<SavedRegister> savedAtEntry;
+  std::vector<SavedRegister> savedByFrame;  // in functions with a base pointer
+};
+
+// On 64-bit Intel the call pushes the return address; on arm64 it leaves it in a register, which
+// the frame saves together with the base pointer.
+const Convention& conventionOf(mach::Processor processor) {
+  static const Convention kX86_64 = {7, 6, 16, 8, {{16, 8}}, {{6, 16}}};
+  static const Convention kArm64 = {31, 29, 30, 0, {}, {{29, 16}, {30, 8}}};
+  return processor.type == mach::kArm64.type ? kArm64 : kX86_64;
+}
+
 constexpr std::int64_t kDataAlignment = -8;
 constexpr std::uint32_t kRegisterSize = 8;
 
 enum CallFrameInstruction : std::uint8_t {
   kNop = 0x00,
+  kOffsetExtended = 0x05,
   kDefineFrameAddress = 0x0C,
   kOffset = 0x80,  // with the register in the low six bits
 };
+
+constexpr int kExtendedRegisters = 0x40;  // the first number that does not fit beside kOffset
 
 // Functions that agree in these fields share one common entry.
 struct CommonKey {
@@ -70,6 +88,8 @@ class ByteWriter {
 
 class EhFrameWriter {
  public:
+  explicit EhFrameWriter(std::uint8_t returnAddress) : returnAddress_(returnAddress) {}
+
   // Adds one function; `lsda` is the address of its language-specific data or 0.
   void add(const CommonKey& common, std::uint64_t start, std::uint64_t size, std::uint64_t lsda,
            Bytes instructions) {
@@ -106,7 +126,7 @@ class EhFrameWriter {
     out_.writeBytes(std::as_bytes(std::span(kAugmentation)));
     out_.writeUleb(static_cast<std::uint64_t>(key.codeAlignment));
     out_.writeSleb(key.dataAlignment);
-    out_.writeUleb(kReturnAddress);
+    out_.writeUleb(returnAddress_);
     out_.writeUleb(3 + sizeof key.personality);
     out_.write(std::uint8_t{0});
     out_.write(key.personality);
@@ -126,6 +146,7 @@ class EhFrameWriter {
     out_.patch(begin - sizeof(std::uint32_t), static_cast<std::uint32_t>(out_.size() - begin));
   }
 
+  std::uint8_t returnAddress_;
   ByteWriter out_;
   std::map<CommonKey, std::size_t> commons_;
 };
@@ -137,22 +158,30 @@ void defineFrameAddress(ByteWriter& out, std::uint8_t reg, std::uint32_t offset)
 }
 
 void saveRegister(ByteWriter& out, const SavedRegister& saved) {
-  out.write(static_cast<std::uint8_t>(kOffset | saved.number));
+  if (saved.number < kExtendedRegisters) {
+    out.write(static_cast<std::uint8_t>(kOffset | saved.number));
+  } else {
+    out.write(std::uint8_t{kOffsetExtended});
+    out.writeUleb(static_cast<std::uint64_t>(saved.number));
+  }
   out.writeUleb(saved.below / kRegisterSize);
 }
 
-// On entry to a function only the return address is on the stack.
-std::vector<std::byte> entryInstructions() {
+std::vector<std::byte> entryInstructions(const Convention& convention) {
   ByteWriter out;
-  defineFrameAddress(out, kRsp, kRegisterSize);
-  saveRegister(out, {kReturnAddress, kRegisterSize});
+  defineFrameAddress(out, convention.stackPointer, convention.entrySize);
+  for (const SavedRegister& saved : convention.savedAtEntry) saveRegister(out, saved);
   return std::move(out.bytes());
 }
 
 class Converter {
  public:
   Converter(const MachFile& file, const ImageMemory& memory)
-      : file_(file), memory_(memory), entryInstructions_(entryInstructions()) {}
+      : file_(file),
+        memory_(memory),
+        convention_(conventionOf(file.processor())),
+        entryInstructions_(entryInstructions(convention_)),
+        writer_(convention_.returnAddress) {}
 
   std::vector<std::byte> run() {
     const Section* const table = file_.findSection("__TEXT", "__unwind_info");
@@ -164,7 +193,7 @@ class Converter {
  private:
   void convert(const UnwindEntry& entry) {
     memory_.at(entry.start, entry.end - entry.start, "a function of the unwind table");
-    const Frame frame = decodeFrame(entry.encoding);
+    const Frame frame = decodeFrame(entry.encoding, file_.processor());
     if (frame.kind == FrameKind::kDwarf) return copyDwarf(frame.dwarfOffset);
     CommonKey common;
     common.personality = entry.personality == 0 ? 0 : pointerAt(entry.personality);
@@ -177,10 +206,10 @@ class Converter {
   std::vector<std::byte> frameInstructions(const UnwindEntry& entry, const Frame& frame) const {
     ByteWriter out;
     if (frame.kind == FrameKind::kBasePointer) {
-      defineFrameAddress(out, kRbp, 2 * kRegisterSize);
-      saveRegister(out, {kRbp, 2 * kRegisterSize});
+      defineFrameAddress(out, convention_.basePointer, 2 * kRegisterSize);
+      for (const SavedRegister& saved : convention_.savedByFrame) saveRegister(out, saved);
     } else {
-      defineFrameAddress(out, kRsp, stackSize(entry, frame));
+      defineFrameAddress(out, convention_.stackPointer, stackSize(entry, frame));
     }
     for (const SavedRegister& saved : frame.savedRegisters()) saveRegister(out, saved);
     return std::move(out.bytes());
@@ -198,7 +227,8 @@ class Converter {
     const Section* const section = file_.findSection("__TEXT", "__eh_frame");
     if (section == nullptr) throw LoadError("the file has no __eh_frame section");
     const Bytes bytes = memory_.at(section->address, section->size, "__eh_frame");
-    const DwarfFrame frame = readDwarfFrame(bytes, offset, address(section->address));
+    const DwarfFrame frame =
+        readDwarfFrame(bytes, offset, address(section->address), convention_.returnAddress);
     CommonKey common{0,
                      frame.codeAlignment,
                      frame.dataAlignment,
@@ -231,6 +261,7 @@ class Converter {
 
   const MachFile& file_;
   const ImageMemory& memory_;
+  const Convention& convention_;
   std::vector<std::byte> entryInstructions_;
   EhFrameWriter writer_;
 };

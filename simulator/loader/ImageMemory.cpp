@@ -14,6 +14,15 @@ extern "C" void __lsan_unregister_root_region(const void* begin, std::size_t siz
 
 namespace simulator {
 
+namespace {
+
+// On arm64, the highest bit of the pointer to a type's name says that other files may have the
+// type, too. This system's C++ library compares the names of types in any case, and needs the plain
+// pointer.
+constexpr std::uint64_t kSharedTypeName = std::uint64_t{1} << 63;
+
+}  // namespace
+
 ImageMemory::ImageMemory(const MachFile& file) : file_(file), size_(file.imageSize()) {
   void* const space = mmap(nullptr, size_, PROT_READ | PROT_WRITE,
                            MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
@@ -52,6 +61,7 @@ void ImageMemory::rebase(const FixupPlace& place) {
   std::byte* const target = word(place);
   std::uint64_t value;
   std::memcpy(&value, target, sizeof value);
+  if (file_.processor().type == mach::kArm64.type) value &= ~kSharedTypeName;
   // Code may hold a pointer to one past the end.
   if (value > size_)
     throw LoadError(fmt::format("a rebased pointer ({:#x}) leaves the image", value));
@@ -65,6 +75,12 @@ void ImageMemory::writePointer(const FixupPlace& place, std::uint64_t value) {
 
 void ImageMemory::protect() {
   for (const Segment& segment : file_.segments()) {
+    // Processors other than Intel's fetch instructions through a cache that does not see the
+    // writes.
+    if ((segment.protection & PROT_EXEC) != 0) {
+      auto* const begin = reinterpret_cast<char*>(base_ + segment.address);
+      __builtin___clear_cache(begin, begin + segment.size);
+    }
     const int dropped = segment.readOnlyAfterFixups ? PROT_WRITE : 0;
     if (mprotect(base_ + segment.address, segment.size, segment.protection & ~dropped) != 0) {
       throw LoadError(fmt::format("segment {} cannot be protected", segment.name));

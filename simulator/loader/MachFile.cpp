@@ -15,7 +15,6 @@ namespace simulator {
 
 namespace {
 
-constexpr std::uint64_t kPageSize = 0x1000;
 // Larger than any plug-in, yet small enough that a damaged size does no harm.
 constexpr std::uint64_t kLargestImage = 256u << 20;
 
@@ -26,6 +25,17 @@ std::string fixedText(const char (&text)[size]) {
 
 std::string versionText(std::uint32_t version) {
   return fmt::format("{}.{}", version >> 16, (version >> 8) & 0xFF);
+}
+
+std::vector<std::byte> readBytes(const std::filesystem::path& path) {
+  const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(path.c_str(), "rb"),
+                                                             &std::fclose);
+  std::error_code error;
+  const std::uintmax_t size = std::filesystem::file_size(path, error);
+  if (!file || error) throw LoadError(fmt::format("{} cannot be read", path.string()));
+  std::vector<std::byte> bytes(size);
+  bytes.resize(std::fread(bytes.data(), 1, bytes.size(), file.get()));
+  return bytes;
 }
 
 // The name of a load command that the loader refuses, for the error.
@@ -125,25 +135,32 @@ bool needsObjectiveCRuntime(const Section& section) {
 }  // namespace
 
 MachFile::MachFile(std::vector<std::byte> bytes, mach::Processor processor)
-    : bytes_(std::move(bytes)) {
+    : bytes_(std::move(bytes)), processor_(processor) {
   std::string subject = "the file";
   if (formatOf(bytes_) == FileFormat::kUniversal) {
     const Bytes slice = sliceFor(bytes_, processor);
     bytes_ = std::vector<std::byte>(slice.begin(), slice.end());
     subject = "the slice for " + processorName(processor);
   }
-  readHeader(subject, processor);
+  readHeader(subject);
 }
 
 MachFile MachFile::open(const std::filesystem::path& path, mach::Processor processor) {
-  const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(path.c_str(), "rb"),
-                                                             &std::fclose);
-  std::error_code error;
-  const std::uintmax_t size = std::filesystem::file_size(path, error);
-  if (!file || error) throw LoadError(fmt::format("{} cannot be read", path.string()));
-  std::vector<std::byte> bytes(size);
-  bytes.resize(std::fread(bytes.data(), 1, bytes.size(), file.get()));
-  return MachFile(std::move(bytes), processor);
+  return MachFile(readBytes(path), processor);
+}
+
+std::vector<mach::Processor> MachFile::processorsOf(const std::filesystem::path& path) {
+  const std::vector<std::byte> bytes = readBytes(path);
+  if (formatOf(bytes) == FileFormat::kUniversal) return processorsIn(bytes);
+  mach::Header header{};
+  if (formatOf(bytes) == FileFormat::kMachO) {
+    header = ByteReader(bytes, "the file header").read<mach::Header>();
+  }
+  if (header.magic != mach::kMagic64) {
+    throw LoadError(
+        fmt::format("the file is {}; a 64-bit Mach-O file is needed", describeFile(bytes)));
+  }
+  return {mach::withoutCapabilities({header.cpuType, header.cpuSubtype})};
 }
 
 const Section* MachFile::findSection(std::string_view segment, std::string_view name) const {
@@ -162,13 +179,13 @@ Bytes MachFile::contents(const Section& section) const {
   return slice(bytes_, section.fileOffset, section.size, section.name);
 }
 
-void MachFile::readHeader(const std::string& subject, mach::Processor processor) {
+void MachFile::readHeader(const std::string& subject) {
   ByteReader reader(bytes_, "the file header");
   mach::Header header{};
   if (formatOf(bytes_) == FileFormat::kMachO) header = reader.read<mach::Header>();
-  if (header.magic != mach::kMagic64 || header.cpuType != processor.type) {
+  if (header.magic != mach::kMagic64 || header.cpuType != processor_.type) {
     throw LoadError(fmt::format("{} is {}; a 64-bit Mach-O file for {} is needed", subject,
-                                describeFile(bytes_), processorName(processor)));
+                                describeFile(bytes_), processorName(processor_)));
   }
   if (header.fileType != mach::kTypeBundle && header.fileType != mach::kTypeDylib) {
     throw LoadError(fmt::format("{} is {}; a bundle or a dynamic library is needed", subject,
@@ -217,6 +234,9 @@ void MachFile::readCommand(Bytes command) {
       return readLibrary(command, true);
     case mach::kRpath:
       return readRunPath(command);
+    case mach::kCodeSignature:
+      codeSignature_ = ByteReader(command, "LC_CODE_SIGNATURE").read<mach::LinkDataCommand>().range;
+      return;
     case mach::kDyldInfo:
     case mach::kDyldInfoOnly:
       return readDyldInfo(command);
@@ -254,11 +274,12 @@ void MachFile::readSegment(Bytes command) {
 
 void MachFile::addSegment(Segment segment) {
   contents(segment);
-  if (segment.address % kPageSize != 0 || segment.fileSize > segment.size ||
+  const std::uint64_t page = mach::pageSize(processor_);
+  if (segment.address % page != 0 || segment.fileSize > segment.size ||
       segment.address > kLargestImage || segment.size > kLargestImage) {
     throw LoadError(fmt::format("segment {} has an impossible place or size", segment.name));
   }
-  segment.size = (segment.size + kPageSize - 1) / kPageSize * kPageSize;
+  segment.size = (segment.size + page - 1) / page * page;
   for (const Segment& other : segments_) {
     if (segment.address < other.address + other.size &&
         other.address < segment.address + segment.size) {

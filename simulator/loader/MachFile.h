@@ -8,6 +8,7 @@
 
 #include "simulator/loader/ByteReader.h"
 #include "simulator/loader/MachFormat.h"
+#include "simulator/loader/OwnProcessor.h"
 
 namespace simulator {
 
@@ -43,11 +44,18 @@ class MachFile {
  public:
   /// Parses `bytes`, which may hold anything; of a universal file, the slice for `processor`. A
   /// LoadError names what the file is if it is something else, or what is damaged.
-  explicit MachFile(std::vector<std::byte> bytes, mach::Processor processor = mach::kX86_64);
+  explicit MachFile(std::vector<std::byte> bytes, mach::Processor processor = ownProcessor());
 
   /// Reads and parses a file. A LoadError also if it cannot be read.
   static MachFile open(const std::filesystem::path& path,
-                       mach::Processor processor = mach::kX86_64);
+                       mach::Processor processor = ownProcessor());
+
+  /// The processors that a file has code for, in its order: one, or those of a universal file's
+  /// table. A LoadError as for `open`; what a slice holds is not checked.
+  static std::vector<mach::Processor> processorsOf(const std::filesystem::path& path);
+
+  /// The processor that the file is for, as it was asked for.
+  mach::Processor processor() const { return processor_; }
 
   /// What keeps an intact file from being loaded, such as "load command LC_MAIN (0x80000028) is not
   /// supported"; empty if nothing does. Of several reasons the first one, load commands before
@@ -71,6 +79,8 @@ class MachFile {
   Bytes weakBindOpcodes() const { return linkData(dyldInfo_.weakBind, "weak bind opcodes"); }
   Bytes lazyBindOpcodes() const { return linkData(dyldInfo_.lazyBind, "lazy bind opcodes"); }
   Bytes exportTrie() const { return linkData(dyldInfo_.exports, "export trie"); }
+  /// Empty if the file is not signed.
+  Bytes codeSignature() const { return linkData(codeSignature_, "code signature"); }
 
   /// The segment's bytes in the file; the rest of its size is zero.
   Bytes contents(const Segment& segment) const;
@@ -86,7 +96,7 @@ class MachFile {
   const std::string& minimumSystem() const { return minimumSystem_; }
 
  private:
-  void readHeader(const std::string& subject, mach::Processor processor);
+  void readHeader(const std::string& subject);
   void readCommands(ByteReader& reader, std::uint32_t count);
   void readCommand(Bytes command);
   void readSegment(Bytes command);
@@ -99,10 +109,12 @@ class MachFile {
   Bytes linkData(const mach::FileRange& range, std::string_view what) const;
 
   std::vector<std::byte> bytes_;
+  mach::Processor processor_;
   std::vector<Segment> segments_;
   std::vector<Section> sections_;
   std::vector<Library> libraries_;
   mach::DyldInfoCommand dyldInfo_{};
+  mach::FileRange codeSignature_;
   std::uint64_t imageSize_ = 0;
   std::uint32_t fileType_ = 0;
   std::string minimumSystem_;

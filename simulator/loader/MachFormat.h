@@ -27,6 +27,14 @@ constexpr Processor withoutCapabilities(Processor processor) {
   return {processor.type, processor.subtype & 0x00FFFFFF};
 }
 
+/// A code signature begins with this number, big-endian (CSMAGIC_EMBEDDED_SIGNATURE).
+inline constexpr std::uint32_t kSignatureMagic = 0xFADE0CC0;
+
+/// What segments and the slices of universal files are aligned to: a page of that processor.
+constexpr std::uint64_t pageSize(Processor processor) {
+  return processor.type == kArm64.type ? 0x4000 : 0x1000;
+}
+
 /// The number with its bytes in reverse order.
 template <class T>
 constexpr T swapped(T number) {

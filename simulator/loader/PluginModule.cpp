@@ -8,6 +8,7 @@
 
 #include "simulator/loader/FileKind.h"
 #include "simulator/loader/MachPlugin.h"
+#include "simulator/loader/OwnProcessor.h"
 
 // Provided by the leak checker if one is built in.
 extern "C" void __lsan_do_leak_check() __attribute__((weak));
@@ -15,8 +16,6 @@ extern "C" void __lsan_do_leak_check() __attribute__((weak));
 namespace simulator {
 
 namespace {
-
-constexpr std::string_view kModule = "an ELF file for x86_64";
 
 void* open(const std::string& file, int flags) {
   void* library = dlopen(file.c_str(), flags);
@@ -50,10 +49,11 @@ class SharedObject : public PluginModule {
 // dlopen would call any other file an invalid ELF file.
 void requireModule(const std::string& file) {
   const std::vector<std::byte> beginning = beginningOf(file);
-  if (formatOf(beginning) == FileFormat::kElf && describeFile(beginning) == kModule) return;
+  const std::string module = "an ELF file for " + processorName(ownProcessor());
+  if (formatOf(beginning) == FileFormat::kElf && describeFile(beginning) == module) return;
   throw std::runtime_error(
       fmt::format("{} is {}; a Mac bundle's folder, a Mach-O file or a Linux module ({}) is needed",
-                  file, describeFile(beginning), kModule));
+                  file, describeFile(beginning), module));
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 
 #include "simulator/base/Log.h"
 #include "simulator/loader/CLibrary.h"
+#include "simulator/loader/VariadicImports.h"
 
 namespace simulator {
 
@@ -57,6 +58,14 @@ void* findInDeviceFramework(std::string_view symbol) {
   return findBeside(dlsym(handle, "InstallMoravinHandlers"), handle, symbol);
 }
 
+void* findInLibrary(std::string_view library, std::string_view symbol) {
+  if (library == kLibCxx || library == kLibCxxAbi) return findInLibCxx(symbol);
+  if (library == kDeviceFramework) return findInDeviceFramework(symbol);
+  if (library != kLibSystem) return findInSimulator(symbol);
+  void* const found = findInLibSystem(symbol);
+  return found != nullptr ? found : findInSimulator(symbol);
+}
+
 }  // namespace
 
 bool SimulatedMac::has(std::string_view library) const {
@@ -66,11 +75,8 @@ bool SimulatedMac::has(std::string_view library) const {
 }
 
 void* SimulatedMac::find(std::string_view library, std::string_view symbol) const {
-  if (library == kLibCxx || library == kLibCxxAbi) return findInLibCxx(symbol);
-  if (library == kDeviceFramework) return findInDeviceFramework(symbol);
-  if (library != kLibSystem) return findInSimulator(symbol);
-  void* const found = findInLibSystem(symbol);
-  return found != nullptr ? found : findInSimulator(symbol);
+  void* const found = findInLibrary(library, symbol);
+  return found == nullptr ? nullptr : asTheMacCalls(symbol, found);
 }
 
 }  // namespace simulator

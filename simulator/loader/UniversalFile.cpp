@@ -15,7 +15,6 @@ namespace simulator {
 namespace {
 
 constexpr std::string_view kTable = "the universal file's table";
-constexpr std::uint64_t kPage = 0x1000;
 // Java class files begin with the same magic number, followed by a version of 45 or more.
 constexpr std::uint32_t kMostSlices = 44;
 constexpr std::uint32_t kLargestAlignment = 15;
@@ -49,12 +48,19 @@ class UniversalFile {
 
   Bytes sliceFor(mach::Processor wanted) const {
     const Slice& slice = find(wanted);
-    if (slice.offset % kPage != 0) {
+    const std::uint64_t page = mach::pageSize(slice.processor);
+    if (slice.offset % page != 0) {
       throw LoadError(
           fmt::format("the slice for {} does not begin at a page of {} bytes (at {:#x})",
-                      slice.name(), kPage, slice.offset));
+                      slice.name(), page, slice.offset));
     }
     return file_.subspan(slice.offset, slice.size);
+  }
+
+  std::vector<mach::Processor> processors() const {
+    std::vector<mach::Processor> all;
+    for (const Slice& slice : slices_) all.push_back(slice.processor);
+    return all;
   }
 
  private:
@@ -121,5 +127,7 @@ class UniversalFile {
 }  // namespace
 
 Bytes sliceFor(Bytes file, mach::Processor wanted) { return UniversalFile(file).sliceFor(wanted); }
+
+std::vector<mach::Processor> processorsIn(Bytes file) { return UniversalFile(file).processors(); }
 
 }  // namespace simulator

@@ -1,6 +1,8 @@
 // Finds the Mach-O file for one processor in a universal file.
 #pragma once
 
+#include <vector>
+
 #include "simulator/loader/ByteReader.h"
 #include "simulator/loader/MachFormat.h"
 
@@ -14,5 +16,10 @@ namespace simulator {
 /// aligned as the table says or to a page. What a slice holds is not checked. [any-thread]
 /// REQUIRES: the file has the universal format.
 Bytes sliceFor(Bytes file, mach::Processor wanted);
+
+/// The processors of a universal file's slices, in the order of its table. A LoadError for a faulty
+/// table, as above. [any-thread]
+/// REQUIRES: the file has the universal format.
+std::vector<mach::Processor> processorsIn(Bytes file);
 
 }  // namespace simulator

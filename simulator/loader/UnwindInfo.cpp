@@ -18,19 +18,9 @@ constexpr std::uint32_t kModeMask = 0x0F000000;
 constexpr std::uint32_t kPersonalityMask = 0x30000000;
 constexpr std::uint32_t kHasLsda = 0x40000000;
 
-enum Mode : std::uint32_t {
-  kModeBasePointer = 0x01000000,
-  kModeStackImmediate = 0x02000000,
-  kModeStackIndirect = 0x03000000,
-  kModeDwarf = 0x04000000
-};
-
 constexpr std::uint32_t kStackSlot = 8;
 // From the saved base pointer up to the canonical frame address: itself and the return address.
 constexpr std::uint32_t kBasePointerToFrameAddress = 2 * kStackSlot;
-
-// DWARF numbers of the encodings' registers 1 to 6 (rbx, r12 to r15, rbp); 0 is a gap.
-constexpr std::array<int, 7> kDwarfNumbers = {-1, 3, 12, 13, 14, 15, 6};
 
 struct Header {
   std::uint32_t version;
@@ -164,6 +154,30 @@ class UnwindTable {
   std::vector<FunctionEncoding> functions_;
 };
 
+Frame dwarfFrame(std::uint32_t encoding) {
+  Frame frame;
+  frame.kind = FrameKind::kDwarf;
+  frame.dwarfOffset = encoding & 0xFFFFFF;
+  return frame;
+}
+
+[[noreturn]] void refuseMode(std::uint32_t encoding) {
+  throw LoadError(fmt::format("unwind encoding {:#010x} is not supported", encoding));
+}
+
+// The encodings of code for 64-bit Intel (UNWIND_X86_64_…).
+namespace x86_64 {
+
+enum Mode : std::uint32_t {
+  kModeBasePointer = 0x01000000,
+  kModeStackImmediate = 0x02000000,
+  kModeStackIndirect = 0x03000000,
+  kModeDwarf = 0x04000000
+};
+
+// DWARF numbers of the encodings' registers 1 to 6 (rbx, r12 to r15, rbp); 0 is a gap.
+constexpr std::array<int, 7> kDwarfNumbers = {-1, 3, 12, 13, 14, 15, 6};
+
 int dwarfNumber(std::uint32_t number) {
   if (number >= kDwarfNumbers.size()) throw LoadError("an unwind encoding names no register");
   return kDwarfNumbers[number];
@@ -173,6 +187,7 @@ int dwarfNumber(std::uint32_t number) {
 Frame decodeBasePointerFrame(std::uint32_t encoding) {
   Frame frame;
   frame.kind = FrameKind::kBasePointer;
+  frame.reserved = kStackSlot;
   for (std::uint32_t bits = encoding & 0x7FFF; bits != 0; bits >>= 3) {
     frame.registers.push_back(dwarfNumber(bits & 7));
   }
@@ -199,16 +214,11 @@ std::vector<int> decodePermutation(std::uint32_t count, std::uint32_t permutatio
   return registers;
 }
 
-Frame dwarfFrame(std::uint32_t encoding) {
-  Frame frame;
-  frame.kind = FrameKind::kDwarf;
-  frame.dwarfOffset = encoding & 0xFFFFFF;
-  return frame;
-}
-
+// The registers lie directly below the return address.
 Frame decodeStackFrame(std::uint32_t encoding, FrameKind kind) {
   Frame frame;
   frame.kind = kind;
+  frame.reserved = kStackSlot;
   const std::uint32_t size = (encoding >> 16) & 0xFF;
   if (kind == FrameKind::kStackImmediate) {
     frame.stackSize = size * kStackSlot;
@@ -217,28 +227,11 @@ Frame decodeStackFrame(std::uint32_t encoding, FrameKind kind) {
     frame.stackAdjust = ((encoding >> 13) & 7) * kStackSlot;
   }
   frame.registers = decodePermutation((encoding >> 10) & 7, encoding & 0x3FF);
+  frame.firstRegisterBelow = static_cast<std::uint32_t>(frame.registers.size() + 1) * kStackSlot;
   return frame;
 }
 
-}  // namespace
-
-std::vector<UnwindEntry> readUnwindInfo(Bytes section) { return UnwindTable(section).run(); }
-
-std::vector<SavedRegister> Frame::savedRegisters() const {
-  // Without a base pointer the registers lie directly below the return address.
-  std::uint32_t below = kind == FrameKind::kBasePointer
-                            ? firstRegisterBelow
-                            : static_cast<std::uint32_t>(registers.size() + 1) * kStackSlot;
-  std::vector<SavedRegister> saved;
-  for (const int number : registers) {
-    if (below <= kStackSlot) throw LoadError("an unwind encoding saves a register above its frame");
-    if (number >= 0) saved.push_back({number, below});
-    below -= kStackSlot;
-  }
-  return saved;
-}
-
-Frame decodeFrame(std::uint32_t encoding) {
+Frame decode(std::uint32_t encoding) {
   switch (encoding & kModeMask) {
     case kModeBasePointer:
       return decodeBasePointerFrame(encoding);
@@ -249,8 +242,100 @@ Frame decodeFrame(std::uint32_t encoding) {
     case kModeDwarf:
       return dwarfFrame(encoding);
     default:
-      throw LoadError(fmt::format("unwind encoding {:#010x} is not supported", encoding));
+      refuseMode(encoding);
   }
+}
+
+}  // namespace x86_64
+
+// The encodings of code for arm64 (UNWIND_ARM64_…).
+namespace arm64 {
+
+enum Mode : std::uint32_t {
+  kModeFrameless = 0x02000000,
+  kModeDwarf = 0x03000000,
+  kModeFrame = 0x04000000
+};
+
+constexpr std::uint32_t kStackUnit = 16;
+
+struct Pair {
+  std::uint32_t flag;
+  int first;  // DWARF number; that of the second one is the next
+};
+
+// Registers are saved in pairs, which follow each other downward in this order.
+constexpr Pair kPairs[] = {
+    {0x001, 19}, {0x002, 21}, {0x004, 23}, {0x008, 25}, {0x010, 27},  // x19 to x28
+    {0x100, 72}, {0x200, 74}, {0x400, 76}, {0x800, 78},               // d8 to d15
+};
+constexpr std::uint32_t kPairMask = 0xF1F;
+
+// Saves the pairs that the encoding names directly below the reserved bytes.
+void savePairs(Frame& frame, std::uint32_t encoding) {
+  for (const Pair& pair : kPairs) {
+    if ((encoding & pair.flag) == 0) continue;
+    frame.registers.insert(frame.registers.begin(), {pair.first + 1, pair.first});
+  }
+  frame.firstRegisterBelow =
+      frame.reserved + static_cast<std::uint32_t>(frame.registers.size()) * kStackSlot;
+}
+
+Frame decodeFrame(std::uint32_t encoding) {
+  if ((encoding & 0xFFFFFF & ~kPairMask) != 0)
+    throw LoadError("an unwind encoding names no register");
+  Frame frame;
+  frame.kind = FrameKind::kBasePointer;
+  frame.reserved = kBasePointerToFrameAddress;
+  savePairs(frame, encoding);
+  return frame;
+}
+
+// The return address is in its register, so such a function calls no other.
+Frame decodeFrameless(std::uint32_t encoding) {
+  if ((encoding & 0xFFF & ~kPairMask) != 0) throw LoadError("an unwind encoding names no register");
+  Frame frame;
+  frame.kind = FrameKind::kStackImmediate;
+  frame.stackSize = ((encoding >> 12) & 0xFFF) * kStackUnit;
+  savePairs(frame, encoding);
+  if (frame.firstRegisterBelow > frame.stackSize) {
+    throw LoadError("an unwind encoding saves a register outside its frame");
+  }
+  return frame;
+}
+
+Frame decode(std::uint32_t encoding) {
+  switch (encoding & kModeMask) {
+    case kModeFrameless:
+      return decodeFrameless(encoding);
+    case kModeDwarf:
+      return dwarfFrame(encoding);
+    case kModeFrame:
+      return decodeFrame(encoding);
+    default:
+      refuseMode(encoding);
+  }
+}
+
+}  // namespace arm64
+
+}  // namespace
+
+std::vector<UnwindEntry> readUnwindInfo(Bytes section) { return UnwindTable(section).run(); }
+
+std::vector<SavedRegister> Frame::savedRegisters() const {
+  std::uint32_t below = firstRegisterBelow;
+  std::vector<SavedRegister> saved;
+  for (const int number : registers) {
+    if (below <= reserved) throw LoadError("an unwind encoding saves a register above its frame");
+    if (number >= 0) saved.push_back({number, below});
+    below -= kStackSlot;
+  }
+  return saved;
+}
+
+Frame decodeFrame(std::uint32_t encoding, mach::Processor processor) {
+  return processor.type == mach::kArm64.type ? arm64::decode(encoding) : x86_64::decode(encoding);
 }
 
 }  // namespace simulator

@@ -1,11 +1,12 @@
-// Reads an image's compact unwind table. The encodings are published in
-// <mach-o/compact_unwind_encoding.h>.
+// Reads an image's compact unwind table. The encodings, which differ between the processors, are
+// published in <mach-o/compact_unwind_encoding.h>.
 #pragma once
 
 #include <cstdint>
 #include <vector>
 
 #include "simulator/loader/ByteReader.h"
+#include "simulator/loader/MachFormat.h"
 
 namespace simulator {
 
@@ -25,10 +26,10 @@ std::vector<UnwindEntry> readUnwindInfo(Bytes section);
 /// How to find a function's frame.
 enum class FrameKind { kBasePointer, kStackImmediate, kStackIndirect, kDwarf };
 
-/// A caller's register and where it was saved, relative to the canonical frame address: the stack
-/// pointer before the call pushed the return address.
+/// A caller's register and where it was saved, relative to the canonical frame address: the
+/// caller's stack pointer before the call.
 struct SavedRegister {
-  int number = 0;           ///< DWARF number on x86-64
+  int number = 0;           ///< the processor's DWARF number
   std::uint32_t below = 0;  ///< bytes below the canonical frame address
 
   bool operator==(const SavedRegister&) const = default;
@@ -47,13 +48,16 @@ struct Frame {
   std::uint32_t dwarfOffset = 0;
   /// DWARF numbers of the saved registers, from the lowest address up; -1 is a gap.
   std::vector<int> registers;
-  std::uint32_t firstRegisterBelow = 0;  ///< kBasePointer: `below` of the first
+  std::uint32_t firstRegisterBelow = 0;  ///< `below` of the first
+  std::uint32_t reserved = 0;            ///< bytes below the canonical frame address for others
 
   /// Where each register was saved. A LoadError if that is above the frame.
   std::vector<SavedRegister> savedRegisters() const;
 };
 
-/// Decodes an encoding. A LoadError if its mode, registers or their permutation are invalid.
-Frame decodeFrame(std::uint32_t encoding);
+/// Decodes an encoding in code for the processor. A LoadError if its mode, registers or their
+/// permutation are invalid.
+/// REQUIRES: `processor` is of the type of x86_64 or of arm64.
+Frame decodeFrame(std::uint32_t encoding, mach::Processor processor);
 
 }  // namespace simulator

@@ -10,6 +10,7 @@
 #include "simulator/base/Text.h"
 #include "simulator/macos/CFObjects.h"
 #include "simulator/macos/Folders.h"
+#include "simulator/macos/VariadicCalls.h"
 
 namespace simulator {
 
@@ -39,6 +40,12 @@ std::string formatted(const std::string& format, va_list arguments) {
 
 }  // namespace
 
+void logFormatted(CFStringRef format, std::va_list arguments) {
+  const auto text = theCFObjects().get<CFText>(format, "NSLog");
+  if (!text) return;
+  theLog().write("syslog", {{"text", formatted(utf8From(text->units), arguments)}});
+}
+
 }  // namespace simulator
 
 using namespace simulator;
@@ -47,11 +54,9 @@ extern "C" {
 
 /// Supports the directives of printf, not `%@`. Cuts the text off after 1023 bytes.
 void NSLog(CFStringRef format, ...) {
-  const auto text = theCFObjects().get<CFText>(format, "NSLog");
-  if (!text) return;
   va_list arguments;
   va_start(arguments, format);
-  theLog().write("syslog", {{"text", formatted(utf8From(text->units), arguments)}});
+  logFormatted(format, arguments);
   va_end(arguments);
 }
 

@@ -6,6 +6,7 @@
 #include "simulator/base/Log.h"
 #include "simulator/macos/CFObjects.h"
 #include "simulator/macos/ThreadRules.h"
+#include "simulator/macos/VariadicCalls.h"
 #include "simulator/macos/WindowServer.h"
 
 using namespace simulator;
@@ -23,6 +24,15 @@ void changeEvent(CGEventRef event, const char* procedure, Change change) {
 
 }  // namespace
 
+CGEventRef simulator::createScrollWheelEvent(CGScrollEventUnit units,
+                                             std::vector<std::int32_t> wheels) {
+  SynthesizedEvent event;
+  event.input = WheelEvent{units, std::move(wheels)};
+  event.type = kCGEventScrollWheel;
+  event.location = theWindowServer().mouse;
+  return makeEvent(std::move(event));
+}
+
 CGEventRef CGEventCreateKeyboardEvent(CGEventSourceRef, CGKeyCode virtualKey, bool keyDown) {
   SynthesizedEvent event;
   event.input = KeyboardEvent{virtualKey, keyDown};
@@ -32,16 +42,12 @@ CGEventRef CGEventCreateKeyboardEvent(CGEventSourceRef, CGKeyCode virtualKey, bo
 
 CGEventRef CGEventCreateScrollWheelEvent(CGEventSourceRef, CGScrollEventUnit units,
                                          std::uint32_t wheelCount, std::int32_t wheel1, ...) {
-  WheelEvent wheel = {units, {wheel1}};
+  std::vector<std::int32_t> wheels = {wheel1};
   std::va_list others;
   va_start(others, wheel1);
-  for (std::uint32_t i = 1; i < wheelCount; ++i) wheel.wheels.push_back(va_arg(others, int));
+  for (std::uint32_t i = 1; i < wheelCount; ++i) wheels.push_back(va_arg(others, int));
   va_end(others);
-  SynthesizedEvent event;
-  event.input = std::move(wheel);
-  event.type = kCGEventScrollWheel;
-  event.location = theWindowServer().mouse;
-  return makeEvent(std::move(event));
+  return createScrollWheelEvent(units, std::move(wheels));
 }
 
 void CGEventSetType(CGEventRef event, CGEventType type) {

@@ -36,10 +36,12 @@ class Builder {
 
 // A common entry with the augmentation that the platform uses, then one function's entry.
 std::vector<std::byte> section(const char* augmentation = "zPLR", int personality = 0x9B,
-                               int pointers = 0x10) {
+                               int pointers = 0x10, int returnAddress = 16) {
   Builder out;
   out.add(std::uint32_t{24}).add(std::uint32_t{0}).bytes({1}).text(augmentation);
-  out.bytes({1, 0x78, 16, 7, personality}).add(std::int32_t{0x1000}).bytes({pointers, pointers});
+  out.bytes({1, 0x78, returnAddress, 7, personality})
+      .add(std::int32_t{0x1000})
+      .bytes({pointers, pointers});
   out.bytes({0x0C, 7, 8});
   out.add(std::uint32_t{0x24}).add(static_cast<std::uint32_t>(out.size()));
   out.add(std::uint64_t{0x200}).add(std::uint64_t{0x40});
@@ -47,8 +49,9 @@ std::vector<std::byte> section(const char* augmentation = "zPLR", int personalit
   return out.data();
 }
 
-DwarfFrame read(const std::vector<std::byte>& data, std::uint64_t offset = 28) {
-  return readDwarfFrame(data, offset, kAddress);
+DwarfFrame read(const std::vector<std::byte>& data, std::uint64_t offset = 28,
+                std::uint64_t returnAddress = 16) {
+  return readDwarfFrame(data, offset, kAddress, returnAddress);
 }
 
 TEST(DwarfFrames, DecodePointersRelativeToTheirPlaces) {
@@ -69,6 +72,13 @@ TEST(DwarfFrames, HoldTheInstructionsOfBothEntries) {
   EXPECT_EQ(frame.commonInstructions[0], std::byte{0x0C});
   ASSERT_EQ(frame.instructions.size(), 7u);
   EXPECT_EQ(frame.instructions[0], std::byte{0x83});
+}
+
+TEST(DwarfFrames, KeepTheReturnAddressInTheProcessorsColumn) {
+  const std::vector<std::byte> arm64 = section("zPLR", 0x9B, 0x10, 30);
+  EXPECT_EQ(read(arm64, 28, 30).size, 0x40u);
+  EXPECT_THROW(read(arm64, 28, 16), LoadError);
+  EXPECT_THROW(read(section(), 28, 30), LoadError);
 }
 
 TEST(DwarfFrames, AreRefusedInUnsupportedForms) {

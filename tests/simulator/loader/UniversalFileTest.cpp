@@ -99,11 +99,20 @@ TEST(UniversalFile, RefusesUnalignedSlices) {
   EXPECT_EQ(
       found({{kI386, filled(1)}, {mach::kX86_64, filled(2), 0x1010, 8, 2}, {kPpc, filled(1)}}),
       "the slice for x86_64 does not begin at a page of 4096 bytes (at 0x1010)");
+  std::vector<std::byte> arm64 = universalFile({{mach::kArm64, filled(1), 0x5000}});
+  arm64.resize(0x6000);
+  EXPECT_EQ(found(arm64, mach::kArm64),
+            "the slice for arm64 does not begin at a page of 16384 bytes (at 0x5000)");
 }
 
 TEST(UniversalFile, RefusesTwoSlicesForOneProcessor) {
   EXPECT_EQ(found({{kPpc, filled(1)}, {kPpc, filled(2)}, {mach::kX86_64, filled(3)}}),
             "the universal file has two slices for ppc");
+}
+
+TEST(UniversalFile, ListsTheProcessorsOfItsSlices) {
+  const auto file = universalFile({{kI386, filled(1)}, {mach::kX86_64, filled(2)}});
+  EXPECT_EQ(processorsIn(file), (std::vector{kI386, mach::kX86_64}));
 }
 
 TEST(UniversalFile, IsReadLikeTheFileOfItsSlice) {

@@ -31,10 +31,11 @@ inline std::vector<std::byte> universalFile(const std::vector<SliceToBuild>& sli
   const unsigned width = form == TableForm::k64 ? 8 : 4;
   put(form == TableForm::k64 ? mach::kUniversalMagic64 : mach::kUniversalMagic, 4);
   put(slices.size(), 4);
-  constexpr std::uint64_t kPage = 0x1000;
-  std::uint64_t end = kPage;
+  std::uint64_t end = 1;
   std::vector<std::uint64_t> places;
   for (const SliceToBuild& slice : slices) {
+    const std::uint64_t page = mach::pageSize(slice.processor);
+    if (slice.offset == 0) end = (end + page - 1) / page * page;
     places.push_back(slice.offset != 0 ? 0 : end);
     put(static_cast<std::uint32_t>(slice.processor.type), 4);
     put(static_cast<std::uint32_t>(slice.processor.subtype), 4);
@@ -42,7 +43,7 @@ inline std::vector<std::byte> universalFile(const std::vector<SliceToBuild>& sli
     put(slice.size != 0 ? slice.size : slice.contents.size(), width);
     put(slice.alignment, 4);
     if (form == TableForm::k64) put(0, 4);
-    if (slice.offset == 0) end = (end + slice.contents.size() + kPage - 1) / kPage * kPage;
+    if (slice.offset == 0) end += slice.contents.size();
   }
   for (std::size_t i = 0; i < slices.size(); ++i) {
     if (places[i] == 0) continue;

@@ -13,6 +13,14 @@ constexpr int kRbx = 3, kRbp = 6, kR12 = 12, kR13 = 13, kR14 = 14, kR15 = 15;
 
 using Saved = std::vector<SavedRegister>;
 
+Frame decodeFrame(std::uint32_t encoding) {
+  return simulator::decodeFrame(encoding, mach::kX86_64);
+}
+
+Frame decodeForArm64(std::uint32_t encoding) {
+  return simulator::decodeFrame(encoding, mach::kArm64);
+}
+
 // The entries of a table of 32-bit words.
 std::vector<UnwindEntry> table(std::initializer_list<std::uint32_t> words) {
   const std::vector<std::uint32_t> data(words);
@@ -86,6 +94,51 @@ TEST(UnwindInfoFrame, LocatesTheEntryOfADwarfFrame) {
 TEST(UnwindInfoFrame, RefusesUnknownModes) {
   EXPECT_THROW(decodeFrame(0x05000000), LoadError);
   EXPECT_THROW(decodeFrame(0), LoadError);
+}
+
+constexpr int kX19 = 19, kX20 = 20, kX27 = 27, kX28 = 28, kD8 = 72, kD9 = 73, kD15 = 79;
+
+TEST(UnwindInfoFrameOnArm64, SavesPairsDownwardFromTheBasePointer) {
+  const Frame frame = decodeForArm64(0x04000101);
+  EXPECT_EQ(frame.kind, FrameKind::kBasePointer);
+  EXPECT_EQ(frame.savedRegisters(), (Saved{{kD9, 48}, {kD8, 40}, {kX20, 32}, {kX19, 24}}));
+}
+
+TEST(UnwindInfoFrameOnArm64, SavesPairsUpToTheLastVectorRegister) {
+  const Saved saved = decodeForArm64(0x04000F1F).savedRegisters();
+  ASSERT_EQ(saved.size(), 18u);
+  EXPECT_EQ(saved.front(), (SavedRegister{kD15, 160}));
+  EXPECT_EQ(saved[8], (SavedRegister{kX28, 96}));
+  EXPECT_EQ(saved[9], (SavedRegister{kX27, 88}));
+  EXPECT_EQ(saved.back(), (SavedRegister{kX19, 24}));
+}
+
+TEST(UnwindInfoFrameOnArm64, MaySaveNoRegisters) {
+  EXPECT_TRUE(decodeForArm64(0x04000000).savedRegisters().empty());
+}
+
+TEST(UnwindInfoFrameOnArm64, HasAStackInUnitsOf16BytesWithoutABasePointer) {
+  const Frame frame = decodeForArm64(0x02003001);
+  EXPECT_EQ(frame.kind, FrameKind::kStackImmediate);
+  EXPECT_EQ(frame.stackSize, 48u);
+  EXPECT_EQ(frame.savedRegisters(), (Saved{{kX20, 16}, {kX19, 8}}));
+}
+
+TEST(UnwindInfoFrameOnArm64, LocatesTheEntryOfADwarfFrame) {
+  const Frame frame = decodeForArm64(0x03001234);
+  EXPECT_EQ(frame.kind, FrameKind::kDwarf);
+  EXPECT_EQ(frame.dwarfOffset, 0x1234u);
+}
+
+TEST(UnwindInfoFrameOnArm64, RefusesUnknownRegistersAndThoseOutsideTheFrame) {
+  EXPECT_THROW(decodeForArm64(0x04000020), LoadError);
+  EXPECT_THROW(decodeForArm64(0x02001080), LoadError);
+  EXPECT_THROW(decodeForArm64(0x02001003), LoadError);
+}
+
+TEST(UnwindInfoFrameOnArm64, RefusesUnknownModes) {
+  EXPECT_THROW(decodeForArm64(0x01000000), LoadError);
+  EXPECT_THROW(decodeForArm64(0), LoadError);
 }
 
 TEST(UnwindInfo, ReadsARegularPage) {

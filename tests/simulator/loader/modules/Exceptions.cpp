@@ -27,12 +27,24 @@ void keepInMemory(void* block) { asm volatile("" : : "r"(block) : "memory"); }
 
 // Overwrites callee-saved registers, which only the unwinder can then restore.
 __attribute__((noinline)) void spoilRegistersAndThrow() {
+#if defined(__aarch64__)
+  asm volatile(
+      "mov x19, #-1\n\tmov x20, #-1\n\tmov x21, #-1\n\tmov x22, #-1\n\tmov x23, #-1\n\t"
+      "mov x24, #-1\n\tmov x25, #-1\n\tmov x26, #-1\n\tmov x27, #-1\n\tmov x28, #-1\n\t"
+      "movi d8, #0\n\tmovi d9, #0\n\tmovi d10, #0\n\tmovi d11, #0\n\t"
+      "movi d12, #0\n\tmovi d13, #0\n\tmovi d14, #0\n\tmovi d15, #0"
+      :
+      :
+      : "x19", "x20", "x21", "x22", "x23", "x24", "x25", "x26", "x27", "x28", "d8", "d9", "d10",
+        "d11", "d12", "d13", "d14", "d15");
+#else
   asm volatile(
       "movq $-1, %%rbx\n\tmovq $-1, %%r12\n\tmovq $-1, %%r13\n\t"
       "movq $-1, %%r14\n\tmovq $-1, %%r15"
       :
       :
       : "rbx", "r12", "r13", "r14", "r15");
+#endif
   throw std::uint32_t{7};
 }
 
@@ -62,6 +74,7 @@ __attribute__((noinline)) void throwThroughPlainLargeFrame() {
 }
 
 volatile long seeds[] = {11, 13, 17, 19, 23, 29};
+volatile double numbers[] = {1, 2, 3, 4, 5, 6, 7, 8};
 
 }  // namespace
 
@@ -144,10 +157,22 @@ EXPORT long keepsRegistersAfterThrow() {
   return a + 100 * b + 10000 * c + 1000000 * d + 100000000 * e + 10000000000 * f;
 }
 
+// The same with numbers that one of the processors keeps in registers.
+EXPORT double keepsVectorRegistersAfterThrow() {
+  const double a = numbers[0], b = numbers[1], c = numbers[2], d = numbers[3];
+  const double e = numbers[4], f = numbers[5], g = numbers[6], h = numbers[7];
+  try {
+    throwThroughLargeFrame();
+  } catch (std::uint32_t) {
+    testRecord(600);
+  }
+  return a + 10 * b + 100 * c + 1e3 * d + 1e4 * e + 1e5 * f + 1e6 * g + 1e7 * h;
+}
+
 EXPORT int throwsFromLibrary() {
   try {
-    std::vector<int> numbers;
-    numbers.resize(static_cast<std::size_t>(seeds[0]) << 60);
+    std::vector<int> many;
+    many.resize(static_cast<std::size_t>(seeds[0]) << 60);
   } catch (const std::exception&) {
     return 1;
   }

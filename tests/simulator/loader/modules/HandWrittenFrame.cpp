@@ -1,8 +1,29 @@
 // A function whose frame only its own DWARF entry can describe.
 #include "TestHost.h"
 
-// Saves rbx 88 bytes below the canonical frame address, which the compact encodings cannot express.
-// The escaped directive keeps the assembler from choosing one.
+// Saves a register 88 bytes below the canonical frame address, which the compact encodings cannot
+// express. The escaped directive keeps the assembler from choosing one.
+#if defined(__aarch64__)
+asm(R"(
+  .globl _oddFrame
+  .p2align 4
+_oddFrame:
+  .cfi_startproc
+  sub sp, sp, #96
+  .cfi_def_cfa_offset 96
+  stp x19, x30, [sp, #8]
+  .cfi_escape 0x93, 0x0b
+  .cfi_offset w30, -80
+  mov x19, #-1
+  blr x0
+  ldp x19, x30, [sp, #8]
+  add sp, sp, #96
+  .cfi_def_cfa_offset 0
+  ret
+  .cfi_endproc
+)");
+#define KEPT_REGISTER "x19"
+#else
 asm(R"(
   .globl _oddFrame
   .p2align 4
@@ -20,6 +41,8 @@ _oddFrame:
   retq
   .cfi_endproc
 )");
+#define KEPT_REGISTER "rbx"
+#endif
 
 extern "C" void oddFrame(void (*function)());
 
@@ -31,9 +54,9 @@ volatile long seed = 77;
 
 }  // namespace
 
-// The value is kept in rbx, which `oddFrame` overwrites.
+// The value is kept in the register that `oddFrame` overwrites.
 EXPORT long throwsThroughOddFrame() {
-  register long kept asm("rbx") = seed;
+  register long kept asm(KEPT_REGISTER) = seed;
   asm volatile("" : "+r"(kept));
   try {
     oddFrame(&throwNine);

@@ -1,5 +1,6 @@
 // Imports of every kind: functions, variables, and weak imports that are missing.
 #include <cmath>
+#include <cstdarg>
 #include <cstdio>
 #include <cstring>
 
@@ -16,6 +17,25 @@ EXPORT bool seesAbsentFramework() {
 
 EXPORT int formats(char* buffer, unsigned long size) {
   return std::snprintf(buffer, size, "%d %s %.3f %lld", 7, "text", 2.5, -9000000000LL);
+}
+
+static int formatted(char* buffer, unsigned long size, const char* format, ...) {
+  std::va_list arguments;
+  va_start(arguments, format);
+  const int length = std::vsnprintf(buffer, size, format, arguments);
+  va_end(arguments);
+  return length;
+}
+
+EXPORT int formatsList(char* buffer, unsigned long size) {
+  return formatted(buffer, size, "%d %.1f %s", 1, 2.5, "xyz");
+}
+
+extern "C" int sscanf(const char* text, const char* format, ...);
+
+EXPORT int scans() {
+  int tens = 0, ones = 0;
+  return sscanf("4 2", "%d %d", &tens, &ones) == 2 ? 10 * tens + ones : -1;
 }
 
 EXPORT int printsToStandardOutput() { return std::printf("from the module %d\n", 3); }
