@@ -108,6 +108,42 @@ function(mrv_mac_project name source_folder build_folder)
     INSTALL_COMMAND "")
 endfunction()
 
+# mrv_join_processors(TARGET FILE): in a cross build for the Mac, which compiles for one processor, adds
+# the code for the others to the FILE of the target, a path in the build folder. The code comes from
+# builds of the same project in folders that are called after the processors.
+function(mrv_join_processors target file)
+  if(NOT MRV_FURTHER_PROCESSORS)
+    return()
+  endif()
+  include(ExternalProject)
+  find_program(MRV_LIPO llvm-lipo-${MRV_LLVM_VERSION} REQUIRED)
+  set(slices)
+  foreach(processor IN LISTS MRV_FURTHER_PROCESSORS)
+    set(build "${PROJECT_BINARY_DIR}/${processor}")
+    ExternalProject_Add(${target}_${processor}
+      SOURCE_DIR "${PROJECT_SOURCE_DIR}"
+      BINARY_DIR "${build}"
+      CMAKE_ARGS --log-level=WARNING
+                 "-DCMAKE_TOOLCHAIN_FILE=${CMAKE_TOOLCHAIN_FILE}"
+                 "-DCMAKE_OSX_ARCHITECTURES=${processor}" -DMRV_FURTHER_PROCESSORS=
+                 "-DCMAKE_BUILD_TYPE=${CMAKE_BUILD_TYPE}"
+                 "-DCMAKE_CXX_FLAGS=${CMAKE_CXX_FLAGS}"
+                 "-DCMAKE_CXX_COMPILER_LAUNCHER=${CMAKE_CXX_COMPILER_LAUNCHER}"
+                 "-DCMAKE_COMPILE_WARNING_AS_ERROR=${CMAKE_COMPILE_WARNING_AS_ERROR}"
+                 "-DMACOS_SDK=${MACOS_SDK}"
+      BUILD_COMMAND "${CMAKE_COMMAND}" --build "${build}" --target ${target} -- --quiet
+      BUILD_BYPRODUCTS "${build}/${file}"
+      BUILD_ALWAYS ON
+      INSTALL_COMMAND "")
+    add_dependencies(${target} ${target}_${processor})
+    list(APPEND slices "${build}/${file}")
+  endforeach()
+  set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS "${slices}")
+  set(joined "${PROJECT_BINARY_DIR}/${file}")
+  add_custom_command(TARGET ${target} POST_BUILD
+                     COMMAND "${MRV_LIPO}" -create "${joined}" ${slices} -output "${joined}" VERBATIM)
+endfunction()
+
 # mrv_benchmark(NAME SOURCES... [LIBRARIES ...]): defines a Google Benchmark program.
 function(mrv_benchmark name)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "LIBRARIES")

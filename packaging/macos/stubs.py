@@ -27,6 +27,12 @@ def name_of(library):
     return library["install_names"][0]["name"]
 
 
+def groups(library, field, target):
+    """The library's groups of symbols of this kind that are for the target, such as "arm64-macos"."""
+    whole = [entry["target"] for entry in library["target_info"]]
+    return [group for group in library.get(field, []) if target in group.get("targets", whole)]
+
+
 def names(library, field, item):
     """All names in a list of the library, whatever target each is for."""
     return [name for group in library.get(field, []) for name in group.get(item, [])]

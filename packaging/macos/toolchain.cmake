@@ -1,5 +1,5 @@
-# Cross toolchain: builds Mach-O files for macOS 10.13 on x86-64 on Linux, with the distribution's
-# clang, lld and C++ library headers.
+# Cross toolchain: builds Mach-O files for macOS 10.13 on x86-64 and macOS 11.0 on arm64 on Linux, with
+# the distribution's clang, lld and C++ library headers.
 #
 #   cmake -S . -B build/bundle --toolchain packaging/macos/toolchain.cmake [-DMACOS_SDK=DIR]
 #

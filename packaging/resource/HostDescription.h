@@ -16,6 +16,7 @@ inline constexpr std::uint32_t kVersionProperty = fourCharCode("vers");
 inline constexpr std::uint32_t kNameProperty = fourCharCode("name");
 inline constexpr std::uint32_t kCategoryProperty = fourCharCode("catg");
 inline constexpr std::uint32_t kCodeMacIntel64Property = fourCharCode("mi64");
+inline constexpr std::uint32_t kCodeMacArm64Property = fourCharCode("ma64");
 inline constexpr std::uint32_t kPersistentProperty = fourCharCode("prst");
 inline constexpr std::uint32_t kMessagesProperty = fourCharCode("AcpM");
 inline constexpr std::uint32_t kEnableProperty = fourCharCode("enbl");

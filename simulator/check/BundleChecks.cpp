@@ -77,11 +77,21 @@ std::optional<std::pair<int, int>> versionOf(const std::string& text) {
   return version;
 }
 
+// The oldest system that the binary's code for any processor supports.
+std::string oldestSystemOf(const std::filesystem::path& binary) {
+  std::string oldest;
+  for (const mach::Processor processor : MachFile::processorsOf(binary)) {
+    const std::string version = MachFile::open(binary, processor).minimumSystem();
+    if (oldest.empty() || versionOf(version) < versionOf(oldest)) oldest = version;
+  }
+  return oldest;
+}
+
 // LSMinimumSystemVersion may be missing; the system then asks the binary alone.
 std::string minimumSystemFault(const Json& values, const std::filesystem::path& folder) {
   constexpr const char* kKey = "LSMinimumSystemVersion";
   if (!values.contains(kKey)) return {};
-  const std::string binarys = MachFile::open(binaryOfBundle(folder)).minimumSystem();
+  const std::string binarys = oldestSystemOf(binaryOfBundle(folder));
   const Json& value = values[kKey];
   if (value.is_string() && versionOf(value) && versionOf(value) == versionOf(binarys)) return {};
   return fmt::format("{} is {}, the binary needs {}", kKey, value.dump(), binarys);

@@ -16,6 +16,7 @@
 #include "simulator/check/Check.h"
 #include "simulator/loader/DyldOpcodes.h"
 #include "simulator/loader/ExportTrie.h"
+#include "simulator/loader/FileKind.h"
 #include "simulator/loader/MachFile.h"
 #include "simulator/loader/MachPlugin.h"
 #include "simulator/loader/SystemLibraries.h"
@@ -25,14 +26,64 @@ namespace simulator {
 namespace {
 
 constexpr const char* kEntryPoint = "_AutoPluginMain";
-constexpr std::pair<int, int> kOldestSystem = {10, 13};
+// Where the host's description names the code for a processor, and the oldest system on it.
+struct Target {
+  mach::Processor processor;
+  std::pair<int, int> oldestSystem;
+  std::uint32_t property;
+  const char* code;
+};
+constexpr Target kTargets[] = {
+    {mach::kX86_64, {10, 13}, kCodeMacIntel64Property, "64-bit Intel code"},
+    {mach::kArm64, {11, 0}, kCodeMacArm64Property, "arm64 code"},
+};
 constexpr std::size_t kManyBinds = 100000;
 
-Verdict withFile(const std::string& plugin, const std::function<Verdict(const MachFile&)>& judge) {
+const Target* findTarget(mach::Processor processor) {
+  const auto* const found =
+      std::find_if(std::begin(kTargets), std::end(kTargets),
+                   [&](const Target& target) { return target.processor.type == processor.type; });
+  return found == std::end(kTargets) ? nullptr : found;
+}
+
+const Target& targetOf(const MachFile& file) {
+  const Target* const target = findTarget(file.processor());
+  if (target == nullptr) throw LoadError("is code for a processor that no plug-in runs on");
+  return *target;
+}
+
+using Judge = std::function<Verdict(const MachFile&)>;
+
+Verdict judgeFor(mach::Processor processor, const std::filesystem::path& path, const Judge& judge) {
+  try {
+    const MachFile file = MachFile::open(path, processor);
+    return file.unsupported().empty() ? judge(file) : failed(file.unsupported());
+  } catch (const std::runtime_error& error) {
+    return failed(error.what());
+  }
+}
+
+// The processors that the plug-in may run on; others in the file do not count unless they are all.
+std::vector<mach::Processor> judgedProcessors(const std::filesystem::path& path) {
+  std::vector<mach::Processor> all = MachFile::processorsOf(path);
+  std::vector<mach::Processor> judged;
+  std::copy_if(all.begin(), all.end(), std::back_inserter(judged),
+               [](mach::Processor processor) { return findTarget(processor) != nullptr; });
+  return judged.empty() ? all : judged;
+}
+
+// Judges the code for each processor; the reason names the processor if there are several.
+Verdict withFile(const std::string& plugin, const Judge& judge) {
   if (!isMacPlugin(plugin)) return notApplicable("not built for the Mac");
-  const MachFile file = MachFile::open(machFileOf(plugin));
-  if (!file.unsupported().empty()) throw LoadError(file.unsupported());
-  return judge(file);
+  const std::filesystem::path path = machFileOf(plugin);
+  const std::vector<mach::Processor> processors = judgedProcessors(path);
+  for (const mach::Processor processor : processors) {
+    const Verdict verdict = judgeFor(processor, path, judge);
+    if (verdict.outcome == Outcome::kPassed) continue;
+    if (processors.size() == 1) return verdict;
+    return {verdict.outcome, fmt::format("{}: {}", processorName(processor), verdict.reason)};
+  }
+  return passed();
 }
 
 Verdict exports(const std::string& plugin) {
@@ -84,12 +135,13 @@ Verdict weakFramework(const std::string& plugin) {
 
 Verdict minimumSystem(const std::string& plugin) {
   return withFile(plugin, [](const MachFile& file) {
+    const Target& target = targetOf(file);
     const std::string& text = file.minimumSystem();
     std::pair<int, int> version = {0, 0};
     if (std::sscanf(text.c_str(), "%d.%d", &version.first, &version.second) != 2) {
       return failed("says no minimum system");
     }
-    return version <= kOldestSystem ? passed() : failed("needs macOS " + text);
+    return version <= target.oldestSystem ? passed() : failed("needs macOS " + text);
   });
 }
 
@@ -130,6 +182,18 @@ Verdict segmentRights(const std::string& plugin) {
   });
 }
 
+Verdict signature(const std::string& plugin) {
+  return withFile(plugin, [](const MachFile& file) {
+    const Bytes bytes = file.codeSignature();
+    if (bytes.empty()) return failed("is not signed");
+    const auto magic = ByteReader(bytes, "the code signature").read<std::uint32_t>();
+    return mach::swapped(magic) == mach::kSignatureMagic
+               ? passed()
+               : failed(fmt::format("has a signature of an unknown kind ({:#x})",
+                                    mach::swapped(magic)));
+  });
+}
+
 std::string readAll(const std::filesystem::path& path) {
   std::ifstream file(path, std::ios::binary);
   if (!file) throw ResourceError(path.string() + " is not there");
@@ -160,8 +224,8 @@ Verdict judgeDescription(const std::vector<HostProperty>& properties, const Mach
   if ((numberOf(required(properties, kMessagesProperty, "messages")) & kWanted) != kWanted) {
     return failed("the description does not ask for start-up and shut-down calls");
   }
-  const std::string entry =
-      entryPointOf(required(properties, kCodeMacIntel64Property, "64-bit Intel code"));
+  const Target& target = targetOf(file);
+  const std::string entry = entryPointOf(required(properties, target.property, target.code));
   if (readExportTrie(file.exportTrie()).count("_" + entry) == 1) return passed();
   return failed(fmt::format("the description names {}, which is not exported", entry));
 }
@@ -185,12 +249,16 @@ std::vector<Check> fileChecks() {
        loadCommands},
       {"weak-framework", "The device framework may be absent: all that asks for it is weak.",
        weakFramework},
-      {"minimum-system", "The file is for macOS 10.13 or older.", minimumSystem},
+      {"minimum-system",
+       "The code for 64-bit Intel is for macOS 10.13 or older, that for arm64 for 11.0.",
+       minimumSystem},
       {"file-type", "The file is a bundle, not a library.", fileType},
       {"run-paths", "Libraries are looked for in no folder of the machine that built the file.",
        runPaths},
       {"segment-rights", "No segment is writable and executable.", segmentRights},
-      {"resource", "The host-side description is there and names the exported entry point.",
+      {"signature", "The code for each processor is signed.", signature},
+      {"resource",
+       "The host-side description is there and names the exported entry point for each processor.",
        resource},
   };
 }

@@ -9,16 +9,21 @@
 
 #include "packaging/resource/HostDescription.h"
 #include "simulator/loader/ExportTrie.h"
+#include "simulator/loader/FileKind.h"
 #include "simulator/loader/MachFile.h"
 #include "tests/packaging/Bundle.h"
 
 namespace {
 
 using simulator::MachFile;
+using simulator::mach::kArm64;
+using simulator::mach::kX86_64;
 using testing::Pair;
 using testing::UnorderedElementsAre;
 
-MachFile binary() { return MachFile::open(bundleFile("MacOS/MrvPhotoshop")); }
+MachFile binaryFor(simulator::mach::Processor processor) {
+  return MachFile::open(bundleFile("MacOS/MrvPhotoshop"), processor);
+}
 
 // The string value of a key in the bundle's property list.
 std::string property(const std::string& key) {
@@ -43,33 +48,47 @@ TEST(Bundle, HasAPropertyListWithIdentifierVersionAndType) {
   EXPECT_EQ(property("CFBundleIdentifier"), "com.moravin.mrvphotoshop");
   EXPECT_EQ(property("CFBundleShortVersionString"), MRV_VERSION);
   EXPECT_EQ(property("CFBundleVersion"), MRV_VERSION);
-  EXPECT_EQ(property("LSMinimumSystemVersion"), binary().minimumSystem());
+  EXPECT_EQ(property("LSMinimumSystemVersion"), binaryFor(kX86_64).minimumSystem());
   EXPECT_EQ(property("CFBundlePackageType") + property("CFBundleSignature"),
             readText(bundleFile("PkgInfo")));
   EXPECT_EQ(property("CFBundleSignature"), "8BIM");
   EXPECT_EQ(readText(bundleFile("Info.plist")).find('@'), std::string::npos);
 }
 
-TEST(BundleBinary, IsABundleForTheOldestSystem) {
-  EXPECT_EQ(binary().fileType(), simulator::mach::kTypeBundle);
-  EXPECT_EQ(binary().minimumSystem(), "10.13");
+// What the binary holds for one processor.
+class BundleSlice : public testing::TestWithParam<simulator::mach::Processor> {
+ protected:
+  const MachFile file_ = binaryFor(GetParam());
+};
+
+INSTANTIATE_TEST_SUITE_P(, BundleSlice, testing::Values(kX86_64, kArm64),
+                         [](const auto& test) { return simulator::processorName(test.param); });
+
+TEST_P(BundleSlice, IsABundleForTheProcessorsOldestSystem) {
+  EXPECT_EQ(file_.fileType(), simulator::mach::kTypeBundle);
+  EXPECT_EQ(file_.minimumSystem(), GetParam() == kArm64 ? "11.0" : "10.13");
 }
 
-TEST(BundleBinary, ExportsOnlyTheEntryPoint) {
-  const MachFile file = binary();
-  const auto exports = simulator::readExportTrie(file.exportTrie());
+TEST_P(BundleSlice, ExportsOnlyTheEntryPoint) {
+  const auto exports = simulator::readExportTrie(file_.exportTrie());
   ASSERT_EQ(exports.size(), 1u);
   EXPECT_EQ(exports.begin()->first, "_AutoPluginMain");
 }
 
-TEST(BundleBinary, IsSmallerThan96KiB) {
-  EXPECT_LT(std::filesystem::file_size(bundleFile("MacOS/MrvPhotoshop")), 96u * 1024);
+TEST_P(BundleSlice, HasNothingThatTheLoaderDoesNotSupport) { EXPECT_EQ(file_.unsupported(), ""); }
+
+TEST(BundleBinary, HasCodeForBothProcessors) {
+  EXPECT_THAT(MachFile::processorsOf(bundleFile("MacOS/MrvPhotoshop")),
+              testing::ElementsAre(kX86_64, kArm64));
 }
 
-TEST(BundleBinary, LoadsSystemLibrariesAndWeaklyTheDeviceFramework) {
+TEST(BundleBinary, IsSmallerThan192KiB) {
+  EXPECT_LT(std::filesystem::file_size(bundleFile("MacOS/MrvPhotoshop")), 192u * 1024);
+}
+
+TEST_P(BundleSlice, LoadsSystemLibrariesAndWeaklyTheDeviceFramework) {
   std::vector<std::pair<std::string, bool>> libraries;
-  const MachFile file = binary();
-  for (const simulator::Library& library : file.libraries()) {
+  for (const simulator::Library& library : file_.libraries()) {
     libraries.emplace_back(library.name, library.weak);
   }
   const std::string frameworks = "/System/Library/Frameworks/";
@@ -95,9 +114,8 @@ TEST(BundleBinary, IsStripped) {
   }
 }
 
-TEST(BundleBinary, HasNoSegmentThatIsWritableAndExecutable) {
-  const MachFile file = binary();
-  for (const simulator::Segment& segment : file.segments()) {
+TEST_P(BundleSlice, HasNoSegmentThatIsWritableAndExecutable) {
+  for (const simulator::Segment& segment : file_.segments()) {
     EXPECT_NE(segment.protection & (PROT_WRITE | PROT_EXEC), PROT_WRITE | PROT_EXEC)
         << segment.name;
   }
@@ -122,13 +140,16 @@ TEST(BundleResources, DescribeAnAutomationPlugInThatStartsWithTheHost) {
   EXPECT_NE(find(kCategoryProperty), nullptr);
 }
 
-TEST(BundleResources, NameTheExportedEntryPoint) {
+TEST(BundleResources, NameTheExportedEntryPointForBothProcessors) {
   const auto resources = readResourceFork(readText(bundleFile("Resources/MrvPhotoshop.rsrc")));
   const auto properties = readHostProperties(resources.at(0));
-  const HostProperty* const code = findHostProperty(properties, kCodeMacIntel64Property);
-  ASSERT_NE(code, nullptr);
-  const MachFile file = binary();
-  EXPECT_EQ(simulator::readExportTrie(file.exportTrie()).count("_" + entryPointOf(*code)), 1u);
+  for (const auto& [key, processor] :
+       {std::pair(kCodeMacIntel64Property, kX86_64), std::pair(kCodeMacArm64Property, kArm64)}) {
+    const HostProperty* const code = findHostProperty(properties, key);
+    ASSERT_NE(code, nullptr);
+    const MachFile file = binaryFor(processor);
+    EXPECT_EQ(simulator::readExportTrie(file.exportTrie()).count("_" + entryPointOf(*code)), 1u);
+  }
 }
 
 }  // namespace

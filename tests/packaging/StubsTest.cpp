@@ -9,6 +9,7 @@
 #include <string>
 
 #include "simulator/loader/DyldOpcodes.h"
+#include "simulator/loader/FileKind.h"
 #include "simulator/loader/MachFile.h"
 #include "tests/packaging/Bundle.h"
 
@@ -16,8 +17,8 @@ namespace {
 
 using SymbolsByLibrary = std::map<std::string, std::set<std::string>>;
 
-SymbolsByLibrary imports() {
-  const auto file = simulator::MachFile::open(bundleFile("MacOS/MrvPhotoshop"));
+SymbolsByLibrary imports(simulator::mach::Processor processor) {
+  const auto file = simulator::MachFile::open(bundleFile("MacOS/MrvPhotoshop"), processor);
   SymbolsByLibrary symbols;
   const auto add = [&](simulator::Bytes opcodes, simulator::BindKind kind) {
     for (const simulator::Bind& bind : simulator::readBinds(opcodes, kind, 10000)) {
@@ -30,30 +31,41 @@ SymbolsByLibrary imports() {
   return symbols;
 }
 
-void addStub(const std::filesystem::path& path, SymbolsByLibrary& symbols) {
+// Adds the symbols that the stub lists for the target.
+void addStub(const std::filesystem::path& path, const std::string& target,
+             SymbolsByLibrary& symbols) {
   const std::string text = readText(path);
   std::smatch name;
   ASSERT_TRUE(std::regex_search(text, name, std::regex("install-name: '([^']+)'"))) << path;
-  const std::regex line("\n      - (\\S+)");
+  const std::regex line("\n  - targets: (.*)|\n      - (\\S+)");
+  bool listed = false;
   for (std::sregex_iterator i(text.begin(), text.end(), line), end; i != end; ++i) {
-    symbols[name[1]].insert((*i)[1]);
+    if ((*i)[1].matched) {
+      listed = (*i)[1].str().find(" " + target) != std::string::npos;
+    } else if (listed) {
+      symbols[name[1]].insert((*i)[2]);
+    }
   }
 }
 
-SymbolsByLibrary stubs() {
+SymbolsByLibrary stubs(const std::string& target) {
   SymbolsByLibrary symbols;
   for (const auto& entry : std::filesystem::recursive_directory_iterator(MRV_PACKAGING "/macos")) {
-    if (entry.path().extension() == ".tbd") addStub(entry.path(), symbols);
+    if (entry.path().extension() == ".tbd") addStub(entry.path(), target, symbols);
   }
   return symbols;
 }
 
-TEST(Stubs, ListExactlyWhatTheBundleUses) {
-  const SymbolsByLibrary used = imports();
-  SymbolsByLibrary listed = stubs();
-  EXPECT_EQ(listed.size(), used.size());
-  for (const auto& [library, symbols] : used) {
-    EXPECT_THAT(listed[library], testing::UnorderedElementsAreArray(symbols)) << library;
+TEST(Stubs, ListExactlyWhatTheBundleUsesOnEachProcessor) {
+  for (const auto processor : {simulator::mach::kX86_64, simulator::mach::kArm64}) {
+    const std::string name = simulator::processorName(processor);
+    SCOPED_TRACE(name);
+    const SymbolsByLibrary used = imports(processor);
+    SymbolsByLibrary listed = stubs(name + "-macos");
+    EXPECT_EQ(listed.size(), used.size());
+    for (const auto& [library, symbols] : used) {
+      EXPECT_THAT(listed[library], testing::UnorderedElementsAreArray(symbols)) << library;
+    }
   }
 }
 

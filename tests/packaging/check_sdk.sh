@@ -27,11 +27,18 @@ expect() {
 }
 
 start_over
-expect 0 ' 0 not exported' '0 problems'
+expect 0 '(x86_64): ' '(arm64): ' ' 0 not exported' '0 problems'
 
 # A symbol that is not exported any more.
 sed -i '/_PostEventToQueue/d' "$carbon"
-expect 1 "_PostEventToQueue is not exported by /System/Library/Frameworks/Carbon" '1 problems'
+for processor in x86_64 arm64; do
+  expect 1 "($processor): _PostEventToQueue is not exported by /System/Library/Frameworks/Carbon" '2 problems'
+done
+
+# A symbol that is exported for one processor alone.
+start_over
+sed -i 's/^      - _PostEventToQueue$/  - targets: [ x86_64-macos ]\n    symbols: [ _PostEventToQueue ]\n  - targets: [ x86_64-macos, arm64-macos ]\n    symbols:/' "$carbon"
+expect 1 "(arm64): _PostEventToQueue is not exported by /System/Library/Frameworks/Carbon" '1 problems'
 
 # A library that is missing.
 start_over
@@ -48,7 +55,7 @@ start_over
 sed -e "/^\.\.\./d" "$carbon" >"$scratch/part.tbd"
 sed -e '/^exports/,$d' "$carbon" >"$scratch/umbrella.tbd"
 sed -i -e "s|install-name: .*|install-name: '/System/Library/Frameworks/Carbon.framework/Versions/A/Frameworks/HIToolbox.framework/Versions/A/HIToolbox'|" \
-  -e 's|^exports:|parent-umbrella:\n  - targets: [ x86_64-macos ]\n    umbrella: Carbon\nexports:|' "$scratch/part.tbd"
+  -e 's|^exports:|parent-umbrella:\n  - targets: [ x86_64-macos, arm64-macos ]\n    umbrella: Carbon\nexports:|' "$scratch/part.tbd"
 (cat "$scratch/umbrella.tbd" "$scratch/part.tbd"; echo ...) >"$carbon"
 expect 0 "note: $carbon does not list" 'taken from its parts: HIToolbox' 'To restore the lists' '0 problems'
 [ "$("$root/packaging/macos/restore-reexports" "$scratch/sdk" "$scratch/restored")" = Carbon ]

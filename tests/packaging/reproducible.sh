@@ -19,7 +19,8 @@ done
   "$scratch/another place/packaging/bundle" "$scratch/two" "$scratch/dist-two" >/dev/null)
 diff -r "$scratch/dist-one" "$scratch/dist-two"
 unzip -q "$scratch"/dist-one/*.zip -d "$scratch/unpacked"
-grep -q '^# UUID: [0-9A-F-]*$' "$scratch"/dist-one/*.map
+test "$(grep '^# UUID: [0-9A-F-]*$' "$scratch"/dist-one/*.map | sort -u | wc -l)" = 2
+test "$(sed -n 's/^# Arch: //p' "$scratch"/dist-one/*.map | tr '\n' ' ')" = 'x86_64 arm64 '
 grep -q ' MrvDeviceEvents::messageHandlerProc(' "$scratch"/dist-one/*.map
 cd "$scratch"/unpacked/*
 sha256sum -c --quiet SHA256SUMS

@@ -1,16 +1,26 @@
 #!/usr/bin/env python3
-"""signature.py BINARY: the binary carries an ad hoc signature that fits its bytes."""
+"""signature.py BINARY: the code for each processor carries an ad hoc signature that fits its bytes."""
 import hashlib
 import pathlib
 import struct
 import sys
 
+UNIVERSAL_MAGIC = 0xCAFEBABE
 CODE_SIGNATURE_COMMAND = 0x1D
 SIGNATURE_MAGIC = 0xFADE0CC0
 DIRECTORY_MAGIC = 0xFADE0C02
 DIRECTORY_SLOT = 0
 AD_HOC = 0x2
 SHA256 = 2
+
+
+def slices_of(binary):
+    """The files that a universal file holds."""
+    magic, count = struct.unpack_from(">II", binary)
+    assert magic == UNIVERSAL_MAGIC, hex(magic)
+    for row in range(count):
+        _, _, offset, size, _ = struct.unpack_from(">IIIII", binary, 8 + 20 * row)
+        yield binary[offset:offset + size]
 
 
 def signature_of(binary):
@@ -33,9 +43,8 @@ def directory_of(signature):
     return signature[slots[DIRECTORY_SLOT]:]
 
 
-def main():
-    """Compares every page of the binary with its hash."""
-    binary = pathlib.Path(sys.argv[1]).read_bytes()
+def check(binary):
+    """Compares every page of the code with its hash."""
     start, signature = signature_of(binary)
     directory = directory_of(signature)
     fields = struct.unpack_from(">IIIIIIIIIBBBB", directory)
@@ -50,6 +59,14 @@ def main():
         digest = hashlib.sha256(binary[page << page_bits:end]).digest()
         place = hashes + page * size
         assert directory[place:place + size] == digest, f"page {page} differs from its hash"
+
+
+def main():
+    """Checks the code for both processors."""
+    slices = list(slices_of(pathlib.Path(sys.argv[1]).read_bytes()))
+    assert len(slices) == 2, len(slices)
+    for binary in slices:
+        check(binary)
 
 
 if __name__ == "__main__":

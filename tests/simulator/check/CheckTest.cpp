@@ -45,6 +45,7 @@ std::vector<Faulty> faultyPlugins() {
       {"file-type", macModule("IsLibrary"), "is a dynamic library"},
       {"run-paths", macModule("HasRunPath"), "looks for libraries in /Users/builder/work/lib"},
       {"segment-rights", macModule("WritesCode"), "__TEXT is writable and executable"},
+      {"signature", macModule("ExportsMore"), "is not signed"},
       {"whole-day", module("Crashes"),
        R"({"call":["SP Interface","About"]}: crashed: SIGSEGV (Segm)"},
       {"start-and-stop", module("NeverStarts"), "registered 0 times"},
@@ -250,6 +251,45 @@ TEST(CheckResource, FailsIfTheEntryPointIsNotExported) {
   const Finished checked = BundleWith(description("entry   AutoPluginMain", "entry Other")).check();
   EXPECT_EQ(checked.status, 1);
   EXPECT_THAT(checked.output, HasSubstr("names Other, which is not exported"));
+}
+
+TEST(CheckResource, FailsIfTheCodeForOneProcessorIsNotNamed) {
+  const Finished intel = BundleWith(description("8BIM mi64", "8BIM xxxx")).check();
+  EXPECT_EQ(intel.status, 1);
+  EXPECT_THAT(intel.output, HasSubstr("x86_64: the description has no 64-bit Intel code"));
+  const Finished arm64 = BundleWith(description("8BIM ma64", "8BIM xxxx")).check();
+  EXPECT_EQ(arm64.status, 1);
+  EXPECT_THAT(arm64.output, HasSubstr("arm64: the description has no arm64 code"));
+}
+
+// The shipped binary with other bytes in its code for arm64, which does not run here.
+class BinaryWith {
+ public:
+  BinaryWith(const std::string& from, const std::string& to) : path_(folder_.file("MrvPhotoshop")) {
+    std::string bytes = testing_support::readFile(MRV_BUNDLE "/Contents/MacOS/MrvPhotoshop");
+    const std::size_t place = bytes.rfind(from);
+    EXPECT_NE(place, std::string::npos) << from;
+    bytes.replace(place, from.size(), to);
+    testing_support::writeFile(path_, bytes);
+  }
+
+  std::string reason(const char* check) const { return reasonOf(check, path_); }
+
+ private:
+  TemporaryFolder folder_;
+  std::string path_;
+};
+
+TEST(CheckOnEachProcessor, JudgesTheCodeThatDoesNotRunHere) {
+  EXPECT_THAT(BinaryWith("/usr/lib/libc++.1", "/usr/lib/liby++.1").reason("load-commands"),
+              HasSubstr("failed: arm64: loads /usr/lib/liby++.1.dylib"));
+  EXPECT_THAT(BinaryWith({"\xFA\xDE\x0C\xC0", 4}, "none").reason("signature"),
+              HasSubstr("failed: arm64: has a signature of an unknown kind (0x6e6f6e65)"));
+  // The command and its size, the platform, and the system in fields of 16, 8 and 8 bits.
+  const std::string version("\x32\0\0\0\x20\0\0\0\x01\0\0\0\0\0\x0B\0", 16);
+  EXPECT_THAT(BinaryWith(version, version.substr(0, 12) + std::string("\0\x01\x0B\0", 4))
+                  .reason("minimum-system"),
+              HasSubstr("failed: arm64: needs macOS 11.1"));
 }
 
 TEST(CheckResource, FailsIfShutDownIsNotRequested) {
