@@ -8,9 +8,8 @@ BUNDLE_PACKAGES=(g++ cmake ninja-build zip clang-19 lld-19 llvm-19 libc++-19-dev
 LIBRARY_PACKAGES=(libgtest-dev libgmock-dev libbenchmark-dev libeigen3-dev libglm-dev)
 DESKTOP_PACKAGES=(libgnustep-gui-dev gnustep-back0.29-cairo gobjc xvfb xdotool)
 TEST_PACKAGES=("${BUILD_PACKAGES[@]}" "${BUNDLE_PACKAGES[@]}" "${LIBRARY_PACKAGES[@]}"
-               "${DESKTOP_PACKAGES[@]}" git gcovr unzip binutils python3 python3-jsonschema
-               groff-base zsh dpkg-dev file libclang-rt-19-dev clang-format-19 clang-tidy-19
-               shellcheck)
+               "${DESKTOP_PACKAGES[@]}" git gcovr unzip binutils python3 libclang-rt-19-dev
+               clang-format-19 clang-tidy-19 shellcheck qemu-user-static)
 
 # need PACKAGE...: installs the packages of the distribution that are missing.
 need() {
@@ -59,3 +58,28 @@ build_aloud() {
 
 # folders KIND: the folders of one kind in cmake/folders.txt.
 folders() { awk -v kind="$1" '$1 == kind { print $2 }' cmake/folders.txt; }
+
+# The folder that holds Linux for arm64, for its toolchain: cmake/Arm64Linux.cmake.
+ARM64_ROOT=build/arm64-root
+ARM64_PACKAGES=(libc6-dev libstdc++-12-dev libfmt-dev nlohmann-json3-dev libcli11-dev
+                libpugixml-dev libc++1-19 libgtest-dev libgmock-dev)
+
+# need_arm64: unpacks these packages for arm64, and what they depend on, into that folder, once. The
+# machine stays as it is: an architecture added to dpkg would stay there, with its lists of packages,
+# and could hold up the machine's own updates.
+need_arm64() {
+  [ "$(cat "$ARM64_ROOT/packages" 2>/dev/null)" = "${ARM64_PACKAGES[*]}" ] && return
+  echo "Unpacking ${ARM64_PACKAGES[*]} for arm64" >&2
+  local apt=$PWD/$ARM64_ROOT.apt
+  local options=(-o APT::Architecture=arm64 -o APT::Architectures=arm64 -o "Dir::State=$apt"
+                 -o Dir::State::status=/dev/null -o "Dir::Cache=$apt" -o APT::Sandbox::User=)
+  rm -rf "$ARM64_ROOT" "$apt"
+  mkdir -p "$ARM64_ROOT" "$apt/archives/partial" "$apt/lists/partial"
+  apt-get "${options[@]}" update -qq >&2
+  apt-get "${options[@]}" install -y -qq --no-install-recommends --download-only \
+    "${ARM64_PACKAGES[@]}" >&2
+  local package
+  for package in "$apt"/archives/*.deb; do dpkg-deb -x "$package" "$ARM64_ROOT"; done
+  rm -rf "$apt"
+  echo "${ARM64_PACKAGES[*]}" >"$ARM64_ROOT/packages"
+}

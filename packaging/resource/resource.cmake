@@ -4,7 +4,7 @@ set(MRV_RESOURCE_SOURCES
   "${CMAKE_CURRENT_LIST_DIR}/ResourceFork.cpp")
 set(MRV_RESOURCE_TOOL_SOURCES ${MRV_RESOURCE_SOURCES} "${CMAKE_CURRENT_LIST_DIR}/makersrc.cpp")
 
-if(CMAKE_CROSSCOMPILING)
+if(APPLE AND CMAKE_CROSSCOMPILING)
   # The tool runs on the build machine.
   find_program(MRV_BUILD_CXX NAMES c++ g++ clang++ clang++-19 REQUIRED)
   set(MRV_MAKERSRC "${CMAKE_CURRENT_BINARY_DIR}/makersrc")

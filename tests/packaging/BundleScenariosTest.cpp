@@ -1,11 +1,9 @@
 // The bundle and the module behave the same: every scenario gives the same log.
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <filesystem>
 #include <string>
-#include <vector>
 
+#include "tests/packaging/Scenarios.h"
 #include "tests/support/Process.h"
 
 namespace {
@@ -13,18 +11,9 @@ namespace {
 using testing_support::Finished;
 using testing_support::run;
 
-std::vector<std::string> scenarios() {
-  std::vector<std::string> names;
-  for (const auto& entry : std::filesystem::directory_iterator(MRV_SCENARIOS)) {
-    if (entry.path().extension() == ".json") names.push_back(entry.path().stem().string());
-  }
-  std::sort(names.begin(), names.end());
-  return names;
-}
-
 void expectTheSameLog(const std::string& name, const std::string& file) {
   SCOPED_TRACE(name);
-  const std::string scenario = MRV_SCENARIOS "/" + name + ".json";
+  const std::string scenario = scenarioFile(name);
   const Finished module = run({MRVSIM, "play", scenario});
   const Finished bundle = run({MRVSIM, "play", scenario, "--plugin", file});
   EXPECT_EQ(bundle.errors, module.errors);
@@ -37,11 +26,7 @@ class BundleScenarios : public testing::TestWithParam<std::string> {};
 
 TEST_P(BundleScenarios, GiveTheSameLogAsWithTheModule) { expectTheSameLog(GetParam(), MRV_BUNDLE); }
 
-INSTANTIATE_TEST_SUITE_P(, BundleScenarios, testing::ValuesIn(scenarios()), [](const auto& test) {
-  std::string name = test.param;
-  std::replace(name.begin(), name.end(), '-', '_');
-  return name;
-});
+INSTANTIATE_TEST_SUITE_P(, BundleScenarios, testing::ValuesIn(scenarios()), scenarioName);
 
 // The bundle of the preset macos-cross.
 TEST(NativeBundle, GivesTheSameLogsAsTheModule) {

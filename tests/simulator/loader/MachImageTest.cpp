@@ -88,6 +88,10 @@ TEST_P(MachImageExceptions, ThrownByTheRunTimeAreCaught) {
   EXPECT_EQ(call("throwsFromLibrary"), 1);
 }
 
+TEST_P(MachImageExceptions, AreCaughtByATypeThatOtherFilesMayHave) {
+  EXPECT_EQ(call("catchesBySharedSuperclass"), 4);
+}
+
 TEST_P(MachImageExceptions, RestoreCalleeSavedRegisters) {
   auto* const keeper = function<long()>(*image_, "keepsRegistersAfterThrow");
   EXPECT_EQ(keeper(),

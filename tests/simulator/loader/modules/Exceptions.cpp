@@ -6,6 +6,16 @@
 
 #include "TestHost.h"
 
+// Types that other files may have, too. On arm64 the pointers to their names are marked.
+struct __attribute__((visibility("default"))) SharedBase {
+  virtual ~SharedBase() = default;
+  virtual int code() const { return 3; }
+};
+
+struct __attribute__((visibility("default"))) SharedDerived : SharedBase {
+  int code() const override { return 4; }
+};
+
 namespace {
 
 struct Witness {
@@ -92,6 +102,14 @@ EXPORT int catchesBySuperclass() {
   try {
     throw Derived();
   } catch (const Base& caught) {
+    return caught.code();
+  }
+}
+
+EXPORT int catchesBySharedSuperclass() {
+  try {
+    throw SharedDerived();
+  } catch (const SharedBase& caught) {
     return caught.code();
   }
 }
