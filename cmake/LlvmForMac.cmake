@@ -1,13 +1,8 @@
 # What both cross toolchains have in common: the distribution's clang, lld and binary utilities, which
 # build Mach-O files on Linux.
 
-# Only Apple's archiver holds objects for several processors in one library: this build compiles for one
-# processor, and mrv_join_processors makes a build for each of the others.
-if(NOT CMAKE_OSX_ARCHITECTURES)
-  set(CMAKE_OSX_ARCHITECTURES x86_64 CACHE STRING "The processor that this build compiles for" FORCE)
-endif()
-set(MRV_FURTHER_PROCESSORS arm64 CACHE STRING "Other processors that the bundle has code for")
 include("${CMAKE_CURRENT_LIST_DIR}/MacTarget.cmake")
+set(MRV_FURTHER_PROCESSORS arm64 CACHE STRING "Other processors that the bundle has code for")
 
 set(CMAKE_SYSTEM_NAME Darwin)
 set(CMAKE_SYSTEM_VERSION 17.0)  # the kernel of macOS 10.13
