@@ -13,6 +13,7 @@
 #include <string>
 
 #include "simulator/loader/ByteReader.h"
+#include "simulator/loader/OwnProcessor.h"
 
 namespace simulator {
 
@@ -89,6 +90,13 @@ constexpr std::string_view kSystemDependent[] = {
     "exception_refcount",
 };
 
+// On arm64, the Mac's strings have a layout of their own. Parts of the mangled names of functions
+// that take, return or keep strings.
+constexpr std::string_view kOfStrings[] = {
+    "basic_string",     "to_string",       "to_wstring",   "error_category",
+    "generic_category", "system_category", "system_error",
+};
+
 // Helpers that the target's compiler calls and this system's libraries lack.
 
 void zeroBytes(void* block, std::size_t size) { std::memset(block, 0, size); }
@@ -163,6 +171,17 @@ void requireSystemIndependent(std::string_view symbol) {
   }
 }
 
+void requireSameStrings(std::string_view symbol) {
+  if (ownProcessor() != mach::kArm64) return;
+  for (const std::string_view part : kOfStrings) {
+    if (symbol.find(part) == std::string_view::npos) continue;
+    throw LoadError(
+        fmt::format("import {} is not supported: the C++ library's strings have another layout on "
+                    "the Mac's arm64",
+                    symbol));
+  }
+}
+
 }  // namespace
 
 void* findInLibSystem(std::string_view symbol) {
@@ -188,6 +207,7 @@ void* findInLibCxx(std::string_view symbol) {
   void* const exported = exportedByLibCxx(name.c_str());
   if (exported == nullptr) return nullptr;
   requireSystemIndependent(symbol);
+  requireSameStrings(symbol);
   void* const shared = dlsym(RTLD_DEFAULT, name.c_str());
   return shared != nullptr ? shared : exported;
 }

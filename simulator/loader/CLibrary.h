@@ -18,7 +18,7 @@ void* findInLibSystem(std::string_view symbol);
 /// same name, which has the Mac's ABI (inline namespace __1). Symbols of the C++ ABI are those of
 /// this process's own library, so exceptions and memory may cross from one to the other. A
 /// LoadError if the symbol belongs to threads, locales, streams, files or stored exceptions, whose
-/// records differ between the systems, and if libc++ is not installed.
+/// records differ between the systems, on arm64 also to strings, and if libc++ is not installed.
 void* findInLibCxx(std::string_view symbol);
 
 }  // namespace simulator
