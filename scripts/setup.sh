@@ -8,8 +8,9 @@ BUNDLE_PACKAGES=(g++ cmake ninja-build zip clang-19 lld-19 llvm-19 libc++-19-dev
 LIBRARY_PACKAGES=(libgtest-dev libgmock-dev libbenchmark-dev libeigen3-dev libglm-dev)
 DESKTOP_PACKAGES=(libgnustep-gui-dev gnustep-back0.29-cairo gobjc xvfb xdotool)
 TEST_PACKAGES=("${BUILD_PACKAGES[@]}" "${BUNDLE_PACKAGES[@]}" "${LIBRARY_PACKAGES[@]}"
-               "${DESKTOP_PACKAGES[@]}" git gcovr unzip binutils python3 libclang-rt-19-dev
-               clang-format-19 clang-tidy-19 shellcheck qemu-user-static)
+               "${DESKTOP_PACKAGES[@]}" git gcovr unzip binutils python3 python3-jsonschema
+               groff-base zsh dpkg-dev file libclang-rt-19-dev clang-format-19 clang-tidy-19
+               shellcheck qemu-user-static)
 
 # need PACKAGE...: installs the packages of the distribution that are missing.
 need() {
