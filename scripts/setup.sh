@@ -81,6 +81,11 @@ need_arm64() {
     "${ARM64_PACKAGES[@]}" >&2
   local package
   for package in "$apt"/archives/*.deb; do dpkg-deb -x "$package" "$ARM64_ROOT"; done
+  # Links to absolute paths must stay in the folder.
+  local link
+  find "$ARM64_ROOT" -type l -lname '/*' | while read -r link; do
+    ln -sfrT "$ARM64_ROOT$(readlink "$link")" "$link"
+  done
   rm -rf "$apt"
   echo "${ARM64_PACKAGES[*]}" >"$ARM64_ROOT/packages"
 }
