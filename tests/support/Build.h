@@ -28,7 +28,14 @@ inline constexpr bool kOptimized = true;
 inline constexpr bool kOptimized = false;
 #endif
 
+/// Whether the tests are built for arm64, which runs under qemu: long double is slow there.
+#if defined(__aarch64__)
+inline constexpr bool kEmulated = true;
+#else
+inline constexpr bool kEmulated = false;
+#endif
+
 /// The number of random inputs on which a function is compared with a second implementation.
-inline constexpr int kRandomInputs = kSanitized || !kOptimized ? 30'000 : 1'000'000;
+inline constexpr int kRandomInputs = kSanitized || !kOptimized || kEmulated ? 30'000 : 1'000'000;
 
 }  // namespace testing_support
