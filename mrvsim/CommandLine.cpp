@@ -55,6 +55,24 @@ double secondsOf(const std::string& text) {
                                    printable(text), kLeast, kMost));
 }
 
+/// A number of bytes; k, M and G after it stand for a thousand, a million and a thousand million.
+std::uint64_t bytesOf(const std::string& text) {
+  constexpr std::uint64_t kMost = 1'000'000'000'000;
+  std::uint64_t number = 0;
+  const char* const end = text.data() + text.size();
+  const auto [stop, error] = std::from_chars(text.data(), end, number);
+  const std::string_view suffix(stop, end);
+  const std::vector<std::string_view> suffixes = {"", "k", "M", "G"};
+  std::uint64_t unit = 1;
+  for (auto known = suffixes.begin(); known != suffixes.end(); ++known, unit *= 1000) {
+    const bool good = error == std::errc() && suffix == *known && number >= 1;
+    if (good && number <= kMost / unit) return number * unit;
+  }
+  throw BadCommandLine(fmt::format(
+      "--max-size {}: must be a number of bytes from 1 to 1000G, such as 4096, 500k, 100M or 2G",
+      printable(text)));
+}
+
 /// Adds the option `--timeout`; `limit` keeps its value if the option is not given.
 void addTimeout(CLI::App& command, double& limit, const std::string& what) {
   command
@@ -135,6 +153,10 @@ void addDump(CLI::App& app, Command& action) {
   addValue(*dump, "--step", options->steps.step, "Dump this step only");
   dump->add_flag("--list", options->list, "Print what the file holds, and write nothing");
   dump->add_flag("--quiet", options->quiet, "Show no progress");
+  dump->add_option_function<std::string>(
+          "--max-size", [options](const std::string& text) { options->maxSize = bytesOf(text); },
+          "The longest text to write, in bytes: 4096, 500k, 100M, 2G (default 100M)")
+      ->type_name("SIZE");
   dump->footer(kDescriptorHelp);
   dump->callback([options, file, &action] {
     if (!options->list && file->empty()) throw CLI::RequiredError("FILE");

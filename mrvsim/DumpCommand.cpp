@@ -62,6 +62,9 @@ appended in order, each with a comment that names set, action and step. --set,
 --action and --step choose by name, or by a number from 1 if nothing has that
 name; a name stands for everything that has it.
 
+The text of nested descriptors is indented, so it grows with the square of their
+depth. A text longer than --max-size is an error, and nothing is written.
+
 Exit status: 0 if the text was appended, 2 if the descriptor, the event, the
 choice or a file cannot be used, 3 or 4 if the generator misused the host or
 broke: one line on standard error says why.)";
@@ -150,15 +153,27 @@ int list(const DumpOptions& options, const InputFile& input, bool isAction) {
   return kDone;
 }
 
+/// Nested descriptors are indented, so the length of the text grows with the square of the depth.
+void expectRoom(const DumpOptions& options, const std::string& name, std::uint64_t size) {
+  if (size <= options.maxSize) return;
+  throw std::runtime_error(fmt::format(
+      "{}: the text is longer than {} bytes; --max-size allows more", name, options.maxSize));
+}
+
 int dump(const DumpOptions& options, const InputFile& input, bool isAction) {
   Output out(options.file, Output::Mode::kAppend);
   const auto work = isAction ? workOfActions(options, input) : workOfJson(options, input);
   out.expectNoneOf({options.input});
   out.open();
   ProgressBar progress(input.name(), input.size().value_or(0), !options.quiet);
-  const int status = generate(input.name(), work,
-                              {.text = [&](std::string_view text) { out.write(text); },
-                               .progress = [&](std::uint64_t at) { progress.update(at); }});
+  std::uint64_t size = 0;
+  const auto take = [&](std::string_view text) {
+    expectRoom(options, input.name(), size += text.size());
+    out.write(text);
+  };
+  const int status =
+      generate(input.name(), work,
+               {.text = take, .progress = [&](std::uint64_t at) { progress.update(at); }});
   if (status != kPluginBroke) out.commit();
   return status;
 }

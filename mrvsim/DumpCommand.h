@@ -1,6 +1,7 @@
 // `mrvsim dump`: runs the plug-in's generator, which writes descriptors as source text.
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 
@@ -17,6 +18,7 @@ struct DumpOptions {
   StepChoice steps;                  ///< of an action file
   bool list = false;                 ///< print what the input holds, and write nothing
   bool quiet = false;                ///< show no progress
+  std::uint64_t maxSize = 100'000'000;  ///< the longest text to write, in bytes
 };
 
 /// Reads a descriptor from JSON; `name` stands for the file in errors. JSON's null gives null.
