@@ -15,14 +15,44 @@ thread_local std::shared_ptr<RunLoop> currentLoop;
 
 }  // namespace
 
+int Patience::looks() {
+  // About as long as it takes to wake a thread, so that two threads which both slept can get back
+  // to looking.
+  static const int number = std::thread::hardware_concurrency() > 1 ? 8000 : 0;
+  return number;
+}
+
+void Patience::pause() {
+#if defined(__x86_64__)
+  __builtin_ia32_pause();
+#else
+  std::this_thread::yield();
+#endif
+}
+
 // All loops share the lock of `Threads`, because waitUntilIdle depends on every loop.
 
 void RunLoop::perform(std::function<void()> work) {
   Threads& threads = theThreads();
-  const std::lock_guard lock(threads.mutex_);
-  if (waiting_ && isTask_ && work_.empty()) ++threads.busy_;
-  work_.push_back(std::move(work));
+  {
+    const std::lock_guard lock(threads.mutex_);
+    if (waiting_ && isTask_ && work_.empty()) ++threads.busy_;
+    work_.push_back(std::move(work));
+    hasWork_ = true;
+  }
+  // Without the lock, for which the woken thread would have to sleep again.
   wake_.notify_one();
+}
+
+void RunLoop::finishWork(std::unique_lock<std::mutex>& lock) {
+  while (!work_.empty()) {
+    const auto work = std::move(work_.front());
+    work_.pop_front();
+    hasWork_ = !work_.empty();
+    lock.unlock();
+    work();
+    lock.lock();
+  }
 }
 
 void RunLoop::run(double seconds) {
@@ -32,16 +62,13 @@ void RunLoop::run(double seconds) {
   Threads& threads = theThreads();
   std::unique_lock lock(threads.mutex_);
   while (true) {
-    while (!work_.empty()) {
-      const auto work = std::move(work_.front());
-      work_.pop_front();
-      lock.unlock();
-      work();
-      lock.lock();
-    }
+    finishWork(lock);
     waiting_ = true;
     if (isTask_) --threads.busy_;
+    lock.unlock();
     threads.idle_.notify_all();
+    if (isTask_) patience_.awaits([this] { return hasWork_.load(); });
+    lock.lock();
     const auto hasWork = [this] { return !work_.empty(); };
     bool woken = true;
     if (seconds < 0) {
@@ -105,6 +132,7 @@ void Threads::waitAtStart() {
 }
 
 void Threads::waitUntilIdle() {
+  if (patience_.awaits([this] { return busy_ == 0; })) return;
   std::unique_lock lock(mutex_);
   idle_.wait(lock, [this] { return busy_ == 0; });
 }
