@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <iterator>
@@ -38,7 +39,18 @@ class Cursor {
     }
     lastByte_ = c;
     if (++used_ == size_) fill();
+    if (c == ',' && std::exchange(beforeComma_, false)) skip();
   }
+
+  /// Sets what may take text after a comma that `expectComma` announced: it gets what is in memory,
+  /// which begins with a token, and its position, and returns the number of bytes taken. It leaves
+  /// characters that are not ASCII.
+  void setSkipper(std::function<std::size_t(std::string_view, Position)> skipper) {
+    skipper_ = std::move(skipper);
+  }
+
+  /// The next comma is followed by text that may be taken.
+  void expectComma() { beforeComma_ = skipper_ != nullptr; }
 
   /// Where the token that was read last begins. Asking for it ends the token.
   Position endToken() {
@@ -61,6 +73,51 @@ class Cursor {
     offset_ += size_;
   }
 
+  /// Brings as many bytes into memory as the skipper was promised.
+  void fillAhead() {
+    if (size_ - used_ >= kAhead) return;
+    std::copy(buffer_.begin() + static_cast<std::ptrdiff_t>(used_),
+              buffer_.begin() + static_cast<std::ptrdiff_t>(size_), buffer_.begin());
+    size_ -= std::exchange(used_, 0);
+    while (size_ < kAhead) {
+      const std::size_t more =
+          source_.read(offset_, buffer_.data() + size_, buffer_.size() - size_);
+      if (more == 0) return;
+      size_ += more;
+      offset_ += more;
+    }
+  }
+
+  /// Lets the skipper take text as long as it does.
+  void skip() {
+    while (true) {
+      fillAhead();
+      const std::string_view rest(buffer_.data() + used_, size_ - used_);
+      const std::size_t blank = std::min(rest.find_first_not_of(" \t\n\r"), rest.size());
+      Position begin = here_;
+      pass(rest.substr(0, blank), begin);
+      const std::size_t taken = skipper_(rest.substr(blank), begin);
+      if (taken == 0) return;
+      pass(rest.substr(0, blank), here_);
+      pass(rest.substr(blank, taken - 1), here_);
+      last_ = here_;
+      ++here_.column;
+      lastByte_ = ',';
+      used_ += blank + taken;
+      if (used_ == size_) fill();
+    }
+  }
+
+  static void pass(std::string_view text, Position& position) {
+    for (const char c : text) {
+      position =
+          c == '\n' ? Position{position.line + 1, 1} : Position{position.line, position.column + 1};
+    }
+  }
+
+  // An element and as much white space before it.
+  static constexpr std::size_t kAhead = 2 * kLongestQuickElement;
+
   const ByteSource& source_;
   std::array<char, 65536> buffer_;
   std::uint64_t offset_ = 0;
@@ -68,6 +125,8 @@ class Cursor {
   Position here_, last_, token_;
   char lastByte_ = ' ';
   bool between_ = true;  ///< no token has begun since the last one ended
+  std::function<std::size_t(std::string_view, Position)> skipper_;
+  bool beforeComma_ = false;
 };
 
 /// The form in which the parser takes its input.
@@ -168,7 +227,14 @@ class Events {
 /// Builds the values of a document and passes the pieces on.
 class PieceBuilder : public Events {
  public:
-  PieceBuilder(Cursor& cursor, const JsonPieces& pieces) : Events(cursor), pieces_(pieces) {}
+  PieceBuilder(Cursor& cursor, const JsonPieces& pieces) : Events(cursor), pieces_(pieces) {
+    if (!pieces.quick) return;
+    cursor.setSkipper([this](std::string_view text, Position position) {
+      const std::size_t taken = pieces_.quick(text, index_, position);
+      if (taken > 0) ++index_;
+      return taken;
+    });
+  }
 
   // The parser's events.
   bool null() { return value(nullptr); }
@@ -298,6 +364,8 @@ class PieceBuilder : public Events {
     const Json piece = std::exchange(piece_, Json());
     if (inStreamed_) {
       pieces_.element(piece, index_++, begin_);
+      // After a number, the parser has read the comma already.
+      if (piece.is_structured()) cursor_.expectComma();
     } else if (inDocument_) {
       pieces_.member(member_, piece);
     } else {

@@ -4,6 +4,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <filesystem>
 #include <functional>
@@ -403,6 +404,61 @@ ReadStep readStep(const Field& field, std::int64_t before) {
   return {{at, *action}, kind};
 }
 
+/// Reads the step `{"at": 12, "axes": [0, 1, 0, 0, 0, 0]},` as it is usually written: most steps of
+/// a long scenario are samples. Everything else, also what is wrong, is left to the parser.
+class SampleReader {
+ public:
+  explicit SampleReader(std::string_view text) : text_(text) {}
+
+  /// The number of bytes with the comma; 0 if the text does not begin with such a step.
+  std::size_t read(Step& step) {
+    DeviceMessage message = plainMessage();
+    bool good = take('{') && takeKey("at") && takeNumber(step.at) && take(',') && takeKey("axes") &&
+                take('[');
+    for (std::size_t i = 0; good && i < message.axes.size(); ++i) {
+      good = (i == 0 || take(',')) && takeNumber(message.axes[i]);
+    }
+    if (!good || !take(']') || !take('}') || !take(',')) return 0;
+    step.action = MessageStep{message};
+    return at_;
+  }
+
+ private:
+  bool take(char wanted) {
+    while (at_ < text_.size() && isBlank(text_[at_])) ++at_;
+    if (at_ >= text_.size() || text_[at_] != wanted) return false;
+    ++at_;
+    return true;
+  }
+
+  bool takeKey(std::string_view name) {
+    if (!take('"') || !text_.substr(at_).starts_with(name)) return false;
+    at_ += name.size();
+    return take('"') && take(':');
+  }
+
+  /// A whole number of few digits, without the forms that JSON does not know.
+  template <class Number>
+  bool takeNumber(Number& number) {
+    while (at_ < text_.size() && isBlank(text_[at_])) ++at_;
+    const char* const begin = text_.data() + at_;
+    const char* const end = text_.data() + text_.size();
+    const auto [stop, error] = std::from_chars(begin, end, number);
+    const bool plain = error == std::errc() && stop < end &&
+                       std::string_view(" \t\n\r,]").find(*stop) != std::string_view::npos;
+    const char* const digits = *begin == '-' ? begin + 1 : begin;
+    const bool leadingZero = *digits == '0' && (stop - digits > 1 || digits != begin);
+    if (!plain || leadingZero) return false;
+    at_ += static_cast<std::size_t>(stop - begin);
+    return true;
+  }
+
+  static bool isBlank(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; }
+
+  std::string_view text_;
+  std::size_t at_ = 0;
+};
+
 using StepReceiver = std::function<void(const Step&, const StepPlace&)>;
 
 /// Reads the document once: the steps go to `take`, everything else to `scenario`. Names of action
@@ -432,6 +488,15 @@ void readDocument(const ByteSource& source, const std::filesystem::path& folder,
     const ReadStep read = readStep(Field(value, fmt::format("/steps/{}", index)), before);
     before = read.step.at;
     take(read.step, {index, position, read.kind});
+  };
+  Step sample;
+  pieces.quick = [&](std::string_view text, std::uint64_t index, Position position) {
+    const std::size_t size = SampleReader(text).read(sample);
+    const bool good = size > 0 && sample.at >= before && sample.at <= kLastMillisecond;
+    if (!good) return std::size_t{0};
+    before = sample.at;
+    take(sample, {index, position, "axes"});
+    return size;
   };
   readJson(source, pieces);
 }

@@ -111,6 +111,48 @@ TEST(JsonStream, PassesOnAnElementBeforeTheNextIsRead) {
   EXPECT_GE(read, 3000000U);
 }
 
+/// Which elements were taken straight from the text ("q") and which were parsed ("p"), each with
+/// its index and its place.
+std::vector<std::string> takenFrom(const std::string& text) {
+  std::vector<std::string> lines;
+  JsonPieces pieces;
+  pieces.streamed = "steps";
+  pieces.member = [](const std::string&, const Json&) {};
+  pieces.document = [](const Json&) {};
+  pieces.element = [&](const Json&, std::uint64_t index, Position position) {
+    lines.push_back("p" + std::to_string(index) + "@" + at(position));
+  };
+  pieces.quick = [&](std::string_view rest, std::uint64_t index, Position position) {
+    if (!rest.starts_with("[7],")) return std::size_t{0};
+    lines.push_back("q" + std::to_string(index) + "@" + at(position));
+    return std::size_t{4};
+  };
+  readJson(TextSource(text), pieces);
+  return lines;
+}
+
+TEST(JsonStream, LetsElementsBeTakenStraightFromTheText) {
+  EXPECT_THAT(
+      takenFrom("{\"steps\": [[7], [7],[7],\n\n  [7], [8], [7], [7]], \"a\": [[7], [7], [7]]}"),
+      testing::ElementsAre("p0@1:12", "q1@1:17", "q2@1:21", "q3@3:3", "p4@3:8", "q5@3:13",
+                           "p6@3:18"));
+  EXPECT_THAT(takenFrom(R"({"steps": [7, {"a": 1, "b": [[7], [7]]}, [7], {}]})"),
+              testing::ElementsAre("p0@1:12", "p1@1:15", "q2@1:42", "p3@1:47"));
+}
+
+TEST(JsonStream, TakesElementsAcrossTheEndsOfItsBuffer) {
+  std::string text = "{\"steps\": [[7]";
+  constexpr std::size_t kCount = 40000;
+  for (std::size_t i = 1; i < kCount; ++i) text += ",\n" + std::string(i % 7, ' ') + "[7]";
+  const std::vector<std::string> taken = takenFrom(text + "]}");
+  ASSERT_EQ(taken.size(), kCount);
+  for (std::size_t i = 1; i < kCount; ++i) {
+    const std::string place = std::to_string(i + 1) + ":" + std::to_string(i % 7 + 1);
+    const std::string way = i + 1 < kCount ? "q" : "p";
+    ASSERT_EQ(taken[i], way + std::to_string(i) + "@" + place);
+  }
+}
+
 TEST(JsonStream, CountsCharactersAndNotBytesInAColumn) {
   EXPECT_EQ(faultOf("{\"\u00e4\u65e5\": x}"), faultOf("{\"ab\": x}"));
   EXPECT_EQ(faultOf("{\"ab\": x}").substr(0, 4), "1:8 ");

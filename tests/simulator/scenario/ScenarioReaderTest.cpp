@@ -47,6 +47,57 @@ TEST_F(ScenarioReader, SeesAFileThatHasBecomeFaulty) {
   EXPECT_THROW(file.eachStep([](const Step&, const StepPlace&) {}), BadScenario);
 }
 
+/// Steps and their places, or the fault.
+std::string readingOf(const std::string& steps) {
+  std::string text;
+  try {
+    const Scenario scenario = parseScenario("{\"steps\": [" + steps + "]}", "s");
+    for (const Step& step : scenario.steps) {
+      text += std::to_string(step.at);
+      const auto* sample = std::get_if<MessageStep>(&step.action);
+      if (sample == nullptr) continue;
+      for (const auto axis : sample->message.axes) text += " " + std::to_string(axis);
+      text += ";";
+    }
+  } catch (const BadScenario& bad) {
+    return bad.what();
+  }
+  return text;
+}
+
+TEST(ScenarioReaderSamples, AreReadAlikeInEveryForm) {
+  const std::string first = R"({"at": 5, "axes": [0, 0, 0, 0, 0, 0]},)";
+  const std::string last = R"({"at": 99, "axes": [0, 0, 0, 0, 0, 0]})";
+  const auto reading = [&](const std::string& sample) { return readingOf(first + sample + last); };
+  const std::string read = reading(R"({"at": 7, "axes": [1, -2, 32767, -32768, 0, 6]},)");
+  EXPECT_EQ(read, "5 0 0 0 0 0 0;7 1 -2 32767 -32768 0 6;99 0 0 0 0 0 0;");
+  EXPECT_EQ(reading(R"({"axes": [1, -2, 32767, -32768, 0, 6], "at": 7},)"), read);
+  EXPECT_EQ(reading("\n { \"at\"\t:7,\"axes\" :[1 ,-2,32767,-32768,0,6\n] }\r\n,"), read);
+  EXPECT_EQ(reading(R"({"at": 7.0, "axes": [1, -2, 32767, -32768, -0, 6e0]},)"), read);
+}
+
+TEST(ScenarioReaderSamples, HaveTheFaultsOfEveryOtherStep) {
+  // The last step is always left to the parser.
+  const auto fault = [](const std::string& sample) {
+    const std::string before = R"({"at": 5, "axes": [0, 0, 0, 0, 0, 0]},)" + sample;
+    const std::string reading = readingOf(before + "," + R"({"axes": [0, 0, 0, 0, 0, 0]})");
+    EXPECT_EQ(reading, readingOf(before));
+    return reading;
+  };
+  EXPECT_EQ(fault(R"({"at": 4, "axes": [1, 2, 3, 4, 5, 6]})"),
+            "s:1:57: /steps/1/at: must not be less than 5, that of the step before");
+  EXPECT_EQ(fault(R"({"at": 05, "axes": [1, 2, 3, 4, 5, 6]})").substr(0, 7), "s:1:59:");
+  EXPECT_EQ(fault(R"({"at": 7, "axes": [1, 2, 3, 4, 5, -01]})").substr(0, 7), "s:1:87:");
+  EXPECT_EQ(fault(R"({"at": 7, "axes": [1, 2, 3, 4, 5, 32768]})"),
+            "s:1:84: /steps/1/axes/5: must be from -32768 to 32767");
+  EXPECT_EQ(fault(R"({"at": 7, "axes": [1, 2, 3, 4, 5]})"),
+            "s:1:68: /steps/1/axes: must be six integers");
+  EXPECT_EQ(fault(R"({"at": 7, "axes": [1, 2, 3, 4, 5, 6], "at": 8})"),
+            "s:1:88: the key \"at\" stands twice in one object");
+  EXPECT_EQ(fault(R"({"at": 9223372036855, "axes": [1, 2, 3, 4, 5, 6]})"),
+            "s:1:57: /steps/1/at: must be from 0 to 9223372036854");
+}
+
 TEST_F(ScenarioReader, NotesAnUnknownNameOnceAndTenAtMost) {
   std::string steps;
   for (int i = 0; i < 30; ++i) {
