@@ -122,7 +122,7 @@ class Performance {
   };
 
   void load() {
-    theLog().setSink([this](const Json& line) { logged(line); });
+    theLog().setSink([this](const LogLine& line) { logged(line); });
     theLog().setPrelude([this] { capture_.drain([this](const auto& text) { printed(text); }); });
     watchModule(std::filesystem::absolute(plugin_).string());
     channel_.reach({.phase = Milestone::kLoading});
@@ -165,12 +165,16 @@ class Performance {
     theLog().setSink({});
   }
 
-  void logged(const Json& line) {
-    summary_.line(line);
+  void logged(const LogLine& line) {
+    // Most lines are those of posted samples, of which the summary learns from the player.
+    const bool isPostedSample = line.what() == "posted" && !line.has(R"("class":"keyb")");
+    if (!isPostedSample) summary_.line(line);
     if (forms_.text) channel_.send(kTextLine, logText(line, forms_.isColoured));
     if (!forms_.json) return;
-    // The plug-in may print invalid UTF-8.
-    channel_.send(kLogLine, line.dump(-1, ' ', false, Json::error_handler_t::replace) + '\n');
+    logLine_.clear();
+    line.appendTo(logLine_);
+    logLine_ += '\n';
+    channel_.send(kLogLine, logLine_);
   }
 
   void printed(const std::string& text) {
@@ -181,6 +185,7 @@ class Performance {
   const TemporaryHome& home_;
   const std::string& plugin_;
   LogForms forms_;
+  std::string logLine_;
   Channel& channel_;
   OutputCapture capture_;
   Summary summary_;

@@ -16,6 +16,16 @@ thread_local bool inPrelude = false;
 
 }  // namespace
 
+void LogLine::appendTo(std::string& text) const {
+  if (object_ == nullptr) {
+    text += text_;
+  } else {
+    appendJson(text, *object_);
+  }
+}
+
+Json LogLine::json() const { return object_ == nullptr ? Json::parse(text_) : *object_; }
+
 void Log::setSink(Sink sink) {
   const std::lock_guard lock(mutex_);
   enabled_ = static_cast<bool>(sink);
@@ -27,17 +37,39 @@ void Log::setPrelude(std::function<void()> prelude) {
   prelude_ = std::move(prelude);
 }
 
-void Log::write(std::string_view what, Json fields) {
+void Log::runPrelude() {
+  if (!prelude_ || inPrelude) return;
+  inPrelude = true;
+  prelude_();
+  inPrelude = false;
+}
+
+void Log::write(std::string_view what, std::initializer_list<LogField> fields) {
   if (!enabled()) return;
-  if (prelude_ && !inPrelude) {
-    inPrelude = true;
-    prelude_();
-    inPrelude = false;
-  }
-  Json line = {{"t", now()}, {"what", what}};
-  if (fields.is_object()) line.update(fields);
+  runPrelude();
   const std::lock_guard lock(mutex_);
-  if (sink_) sink_(line);
+  if (!sink_) return;
+  text_ = "{\"t\":";
+  appendJson(text_, now());
+  text_ += ",\"what\":";
+  appendJson(text_, what);
+  for (const LogField& field : fields) {
+    text_ += ',';
+    appendJson(text_, field.name);
+    text_ += ':';
+    field.value.appendTo(text_);
+  }
+  text_ += '}';
+  sink_({what, std::string_view(text_)});
+}
+
+void Log::writeObject(std::string_view what, const Json& fields) {
+  if (!enabled()) return;
+  runPrelude();
+  Json line = {{"t", now()}, {"what", what}};
+  line.update(fields);
+  const std::lock_guard lock(mutex_);
+  if (sink_) sink_({what, line});
 }
 
 void Log::misuse(const std::string& text) {

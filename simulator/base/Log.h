@@ -4,19 +4,50 @@
 #include <atomic>
 #include <cstdint>
 #include <functional>
+#include <initializer_list>
 #include <mutex>
 #include <string>
 #include <string_view>
 
-#include "simulator/base/Json.h"
+#include "simulator/base/JsonText.h"
 
 namespace simulator {
+
+/// A member of a line, after `t` and `what`.
+struct LogField {
+  std::string_view name;
+  JsonValue value;
+};
+
+/// A line on its way to the sink, which must not keep it.
+class LogLine {
+ public:
+  LogLine(std::string_view what, std::string_view text) : what_(what), text_(text) {}
+  LogLine(std::string_view what, const Json& object) : what_(what), object_(&object) {}
+
+  std::string_view what() const { return what_; }
+
+  /// Whether a line that was written with fields has this member, given as JSON text without white
+  /// space: "class":"keyb".
+  bool has(std::string_view member) const { return text_.find(member) != text_.npos; }
+
+  /// Appends the line as JSON text, without an end of line.
+  void appendTo(std::string& text) const;
+
+  Json json() const;
+  operator Json() const { return json(); }
+
+ private:
+  std::string_view what_;
+  std::string_view text_;
+  const Json* object_ = nullptr;  ///< null: the line is in `text_`
+};
 
 /// Passes lines to a sink in the order in which they are written. Lines written by several threads
 /// do not interleave. [any-thread]
 class Log {
  public:
-  using Sink = std::function<void(const Json& line)>;
+  using Sink = std::function<void(const LogLine& line)>;
 
   /// Sends every later line to `sink`; an empty function silences the log.
   void setSink(Sink sink);
@@ -28,9 +59,11 @@ class Log {
   /// False if no sink is set; callers can then skip building fields.
   bool enabled() const { return enabled_.load(std::memory_order_relaxed); }
 
-  /// Writes one line: `t` (virtual milliseconds), `what`, then the members of `fields`, which is an
-  /// object or null.
-  void write(std::string_view what, Json fields = nullptr);
+  /// Writes one line: `t` (virtual milliseconds), `what`, then the fields.
+  void write(std::string_view what, std::initializer_list<LogField> fields);
+
+  /// The same with the members of an object.
+  void writeObject(std::string_view what, const Json& fields);
 
   /// Counts a misuse of the host or the platform by the plug-in and writes a line about it. Misuses
   /// are counted even if no sink is set.
@@ -42,8 +75,11 @@ class Log {
   void setNow(std::int64_t milliseconds) { now_.store(milliseconds); }
 
  private:
+  void runPrelude();
+
   std::mutex mutex_;
   Sink sink_;
+  std::string text_;  ///< of the line that is being written
   std::function<void()> prelude_;
   std::atomic<bool> enabled_{false};
   std::atomic<int> misuses_{0};

@@ -133,8 +133,8 @@ void DocumentView::reacted() {
   }
   const auto diameter = theHost().brush();
   theLog().write("view", {{"zoom", zoom},
-                          {"origin", {origin.x, origin.y}},
-                          {"brush", diameter ? Json(*diameter) : Json(nullptr)}});
+                          {"origin", jsonList(std::array{origin.x, origin.y})},
+                          {"brush", diameter ? JsonValue(*diameter) : nullptr}});
 }
 
 DocumentView& theDocumentView() {

@@ -281,11 +281,18 @@ EventRef EventManager::takeNext() {
   return event;
 }
 
-Json EventManager::parametersAsJson(const Event& event) {
-  Json list = Json::array();
+JsonText EventManager::parametersText(const Event& event) {
+  JsonText list{"["};
   for (const EventParameter& parameter : event.parameters) {
-    list.push_back({idText(parameter.name), idText(parameter.type), valueAsJson(parameter)});
+    list.text += list.text.size() == 1 ? "[" : ",[";
+    appendJson(list.text, idText(parameter.name));
+    list.text += ',';
+    appendJson(list.text, idText(parameter.type));
+    list.text += ',';
+    appendValue(list.text, parameter);
+    list.text += ']';
   }
+  list.text += ']';
   return list;
 }
 
@@ -294,7 +301,7 @@ void EventManager::logPosted(const Event& event, EventPriority priority) {
   theLog().write("posted", {{"class", idText(event.eventClass)},
                             {"kind", event.kind},
                             {"priority", priority},
-                            {"parameters", parametersAsJson(event)}});
+                            {"parameters", parametersText(event)}});
 }
 
 EventManager& theEventManager() {

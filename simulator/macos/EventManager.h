@@ -126,7 +126,7 @@ class EventManager {
   bool isInstalled(EventHandlerRef ref);
   bool isInstalledForAny(EventHandlerUPP function, std::span<const EventTypeSpec> types) const;
   EventRef takeNext();
-  Json parametersAsJson(const Event& event);
+  static JsonText parametersText(const Event& event);
   void logPosted(const Event& event, EventPriority priority);
 
   std::mutex mutex_;

@@ -61,9 +61,9 @@ std::optional<ParameterBytes> integerBytes(std::int64_t value, EventParamType ty
   }
 }
 
-Json textAsJson(std::span<const std::byte> bytes) {
-  if (bytes.size() == 1) return std::to_integer<int>(bytes[0]);
-  return std::string(reinterpret_cast<const char*>(bytes.data()), bytes.size());
+void appendText(std::string& to, std::span<const std::byte> bytes) {
+  if (bytes.size() == 1) return appendJson(to, std::to_integer<std::int64_t>(bytes[0]));
+  appendJson(to, std::string_view(reinterpret_cast<const char*>(bytes.data()), bytes.size()));
 }
 
 }  // namespace
@@ -89,10 +89,10 @@ std::optional<EventParameter> converted(const EventParameter& parameter, EventPa
   return EventParameter{parameter.name, wanted, *bytes};
 }
 
-Json valueAsJson(const EventParameter& parameter) {
-  if (parameter.type == typeChar) return textAsJson(parameter.bytes.view());
+void appendValue(std::string& to, const EventParameter& parameter) {
+  if (parameter.type == typeChar) return appendText(to, parameter.bytes.view());
   const auto value = integerOf(parameter);
-  return value ? Json(*value) : Json(nullptr);
+  value ? appendJson(to, *value) : appendJson(to, Json(nullptr));
 }
 
 }  // namespace simulator

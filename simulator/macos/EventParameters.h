@@ -37,7 +37,8 @@ struct EventParameter {
 /// cannot be converted.
 std::optional<EventParameter> converted(const EventParameter& parameter, EventParamType wanted);
 
-/// For the log: an integer or a single character as a number, longer text as text, else null.
-Json valueAsJson(const EventParameter& parameter);
+/// Appends the value for the log, as JSON text: an integer or a single character as a number,
+/// longer text as text, else null.
+void appendValue(std::string& to, const EventParameter& parameter);
 
 }  // namespace simulator

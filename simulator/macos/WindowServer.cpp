@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <array>
 
 namespace simulator {
 
@@ -146,9 +147,9 @@ void WindowServer::post(CGEventTapLocation tap, const SynthesizedEvent& event) {
   } else {
     const auto& wheel = std::get<WheelEvent>(event.input);
     theLog().write("wheel", {{"units", wheel.units},
-                             {"wheels", wheel.wheels},
+                             {"wheels", jsonList(wheel.wheels)},
                              {"flags", event.flags},
-                             {"location", {event.location.x, event.location.y}},
+                             {"location", jsonList(std::array{event.location.x, event.location.y})},
                              {"type", event.type},
                              {"tap", tap}});
   }

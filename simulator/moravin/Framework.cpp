@@ -9,7 +9,7 @@ namespace {
 
 constexpr std::uint32_t kSimulatedProduct = 1;
 
-Json textOrNull(const char* text) { return text != nullptr ? Json(text) : Json(nullptr); }
+JsonValue textOrNull(const char* text) { return text != nullptr ? JsonValue(text) : nullptr; }
 
 }  // namespace
 

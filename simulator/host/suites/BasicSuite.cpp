@@ -19,7 +19,7 @@ int& holdsOf(const OfferedSuite& suite) {
 void logSuite(const char* what, const char* name, int32 version, SPErr result) {
   if (!theLog().enabled()) return;
   theLog().write("suite", {{"do", what},
-                           {"name", name ? Json(name) : Json(nullptr)},
+                           {"name", name ? JsonValue(name) : nullptr},
                            {"version", version},
                            {"result", result}});
 }

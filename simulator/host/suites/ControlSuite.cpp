@@ -32,7 +32,7 @@ void logGet(PIActionReference reference, OSErr result) {
   Json line = Json::object();
   line["reference"] = jsonOf(reference);
   line["result"] = result;
-  theLog().write("get", std::move(line));
+  theLog().writeObject("get", line);
 }
 
 ContainerPtr answer(Forms reference) {
@@ -76,7 +76,7 @@ void logStep(const PlayedStep& played) {
   line["recorded"] = {{"set", wellFormed(played.set.name)},
                       {"action", wellFormed(played.action.name)},
                       {"step", played.step + 1}};
-  theLog().write("play", std::move(line));
+  theLog().writeObject("play", line);
 }
 
 OSErr play(const char* procedure, PIActionDescriptor* result, DescriptorEventID event,
@@ -97,7 +97,7 @@ OSErr play(const char* procedure, PIActionDescriptor* result, DescriptorEventID 
                                   procedure);
   });
   line["result"] = error;
-  theLog().write("play", std::move(line));
+  theLog().writeObject("play", line);
   return error;
 }
 

@@ -1,0 +1,100 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+#include <string>
+#include <vector>
+
+#include "simulator/base/Log.h"
+
+namespace simulator {
+namespace {
+
+class LogText : public testing::Test {
+ protected:
+  LogText() {
+    theLog().setSink([this](const LogLine& line) {
+      line.appendTo(text_);
+      json_ = line;
+      what_ = line.what();
+    });
+  }
+  ~LogText() override { theLog().setSink({}); }
+
+  /// What `Json` makes of one field.
+  static std::string dumped(const Json& value) {
+    const Json line = {{"t", 0}, {"what", "x"}, {"field", value}};
+    return line.dump(-1, ' ', false, Json::error_handler_t::replace);
+  }
+
+  /// What the log makes of it.
+  std::string written(const JsonValue& value) {
+    text_.clear();
+    theLog().write("x", {{"field", value}});
+    return text_;
+  }
+
+  std::string text_;
+  std::string what_;
+  Json json_;
+};
+
+TEST_F(LogText, WritesFieldsInTheirOrderAfterTimeAndSubject) {
+  theLog().setNow(12);
+  theLog().write("wheel", {{"z", 1}, {"a", "b"}});
+  EXPECT_EQ(text_, R"({"t":12,"what":"wheel","z":1,"a":"b"})");
+  EXPECT_EQ(json_, Json::parse(text_));
+  EXPECT_EQ(what_, "wheel");
+  theLog().setNow(0);
+}
+
+TEST_F(LogText, WritesEveryValueAsJsonDoes) {
+  EXPECT_EQ(written(nullptr), dumped(nullptr));
+  EXPECT_EQ(written(true), dumped(true));
+  EXPECT_EQ(written(false), dumped(false));
+  for (const std::int64_t number :
+       {std::int64_t{0}, std::int64_t{-1}, std::numeric_limits<std::int64_t>::min(),
+        std::numeric_limits<std::int64_t>::max()}) {
+    EXPECT_EQ(written(number), dumped(number));
+  }
+  const std::uint64_t most = std::numeric_limits<std::uint64_t>::max();
+  EXPECT_EQ(written(most), dumped(most));
+  EXPECT_EQ(written(std::uint16_t{65535}), dumped(65535));
+  for (const double number : {0.0, -0.0, 1.0, 13.5, 0.1, 1e300, -2.5e-7, 123456789.125,
+                              std::nan(""), std::numeric_limits<double>::infinity()}) {
+    EXPECT_EQ(written(number), dumped(number));
+  }
+  const std::vector<std::string> texts = {"",
+                                          "plain",
+                                          "\"quoted\"",
+                                          "back\\slash",
+                                          std::string("\0\x01\x1F\x7F", 4),
+                                          "\u00E4\u4E16",
+                                          "\xFF broken \xC3",
+                                          "line\nbreak\t"};
+  for (const std::string& text : texts) EXPECT_EQ(written(text), dumped(text)) << text;
+  const Json nested = {{"list", {1, 2.5, "three"}}, {"none", nullptr}};
+  EXPECT_EQ(written(nested), dumped(nested));
+}
+
+TEST_F(LogText, WritesListsOfNumbers) {
+  EXPECT_EQ(written(jsonList(std::vector<int>{})), dumped(Json::array()));
+  EXPECT_EQ(written(jsonList(std::vector<int>{1, -2})), dumped({1, -2}));
+  EXPECT_EQ(written(jsonList(std::vector<double>{1, 2.5})), dumped({1.0, 2.5}));
+}
+
+TEST_F(LogText, WritesTheMembersOfAnObject) {
+  theLog().writeObject("play", {{"z", {1}}, {"a", "\xFF"}});
+  EXPECT_EQ(text_, "{\"t\":0,\"what\":\"play\",\"z\":[1],\"a\":\"\uFFFD\"}");
+  EXPECT_EQ(json_["z"], Json({1}));
+}
+
+TEST_F(LogText, RunsThePreludeBeforeEachLineButNotForItsOwn) {
+  theLog().setPrelude([] { theLog().write("printed", {}); });
+  theLog().write("a", {});
+  theLog().setPrelude({});
+  EXPECT_EQ(text_, R"({"t":0,"what":"printed"}{"t":0,"what":"a"})");
+}
+
+}  // namespace
+}  // namespace simulator
