@@ -77,6 +77,11 @@ void redirect(const std::string& file, int flags, int descriptor) {
     const rlimit limit = {size, size};
     setrlimit(RLIMIT_FSIZE, &limit);
   }
+  if (description.contains("dataLimit")) {
+    const rlim_t size = description["dataLimit"];
+    const rlimit limit = {size, size};
+    setrlimit(RLIMIT_DATA, &limit);
+  }
   execv(arguments[0], arguments.data());
   _exit(99);
 }

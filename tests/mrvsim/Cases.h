@@ -37,7 +37,8 @@ class CaseFolder {
 
 /// Starts mrvsim as a case says and returns its process. `standardOutput` and `standardError` are
 /// files. Fields: `files`, `arguments`, `environment` (null removes a variable), `input` (text for
-/// standard input), `closed` (descriptors), `stdout` (a file), `fileSizeLimit` (bytes).
+/// standard input), `closed` (descriptors), `stdout` (a file), `fileSizeLimit` (bytes),
+/// `dataLimit` (bytes of memory for the data of each process).
 pid_t start(const simulator::Json& description, const CaseFolder& folder);
 
 /// Waits for mrvsim and returns what it did. `status` is negative for a signal.
