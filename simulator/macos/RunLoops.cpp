@@ -16,9 +16,8 @@ thread_local std::shared_ptr<RunLoop> currentLoop;
 }  // namespace
 
 int Patience::looks() {
-  // About as long as it takes to wake a thread, so that two threads which both slept can get back
-  // to looking.
-  static const int number = std::thread::hardware_concurrency() > 1 ? 8000 : 0;
+  // For tens of microseconds: if the other thread shares the processor, looking keeps it from it.
+  static const int number = std::thread::hardware_concurrency() > 1 ? 1000 : 0;
   return number;
 }
 
