@@ -17,7 +17,7 @@ namespace simulator {
 
 namespace {
 
-void* open(const std::string& file, int flags) {
+void* openModule(const std::string& file, int flags) {
   void* library = dlopen(file.c_str(), flags);
   if (library == nullptr) throw std::runtime_error(dlerror());
   return library;
@@ -25,7 +25,7 @@ void* open(const std::string& file, int flags) {
 
 class SharedObject : public PluginModule {
  public:
-  explicit SharedObject(const std::string& file) : library_(open(file, RTLD_NOW | RTLD_LOCAL)) {
+  explicit SharedObject(const std::string& file) : library_(openModule(file, RTLD_NOW | RTLD_LOCAL)) {
     entry_ = reinterpret_cast<Entry>(dlsym(library_, "AutoPluginMain"));
     if (entry_ == nullptr) {
       dlclose(library_);
@@ -66,7 +66,7 @@ std::unique_ptr<PluginModule> loadPlugin(const std::string& file) {
   return std::make_unique<SharedObject>(std::filesystem::absolute(file).string());
 }
 
-void loadFramework(const std::string& file) { open(file, RTLD_NOW | RTLD_GLOBAL); }
+void loadFramework(const std::string& file) { openModule(file, RTLD_NOW | RTLD_GLOBAL); }
 
 std::string besideProgram(const std::string& name) {
   return std::filesystem::read_symlink("/proc/self/exe").replace_filename(name).string();
