@@ -25,7 +25,8 @@ void* openModule(const std::string& file, int flags) {
 
 class SharedObject : public PluginModule {
  public:
-  explicit SharedObject(const std::string& file) : library_(openModule(file, RTLD_NOW | RTLD_LOCAL)) {
+  explicit SharedObject(const std::string& file)
+      : library_(openModule(file, RTLD_NOW | RTLD_LOCAL)) {
     entry_ = reinterpret_cast<Entry>(dlsym(library_, "AutoPluginMain"));
     if (entry_ == nullptr) {
       dlclose(library_);

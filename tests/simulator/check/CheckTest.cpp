@@ -43,7 +43,7 @@ std::vector<Faulty> faultyPlugins() {
       {"weak-framework", macModule("NeedsFramework"), "not a weak one"},
       {"minimum-system", macModule("NeedsNewerSystem"), "needs macOS 11.0"},
       {"file-type", macModule("IsLibrary"), "is a dynamic library"},
-      {"run-paths", macModule("HasRunPath"), "looks for libraries in /Users/builder/work/lib"},
+      {"run-paths", macModule("HasRunPath"), "looks for libraries in /Users/builder/lib"},
       {"segment-rights", macModule("WritesCode"), "__TEXT is writable and executable"},
       {"signature", macModule("ExportsMore"), "is not signed"},
       {"whole-day", module("Crashes"),
