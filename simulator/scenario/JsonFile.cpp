@@ -2,6 +2,8 @@
 
 #include <fmt/format.h>
 
+#include <utility>
+
 #include "simulator/scenario/JsonStream.h"
 #include "simulator/scenario/Wording.h"
 
@@ -12,7 +14,7 @@ std::string readTextFile(const std::string& file) { return InputFile(file).text(
 Json parseJson(const std::string& text, const std::string& name) {
   Json document;
   JsonPieces pieces;
-  pieces.document = [&](const Json& whole) { document = whole; };
+  pieces.document = [&](Json whole) { document = std::move(whole); };
   try {
     readJson(TextSource(text), pieces);
   } catch (const JsonError& error) {

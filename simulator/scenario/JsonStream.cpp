@@ -361,7 +361,7 @@ class PieceBuilder : public Events {
   }
 
   void passOn() {
-    const Json piece = std::exchange(piece_, Json());
+    Json piece = std::exchange(piece_, Json());
     if (inStreamed_) {
       pieces_.element(piece, index_++, begin_);
       // After a number, the parser has read the comma already.
@@ -369,7 +369,7 @@ class PieceBuilder : public Events {
     } else if (inDocument_) {
       pieces_.member(member_, piece);
     } else {
-      pieces_.document(piece);
+      pieces_.document(std::move(piece));
     }
   }
 

@@ -45,7 +45,7 @@ struct JsonPieces {
   std::function<std::size_t(std::string_view text, std::uint64_t index, Position position)> quick;
   /// The document, if it is not an object; an empty list stands for any list. If `member` is not
   /// set, any document, whole.
-  std::function<void(const Json& value)> document;
+  std::function<void(Json value)> document;
 };
 
 /// Reads the document and passes on each piece when it is complete. Memory does not grow with the

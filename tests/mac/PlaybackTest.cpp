@@ -40,7 +40,7 @@ TEST(MacPlayback, FillsADeviceRecord) {
   EXPECT_EQ(state.client, 12);
   EXPECT_EQ(state.command, 2);
   EXPECT_EQ(state.value, 7u);
-  EXPECT_EQ(state.time, 3000000u);
+  EXPECT_EQ(std::uint64_t{state.time}, 3000000U);  // the record is packed
   EXPECT_TRUE(std::equal(message.axes.begin(), message.axes.end(), state.axis));
   EXPECT_EQ(state.button, 9);
 }
