@@ -51,6 +51,12 @@ build() {
   cmake --build --preset "$1" -- --quiet
 }
 
+# build_all PRESET [OPTION...]: the same for every target, also those that the preset leaves out.
+build_all() {
+  configure "$@"
+  cmake --build --preset "$1" --target all -- --quiet
+}
+
 # build_aloud PRESET [OPTION...]: the same, and says on standard error how far it is.
 build_aloud() {
   configure "$@"

@@ -60,8 +60,8 @@ TEST(Flights, TwistTheBrushSeveralTimesFarEnoughToBeSeen) {
   std::vector<double> sizes;
   std::istringstream log(run({MRVSIM, "play", kFolder + "flight.json"}).output);
   for (std::string text; std::getline(log, text);) {
-    const Json line = jsonOf(text);
-    if (line["what"] == "view") sizes.push_back(line["brush"]);
+    if (text.find(R"("what":"view")") == text.npos) continue;
+    sizes.push_back(jsonOf(text)["brush"]);
   }
   const std::vector<double> turns = turnsOf(sizes);
   EXPECT_GE(turns.size(), 6U);
