@@ -5,6 +5,9 @@
 #include <algorithm>
 #include <stdexcept>
 
+#include "actionfiles/ActionFileError.h"
+#include "actionfiles/ActionFileReader.h"
+#include "mrvsim/ActionInput.h"
 #include "mrvsim/DumpCommand.h"
 #include "mrvsim/ExitStatus.h"
 #include "mrvsim/Output.h"
@@ -32,11 +35,19 @@ void readDescriptor(const InputFile& input) {
   parseDescriptor(input.text(), input.name(), ids);
 }
 
+void readActions(const InputFile& input) {
+  ActionInput source(input);
+  actionfiles::ActionFileReader reader(source);
+  while (reader.nextAction() != nullptr) {
+  }
+}
+
 /// Reads the file; throws what is wrong with it.
 std::vector<std::string> notesOn(const std::string& file) {
   InputFile input(file);
-  if (!isDescriptor(input)) return ScenarioFile(std::move(input)).notes();
-  readDescriptor(input);
+  const bool areActions = isActionFile(file, input);
+  if (!areActions && !isDescriptor(input)) return ScenarioFile(std::move(input)).notes();
+  areActions ? readActions(input) : readDescriptor(input);
   return {};
 }
 
@@ -62,6 +73,8 @@ int runValidate(const std::vector<std::string>& files) {
     } catch (const BadJsonFile& error) {
       fault(error, kFoundFaults);
     } catch (const BadScenario& error) {
+      fault(error, kFoundFaults);
+    } catch (const actionfiles::ActionFileError& error) {
       fault(error, kFoundFaults);
     } catch (const BadInput& error) {
       fault(error, kNotDone);
