@@ -182,9 +182,10 @@ void addCheck(CLI::App& app, Command& action) {
 
 void addValidate(CLI::App& app, Command& action) {
   auto files = std::make_shared<std::vector<std::string>>();
-  CLI::App* validate =
-      app.add_subcommand("validate", "Read scenarios, descriptors and action files without playing them");
-  validate->add_option("FILE", *files, "Scenarios, descriptors (JSON) and action files (.atn)")->required();
+  CLI::App* validate = app.add_subcommand(
+      "validate", "Read scenarios, descriptors and action files without playing them");
+  validate->add_option("FILE", *files, "Scenarios, descriptors (JSON) and action files (.atn)")
+      ->required();
   validate->callback([files, &action] { action = [files] { return runValidate(*files); }; });
 }
 

@@ -217,10 +217,16 @@ void Output::appendToFile() {
     writeWaiting();
     checkedClose();
   } catch (...) {
-    const bool stays = truncate(target_.c_str(), before.st_size) == 0;
-    if (isNew_ && before.st_size == 0 && stays) unlink(target_.c_str());
+    takeBack(before.st_size);
     throw;
   }
+}
+
+/// Restores the file to its size before.
+void Output::takeBack(off_t size) const {
+  const bool isEmptied = isNew_ && size == 0;
+  const int result = isEmptied ? unlink(target_.c_str()) : truncate(target_.c_str(), size);
+  if (result != 0) fail(errno, "a part was written that cannot be taken back");
 }
 
 void takeStandardDescriptors() {

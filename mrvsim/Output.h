@@ -61,6 +61,7 @@ class Output {
   void writeHeld();
   void replaceFile();
   void appendToFile();
+  void takeBack(off_t size) const;
   void writeWaiting();
   void writeAll(std::string_view text);
   bool isAppended() const { return mode_ == Mode::kAppend && !target_.empty(); }

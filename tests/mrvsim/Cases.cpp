@@ -94,11 +94,9 @@ CaseFolder::CaseFolder() {
 }
 
 std::vector<std::pair<std::string, std::string>> CaseFolder::names() const {
-  return {{"{dir}", folder_.file("dir")},
-          {"{tmp}", temporary()},
-          {"{scenarios}", MRV_SCENARIOS},
-          {"{plugin}", MODULE},
-          {"{misbehaves}", MISBEHAVES}};
+  return {{"{dir}", folder_.file("dir")}, {"{tmp}", temporary()},
+          {"{scenarios}", MRV_SCENARIOS}, {"{plugin}", MODULE},
+          {"{misbehaves}", MISBEHAVES},   {"{failingcalls}", FAILING_CALLS}};
 }
 
 std::string CaseFolder::expanded(std::string text) const {

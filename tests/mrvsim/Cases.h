@@ -13,7 +13,8 @@ namespace testing_support {
 
 /// The folders and files of one run. In the texts of a case, {dir} stands for its folder,
 /// {tmp} for that of temporary files, {scenarios} for that of the project's scenarios, {plugin} for
-/// the shipped module and {misbehaves} for the one that misbehaves.
+/// the shipped module, {misbehaves} for the one that misbehaves, and {failingcalls} for the library
+/// that makes calls of the C library fail.
 class CaseFolder {
  public:
   CaseFolder();

@@ -61,12 +61,11 @@ TEST_P(PlayerLog, MatchesTheExpectedLog) {
   EXPECT_EQ(log, testing_support::readFile(path(".expected.jsonl")));
 }
 
-INSTANTIATE_TEST_SUITE_P(, PlayerLog, testing::ValuesIn(scenariosWithLog()),
-                         [](const auto& test) {
-                           std::string name = test.param;
-                           std::replace(name.begin(), name.end(), '-', '_');
-                           return name;
-                         });
+INSTANTIATE_TEST_SUITE_P(, PlayerLog, testing::ValuesIn(scenariosWithLog()), [](const auto& test) {
+  std::string name = test.param;
+  std::replace(name.begin(), name.end(), '-', '_');
+  return name;
+});
 
 TEST(PlayerLogs, AreKeptForAtLeastEighteenScenarios) { EXPECT_GE(scenariosWithLog().size(), 18U); }
 
