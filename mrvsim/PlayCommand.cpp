@@ -3,6 +3,7 @@
 #include <cxxabi.h>
 #include <fcntl.h>
 #include <fmt/format.h>
+#include <sched.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -86,6 +87,18 @@ struct LogForms {
   bool isColoured = false;  ///< the text
 };
 
+/// Keeps this process and the threads that it starts on one processor. The main thread waits for
+/// the device's thread after every sample; to wake a thread on another processor takes several
+/// times as long as to switch to it. If the system refuses, playing takes longer.
+void stayOnThisProcessor() {
+  const int processor = sched_getcpu();
+  if (processor < 0 || processor >= CPU_SETSIZE) return;
+  cpu_set_t only;
+  CPU_ZERO(&only);
+  CPU_SET(processor, &only);
+  sched_setaffinity(0, sizeof only, &only);
+}
+
 /// Plays one scenario in the process that may crash.
 class Performance {
  public:
@@ -122,6 +135,7 @@ class Performance {
   };
 
   void load() {
+    stayOnThisProcessor();
     theLog().setSink([this](const LogLine& line) { logged(line); });
     theLog().setPrelude([this] { capture_.drain([this](const auto& text) { printed(text); }); });
     watchModule(std::filesystem::absolute(plugin_).string());

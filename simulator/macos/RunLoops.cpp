@@ -15,20 +15,6 @@ thread_local std::shared_ptr<RunLoop> currentLoop;
 
 }  // namespace
 
-int Patience::looks() {
-  // For tens of microseconds: if the other thread shares the processor, looking keeps it from it.
-  static const int number = std::thread::hardware_concurrency() > 1 ? 1000 : 0;
-  return number;
-}
-
-void Patience::pause() {
-#if defined(__x86_64__)
-  __builtin_ia32_pause();
-#else
-  std::this_thread::yield();
-#endif
-}
-
 // All loops share the lock of `Threads`, because waitUntilIdle depends on every loop.
 
 void RunLoop::perform(std::function<void()> work) {
@@ -37,7 +23,6 @@ void RunLoop::perform(std::function<void()> work) {
     const std::lock_guard lock(threads.mutex_);
     if (waiting_ && isTask_ && work_.empty()) ++threads.busy_;
     work_.push_back(std::move(work));
-    hasWork_ = true;
   }
   // Without the lock, for which the woken thread would have to sleep again.
   wake_.notify_one();
@@ -47,7 +32,6 @@ void RunLoop::finishWork(std::unique_lock<std::mutex>& lock) {
   while (!work_.empty()) {
     const auto work = std::move(work_.front());
     work_.pop_front();
-    hasWork_ = !work_.empty();
     lock.unlock();
     work();
     lock.lock();
@@ -66,7 +50,6 @@ void RunLoop::run(double seconds) {
     if (isTask_) --threads.busy_;
     lock.unlock();
     threads.idle_.notify_all();
-    if (isTask_) patience_.awaits([this] { return hasWork_.load(); });
     lock.lock();
     const auto hasWork = [this] { return !work_.empty(); };
     bool woken = true;
@@ -131,7 +114,6 @@ void Threads::waitAtStart() {
 }
 
 void Threads::waitUntilIdle() {
-  if (patience_.awaits([this] { return busy_ == 0; })) return;
   std::unique_lock lock(mutex_);
   idle_.wait(lock, [this] { return busy_ == 0; });
 }

@@ -3,52 +3,14 @@
 
 #include <CoreServices/CoreServices.h>
 
-#include <algorithm>
-#include <atomic>
 #include <condition_variable>
 #include <deque>
 #include <functional>
 #include <memory>
 #include <mutex>
-#include <thread>
 #include <vector>
 
 namespace simulator {
-
-/// A wait that looks for a moment before it sleeps: to sleep and be woken takes many times as long
-/// as a short piece of work on another processor. If looking is in vain, because the other thread
-/// does not run, the next waits sleep at once: more and more of them, until looking helps again.
-/// [one thread at a time]
-class Patience {
- public:
-  /// Whether `isReady`, which is called without any lock, became true in that moment.
-  template <class Condition>
-  bool awaits(Condition isReady) {
-    if (skip_ > 0) {
-      --skip_;
-      return isReady();
-    }
-    for (int look = looks(); look > 0; --look) {
-      if (isReady()) {
-        inVain_ = std::max(inVain_ - 1, 0);
-        return true;
-      }
-      pause();
-    }
-    inVain_ = std::min(inVain_ + 1, kMostInVain);
-    skip_ = (1 << inVain_) - 1;
-    return false;
-  }
-
- private:
-  static constexpr int kMostInVain = 10;
-  /// How often to look; 0 if there is only one processor.
-  static int looks();
-  static void pause();
-
-  int inVain_ = 0;  ///< moments in a row that were in vain
-  int skip_ = 0;    ///< waits that do without looking
-};
 
 /// The event loop of one thread: runs queued functions one after another.
 class RunLoop {
@@ -64,9 +26,7 @@ class RunLoop {
   void finishWork(std::unique_lock<std::mutex>& lock);
 
   std::deque<std::function<void()>> work_;
-  std::atomic<bool> hasWork_{false};  ///< as `work_` says, for looking without the lock
   std::condition_variable wake_;
-  Patience patience_;
   bool waiting_ = false;
   bool isTask_ = false;
 };
@@ -108,8 +68,7 @@ class Threads {
   std::condition_variable idle_;
   std::condition_variable released_;
   bool held_ = false;
-  Patience patience_;
-  std::atomic<int> busy_{0};  ///< threads that have neither ended nor wait in their event loop
+  int busy_ = 0;  ///< threads that have neither ended nor wait in their event loop
   int started_ = 0;
 };
 

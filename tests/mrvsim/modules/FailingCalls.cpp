@@ -1,5 +1,5 @@
-// To be preloaded: the C library's calls that MRV_FAILING names (close, rename, truncate, unlink, write) fail on
-// files in the folder MRV_FAILING_IN. A failing write takes half of the bytes first.
+// To be preloaded: the C library's calls that MRV_FAILING names (close, rename, truncate, unlink,
+// write) fail on files in the folder MRV_FAILING_IN. A failing write takes half of the bytes first.
 #include <fcntl.h>
 #include <sys/syscall.h>
 #include <unistd.h>
