@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cctype>
 #include <cstdlib>
+#include <numeric>
 
 #include "simulator/scenario/Wording.h"
 
@@ -17,8 +18,6 @@ namespace {
 constexpr std::size_t kMostMisusesShown = 5;
 constexpr double kPercent = 100;
 constexpr double kZoomAtTheStart = 100;
-
-std::int64_t squared(std::int16_t value) { return std::int64_t{value} * value; }
 
 /// The value of a parameter of a posted event; 0 if it has none of that name.
 std::uint64_t parameterOf(const Json& event, const char* name) {
@@ -52,17 +51,6 @@ void Summary::Range::take(double value) {
   last = value;
 }
 
-/// The device's second translation zooms, the rotation about it twists, the other translations pan.
-Summary::Kind Summary::kindOf(const DeviceMessage& message) {
-  const auto& axes = message.axes;
-  const std::int64_t zoom = squared(axes[1]);
-  const std::int64_t twist = squared(axes[4]);
-  const std::int64_t pan = std::max(squared(axes[0]), squared(axes[2]));
-  if (zoom == 0 && twist == 0 && pan == 0) return kRest;
-  if (twist > zoom && twist > pan) return kBrush;
-  return zoom > twist && zoom > pan ? kZoom : kPan;
-}
-
 void Summary::message(const DeviceMessage& message, bool active, bool pending) {
   now_ = theLog().now();
   timeline_.reach(now_);
@@ -74,17 +62,16 @@ void Summary::message(const DeviceMessage& message, bool active, bool pending) {
   lastSample_ = now_;
   // In the background the plug-in passes every sample on as one at rest.
   if (!active) ++inBackground_;
-  sample(active ? kindOf(message) : kRest, pending);
-  if (active) ++samples_[kindOf(message)];
+  const MotionKind kind = active ? motionKind(message.axes) : MotionKind::kRest;
+  sample(kind, pending);
+  if (active) ++samples_[index(kind)];
 }
 
-/// Mirrors the plug-in's pacing: after a tick it drops samples until the redraw, 51 at most.
-void Summary::sample(Kind kind, bool pending) {
-  constexpr int kLongestCount = 50;
-  if (kind == kBrush || (wait_ == 0 && !pending)) return;
-  if (kind != kRest) ++dropped_;
-  wait_ = wait_ <= kLongestCount ? wait_ + 1 : 0;
-  if (wait_ == 0) endWait();
+/// Mirrors the plug-in's pacing: after a tick it drops samples until the redraw.
+void Summary::sample(MotionKind kind, bool pending) {
+  if (kind == MotionKind::kTwist || (wait_.value() == 0 && !pending)) return;
+  if (kind != MotionKind::kRest) ++dropped_;
+  if (wait_.drop()) endWait();
 }
 
 void Summary::redrawn() {
@@ -98,7 +85,7 @@ void Summary::endWait() {
     timeline_.addSpan(Timeline::kWaiting, *waitingSince_, now_);
   }
   waitingSince_.reset();
-  wait_ = 0;
+  wait_.end();
 }
 
 void Summary::line(const Json& line) {
@@ -132,8 +119,7 @@ void Summary::wheel(int vertical, bool sideways) {
     ++(sideways ? horizontal_ : vertical_);
     timeline_.add(Timeline::kPan, now_);
   }
-  if (wait_ != 0) return;
-  wait_ = 1;
+  if (!wait_.begin()) return;
   waitingSince_ = now_;
   ++waits_;
 }
@@ -182,7 +168,7 @@ void Summary::brushSize(double size) {
 }
 
 std::uint64_t Summary::sampleCount() const {
-  return samples_[kRest] + samples_[kBrush] + samples_[kZoom] + samples_[kPan] + inBackground_;
+  return std::accumulate(samples_.begin(), samples_.end(), inBackground_);
 }
 
 /// How long the device sent samples; whole seconds if it is long.
@@ -232,8 +218,9 @@ std::string Summary::whatWentWrong() const {
 
 std::string Summary::deviceLine() const {
   std::string text = fmt::format("{}: {} push or pull, {} slide, {} twist, {} at rest",
-                                 counted(sampleCount(), "sample"), samples_[kZoom], samples_[kPan],
-                                 samples_[kBrush], samples_[kRest]);
+                                 counted(sampleCount(), "sample"), samplesOf(MotionKind::kPush),
+                                 samplesOf(MotionKind::kSlide), samplesOf(MotionKind::kTwist),
+                                 samplesOf(MotionKind::kRest));
   text = summaryRow("Device", text);
   if (inBackground_ > 0) {
     text +=

@@ -1,6 +1,8 @@
 // Sums up a played scenario for people.
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <set>
@@ -9,6 +11,7 @@
 #include <vector>
 
 #include "simulator/base/Log.h"
+#include "simulator/scenario/Pacing.h"
 #include "simulator/scenario/Player.h"
 #include "simulator/scenario/Timeline.h"
 
@@ -34,7 +37,8 @@ class Summary : public PlayerObserver {
   std::string text() const;
 
  private:
-  enum Kind { kRest, kBrush, kZoom, kPan, kKinds };
+  static constexpr std::size_t kKinds = 4;
+  static std::size_t index(MotionKind kind) { return static_cast<std::size_t>(kind); }
 
   /// The least and the greatest value, and the last.
   struct Range {
@@ -42,10 +46,9 @@ class Summary : public PlayerObserver {
     void take(double value);
   };
 
-  static Kind kindOf(const DeviceMessage& message);
   static std::string rangeText(const Range& range, const char* unit);
 
-  void sample(Kind kind, bool pending);
+  void sample(MotionKind kind, bool pending);
   void wheel(int vertical, bool sideways);
   void brushKey(std::uint64_t key, bool down);
   void key(std::pair<bool, std::uint64_t> which, bool down);
@@ -55,6 +58,7 @@ class Summary : public PlayerObserver {
   void brushSize(double size);
   void endWait();
 
+  std::uint64_t samplesOf(MotionKind kind) const { return samples_[index(kind)]; }
   std::uint64_t sampleCount() const;
   std::string motionTime() const;
   std::string verdict() const;
@@ -68,7 +72,7 @@ class Summary : public PlayerObserver {
   std::string clickLine() const;
   std::string misuseLines() const;
 
-  std::uint64_t samples_[kKinds] = {};
+  std::array<std::uint64_t, kKinds> samples_ = {};
   std::uint64_t inBackground_ = 0;
   std::uint64_t otherMessages_ = 0;
   std::int64_t firstSample_ = 0, lastSample_ = 0;
@@ -81,7 +85,7 @@ class Summary : public PlayerObserver {
   std::string lostMotion_;
 
   std::uint64_t dropped_ = 0;
-  int wait_ = 0;  ///< 0: the next sample acts; otherwise the samples of the wait, counted from 1
+  WaitCounter wait_;
   std::optional<std::int64_t> waitingSince_;
   std::int64_t longestWait_ = 0;
   std::uint64_t waits_ = 0;
