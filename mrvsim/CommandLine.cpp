@@ -4,6 +4,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
 #include <memory>
@@ -15,6 +16,7 @@
 #include "mrvsim/ListCommand.h"
 #include "mrvsim/Output.h"
 #include "mrvsim/PlayCommand.h"
+#include "mrvsim/ReportCommand.h"
 #include "mrvsim/ValidateCommand.h"
 #include "mrvsim/Version.h"
 #include "simulator/scenario/Wording.h"
@@ -132,12 +134,25 @@ void addPlay(CLI::App& app, Command& action) {
                  "Print a summary; a log is then written only with --log");
   play->add_flag("--text", options->text,
                  "Print the log for people, a line for each event; in JSON only with --log");
+  addValue(*play, "--report", options->report,
+           "Write a page of HTML that shows what happened; a log is then written only with --log")
+      ->type_name(kFile);
   addTimeout(*play, options->timeout, "one step");
   play->footer(kPlayHelp);
   play->callback([options, &action] {
-    if (options->log.empty() && !options->summary && !options->text) options->log = "-";
+    const bool isShown = options->summary || options->text || !options->report.empty();
+    if (options->log.empty() && !isShown) options->log = "-";
     action = [options] { return runPlay(*options); };
   });
+}
+
+void addReport(CLI::App& app, Command& action) {
+  auto files = std::make_shared<std::array<std::string, 2>>();
+  CLI::App* report = app.add_subcommand("report", "Make the report of a log that was kept");
+  report->add_option("LOG", files->front(), "A log of mrvsim play")->required();
+  report->add_option("FILE", files->back(), "The file for the page of HTML")->required();
+  report->callback(
+      [files, &action] { action = [files] { return runReport(files->front(), files->back()); }; });
 }
 
 void addDump(CLI::App& app, Command& action) {
@@ -203,6 +218,7 @@ void addCommands(CLI::App& app, Command& action) {
   app.fallthrough(false);
   app.set_version_flag("--version", kVersion);
   addPlay(app, action);
+  addReport(app, action);
   addDump(app, action);
   addCheck(app, action);
   addValidate(app, action);

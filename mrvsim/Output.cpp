@@ -59,7 +59,7 @@ std::filesystem::path endOfLinks(std::filesystem::path path) {
     const std::filesystem::path next = std::filesystem::read_symlink(path, error);
     path = next.is_absolute() ? next : path.parent_path() / next;
   }
-  return std::filesystem::absolute(path, error);
+  return std::filesystem::absolute(path, error).lexically_normal();
 }
 
 /// The permissions that the process gives to new files.
@@ -95,6 +95,18 @@ void Output::expectNoneOf(const std::vector<std::string>& inputs) const {
     if (!other || other->st_dev != own->st_dev || other->st_ino != own->st_ino) continue;
     throw BadOutput(fmt::format("{}: is an input as well, and no input can be an output", name_));
   }
+}
+
+void Output::expectOtherThan(const Output& other) const {
+  const auto own = statusOf(file_);
+  const auto others = statusOf(other.file_);
+  const bool isSame =
+      own && others
+          ? !S_ISCHR(own->st_mode) && own->st_dev == others->st_dev && own->st_ino == others->st_ino
+          : !own && !others && endOfLinks(file_) == endOfLinks(other.file_);
+  if (isSame)
+    throw BadOutput(fmt::format(
+        "{}: is another output as well, and each output needs a file of its own", name_));
 }
 
 void Output::open() {

@@ -38,6 +38,10 @@ class Output {
   /// Throws BadOutput if one of the inputs, a file's name or "-", is this very file.
   void expectNoneOf(const std::vector<std::string>& inputs) const;
 
+  /// Throws BadOutput if the other output is the same file, or the same pipe. Devices may be the
+  /// same.
+  void expectOtherThan(const Output& other) const;
+
   /// Opens the output, so that it is known whether it can be written. Throws BadOutput.
   void open();
 

@@ -18,6 +18,7 @@
 #include "mrvsim/ExitStatus.h"
 #include "mrvsim/Output.h"
 #include "mrvsim/PluginFile.h"
+#include "mrvsim/report/Report.h"
 #include "simulator/base/Log.h"
 #include "simulator/loader/PluginModule.h"
 #include "simulator/scenario/LogText.h"
@@ -212,18 +213,18 @@ class Play {
   explicit Play(const PlayOptions& options)
       : options_(options),
         plugin_(options.plugin.empty() ? besideProgram("MrvPhotoshop.so") : options.plugin),
-        forms_{!options.log.empty(), options.text, isColourWanted()} {
-    if (options.log == "-" && options.text) {
-      throw std::runtime_error(
-          "--log - and --text would mix on standard output; name a file with --log");
-    }
+        forms_{!options.log.empty() || !options.report.empty(), options.text, isColourWanted()} {
+    expectUnmixed();
     if (!options.log.empty()) log_.emplace(options.log);
+    if (!options.report.empty()) reportFile_.emplace(options.report);
     if (options.summary || options.text) printed_.emplace("-");
     readInputs();
     std::vector<std::string> inputs = options.scenarios;
     inputs.push_back(plugin_);
     if (log_) log_->expectNoneOf(inputs);
+    if (reportFile_) reportFile_->expectNoneOf(inputs);
     if (printed_) printed_->expectNoneOf(inputs);
+    if (log_ && reportFile_) reportFile_->expectOtherThan(*log_);
   }
 
   int run() {
@@ -231,17 +232,38 @@ class Play {
     openOutputs();
     // Nothing that can still be taken back is done before all that can fail.
     if (log_) log_->prepare();
+    if (reportFile_) {
+      report_.write([this](std::string_view text) { reportFile_->write(text); });
+      reportFile_->prepare();
+    }
     if (printed_) {
       if (options_.text && options_.summary) printed_->write("\n");
       printed_->write(summaries_);
       printed_->commit();
     }
     if (log_) log_->commit();
+    if (reportFile_) reportFile_->commit();
     if (!whatBroke_.empty()) complain(whatBroke_);
     return status_;
   }
 
  private:
+  /// Throws if outputs would mix on standard output.
+  void expectUnmixed() const {
+    if (options_.log == "-" && options_.text) {
+      throw std::runtime_error(
+          "--log - and --text would mix on standard output; name a file with --log");
+    }
+    const char* const other = options_.log == "-" ? "--log -"
+                              : options_.text     ? "--text"
+                              : options_.summary  ? "--summary"
+                                                  : nullptr;
+    if (options_.report == "-" && other != nullptr) {
+      throw std::runtime_error(fmt::format(
+          "--report - and {} would mix on standard output; name a file with --report", other));
+    }
+  }
+
   void readInputs() {
     if (std::count(options_.scenarios.begin(), options_.scenarios.end(), "-") > 1) {
       throw std::runtime_error("standard input can be read only once");
@@ -285,7 +307,8 @@ class Play {
         for (const std::string& note : scenario.notes()) complain("note: " + note);
         break;
       case kLogLine:
-        earlyLog_ += text;
+        if (log_) earlyLog_ += text;
+        if (reportFile_) report_.line(text.substr(0, text.size() - 1));
         break;
       case kTextLine:
         earlyText_ += text;
@@ -320,6 +343,7 @@ class Play {
     if (outputsAreOpen_) return;
     outputsAreOpen_ = true;
     if (log_) log_->open();
+    if (reportFile_) reportFile_->open();
     if (printed_) printed_->open();
   }
 
@@ -356,6 +380,8 @@ class Play {
   LogForms forms_;
   std::vector<std::unique_ptr<ScenarioFile>> scenarios_;
   std::optional<Output> log_;
+  std::optional<Output> reportFile_;
+  Report report_;
   std::optional<Output> printed_;  ///< the text and the summaries
   bool outputsAreOpen_ = false;
   bool isLoaded_ = false;

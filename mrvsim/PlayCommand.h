@@ -9,6 +9,7 @@ namespace simulator {
 struct PlayOptions {
   std::vector<std::string> scenarios;  ///< JSON files; "-": standard input
   std::string log;                     ///< a file for the log, "-": standard output; empty: no log
+  std::string report;    ///< a file for the report, "-": standard output; empty: no report
   std::string plugin;    ///< a module or a bundle; empty: the module in the program's folder
   bool summary = false;  ///< print a summary to standard output
   bool text = false;     ///< print the log for people to standard output

@@ -226,6 +226,10 @@ const LineForm& lineFormOf(const std::string& what) {
 
 }  // namespace
 
+std::string logWords(const Json& line) {
+  return lineFormOf(line["what"].get_ref<const std::string&>()).text(line);
+}
+
 std::string logText(const Json& line, bool isColoured) {
   constexpr double kMillisecondsInSecond = 1000;
   const auto& what = line["what"].get_ref<const std::string&>();

@@ -13,4 +13,7 @@ namespace simulator {
 /// are. [any-thread]
 std::string logText(const Json& line, bool isColoured);
 
+/// The fields of a line alone, in the same words. [any-thread]
+std::string logWords(const Json& line);
+
 }  // namespace simulator
