@@ -162,26 +162,25 @@ void Recording::note(std::int64_t number, const Json& line) {
 }
 
 void Recording::writeSamples(const std::function<void(std::string_view)>& out) const {
-  SampleColumns samples = samples_;
-  if (samples.events.size() < samples.time.size()) samples.events.append(events_);
-  const Fates fates = inferFates(samples);
+  const Fates fates = inferFates(samples_);
   out(fmt::format("\"redrawDelay\":{},",
                   fates.redrawDelay ? std::to_string(*fates.redrawDelay) : "null"));
-  out(fmt::format("\"samples\":{{\"size\":{}", samples.time.size()));
+  out(fmt::format("\"samples\":{{\"size\":{}", samples_.time.size()));
   const auto column = [&](const std::string& name, const Column& values) {
     out(fmt::format(",\"{}\":\"{}\"", name, values.base64()));
   };
   column("line", sampleLines_);
-  column("time", samples.time);
-  for (std::size_t i = 0; i < samples.axes.size(); ++i) {
-    column(fmt::format("axis{}", i), samples.axes[i]);
+  column("time", samples_.time);
+  for (std::size_t i = 0; i < samples_.axes.size(); ++i) {
+    column(fmt::format("axis{}", i), samples_.axes[i]);
   }
   column("fate", fates.fates);
   column("wait", fates.waits);
   out("}");
 }
 
-void Recording::write(const std::function<void(std::string_view)>& out) const {
+void Recording::write(const std::function<void(std::string_view)>& out) {
+  finishSample();
   out("{");
   writeSamples(out);
   const std::initializer_list<std::pair<const char*, const EntryTable&>> tables = {

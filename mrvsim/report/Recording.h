@@ -46,8 +46,9 @@ class Recording {
   /// Any other line. REQUIRES: `line` is from `readLogEntry`.
   void entry(std::int64_t number, const Json& line);
 
-  /// Passes on the play as a JSON object without the character "<", piece by piece.
-  void write(const std::function<void(std::string_view)>& out) const;
+  /// Passes on the play as a JSON object without the character "<", piece by piece. No line may
+  /// follow.
+  void write(const std::function<void(std::string_view)>& out);
 
  private:
   void finishSample();

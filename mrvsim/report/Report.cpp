@@ -25,11 +25,11 @@ Recording& Report::recordingAt(std::int64_t time) {
   return plays_.back();
 }
 
-void Report::write(const std::function<void(std::string_view)>& out) const {
+void Report::write(const std::function<void(std::string_view)>& out) {
   out(kPageBeforeData);
   out("{\"plays\":[");
   bool isFirst = true;
-  for (const Recording& play : plays_) {
+  for (Recording& play : plays_) {
     if (!isFirst) out(",");
     isFirst = false;
     play.write(out);

@@ -18,8 +18,8 @@ class Report {
   /// BadLogEntry.
   void line(std::string_view text);
 
-  /// Passes on the page, piece by piece. Throws what `out` throws.
-  void write(const std::function<void(std::string_view)>& out) const;
+  /// Passes on the page, piece by piece. No line may follow. Throws what `out` throws.
+  void write(const std::function<void(std::string_view)>& out);
 
  private:
   Recording& recordingAt(std::int64_t time);

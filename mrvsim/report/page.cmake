@@ -1,7 +1,7 @@
 # Writes Page.cpp, which holds the report's page without its data:
 #   cmake -D folder=... -D "styles=..." -D "modules=..." -D output=... -P page.cmake
-# In page.html, {{styles}} and {{modules}} stand for the contents of these files, and {{data}} for the
-# data. All modules become one, so `import` lines are removed and `export` before declarations too.
+# In page.html, {{styles}} and {{modules}} stand for the contents of these files, and {{data}} for
+# the data. All modules become one, so imports are removed, and `export` before declarations too.
 
 # Reads the files and joins them.
 function(join output)

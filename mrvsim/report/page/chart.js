@@ -1,6 +1,6 @@
 // The chart: the lanes on one axis of time, and how it is moved by mouse, pen and fingers.
-import { lastAt, lowerBound } from './data.js';
-import { roundTimes, TimeScale, timeText } from './scales.js';
+import {lastAt, lowerBound} from './data.js';
+import {roundTimes, TimeScale, timeText} from './scales.js';
 
 const OVERVIEW = 30;
 const RULER = 20;
@@ -14,21 +14,23 @@ const PICK_DISTANCE = 8;
 
 /** The colours of the style, read once for each theme. */
 export class Palette {
-  constructor() {
-    this.forget();
-  }
+  constructor() { this.forget(); }
   forget() {
     this.style = getComputedStyle(document.documentElement);
     this.known = new Map();
   }
   /** @param {string} name of a custom property */
   colour(name) {
-    if (!this.known.has(name)) this.known.set(name, this.style.getPropertyValue(`--${name}`).trim());
+    if (!this.known.has(name))
+      this.known.set(name, this.style.getPropertyValue(`--${name}`).trim());
     return this.known.get(name);
   }
 }
 
-/** Makes a canvas as sharp as the screen. @returns {CanvasRenderingContext2D} cleared, in CSS pixels */
+/**
+ * Makes a canvas as sharp as the screen. @returns {CanvasRenderingContext2D} cleared, in CSS
+ * pixels
+ */
 export function prepareCanvas(canvas, width, height) {
   const ratio = globalThis.devicePixelRatio || 1;
   if (canvas.width !== Math.round(width * ratio) || canvas.height !== Math.round(height * ratio)) {
@@ -45,7 +47,7 @@ export function prepareCanvas(canvas, width, height) {
 export function clampSpan(from, to, end) {
   const span = Math.min(Math.max(to - from, LEAST_SPAN), end);
   const start = Math.min(Math.max(from, 0), end - span);
-  return { from: start, to: start + span };
+  return {from: start, to: start + span};
 }
 
 export class Chart {
@@ -56,9 +58,9 @@ export class Chart {
    *          hover: (item: object | null, time: number | null) => void}} callbacks
    */
   constructor(canvas, palette, callbacks) {
-    Object.assign(this, { canvas, palette, callbacks, lanes: [], play: null });
+    Object.assign(this, {canvas, palette, callbacks, lanes: [], play: null});
     this.pointers = new Map();
-    canvas.addEventListener('wheel', (event) => this.turned(event), { passive: false });
+    canvas.addEventListener('wheel', (event) => this.turned(event), {passive: false});
     canvas.addEventListener('pointerdown', (event) => this.pressed(event));
     canvas.addEventListener('pointermove', (event) => this.moved(event));
     canvas.addEventListener('pointerup', (event) => this.released(event));
@@ -69,6 +71,7 @@ export class Chart {
   setPlay(play, lanes) {
     this.play = play;
     this.lanes = lanes;
+    this.bars = null;
   }
 
   /** Where everything is, for the canvas's present width. */
@@ -79,16 +82,16 @@ export class Chart {
     let top = OVERVIEW + RULER + GAP;
     const bands = this.lanes.map((lane) => {
       top += isNarrow ? CAPTION : 0;
-      const band = { top, height: lane.height };
+      const band = {top, height: lane.height};
       top += lane.height + GAP;
       return band;
     });
-    return { width, isNarrow, left, bands, height: top };
+    return {width, isNarrow, left, bands, height: top};
   }
 
   /** @param {{from: number, to: number, cursor: number, hover: number | null}} state */
   draw(state) {
-    const { width, isNarrow, left, bands, height } = this.layout();
+    const {width, isNarrow, left, bands, height} = this.layout();
     this.canvas.style.height = `${height}px`;
     const context = prepareCanvas(this.canvas, width, height);
     this.scale = new TimeScale(state.from, state.to, left, width - left);
@@ -106,18 +109,13 @@ export class Chart {
 
   /** Ticks and keys of the whole time, and the part that is shown. */
   drawOverview(context, colour) {
-    const { left, width } = this.overviewScale;
+    const {left, width} = this.overviewScale;
     context.fillStyle = colour('band');
     context.fillRect(left, 0, width, OVERVIEW - 4);
-    const counts = new Uint32Array(Math.ceil(width) + 1);
-    for (const time of [...[this.play.ticks, this.play.keys].map((table) => table.time)]) {
-      for (const at of time) ++counts[Math.floor(this.overviewScale.x(at) - left)];
-    }
-    const most = Math.max(1, ...counts);
     context.fillStyle = colour('faint');
-    counts.forEach((count, x) => {
-      const bar = (count / most) * (OVERVIEW - 8);
-      if (count > 0) context.fillRect(left + x, OVERVIEW - 4 - Math.max(1, bar), 1, Math.max(1, bar));
+    this.overviewBars().forEach((share, x) => {
+      const bar = Math.max(1, share * (OVERVIEW - 8));
+      if (share > 0) context.fillRect(left + x, OVERVIEW - 4 - bar, 1, bar);
     });
     const from = this.overviewScale.x(this.scale.from);
     const to = Math.max(from + 3, this.overviewScale.x(this.scale.to));
@@ -130,8 +128,22 @@ export class Chart {
     context.strokeRect(from + 0.5, 0.5, to - from - 1, OVERVIEW - 5);
   }
 
+  /** How much happened in each column of pixels of the whole time, as shares of the most. */
+  overviewBars() {
+    const size = Math.ceil(this.overviewScale.width) + 1;
+    if (this.bars?.length === size) return this.bars;
+    const counts = new Float64Array(size);
+    for (const {time} of [this.play.ticks, this.play.keys]) {
+      for (const at of time)
+        ++counts[Math.floor(this.overviewScale.x(at) - this.overviewScale.left)];
+    }
+    const most = Math.max(1, ...counts);
+    this.bars = counts.map((count) => count / most);
+    return this.bars;
+  }
+
   drawRuler(context, colour, height) {
-    const { from, to, left, width } = this.scale;
+    const {from, to, left, width} = this.scale;
     const times = roundTimes(from, to, Math.max(2, width / 90));
     const step = times.length > 1 ? times[1] - times[0] : to - from;
     context.font = this.font(11);
@@ -144,7 +156,8 @@ export class Chart {
       const text = timeText(time, step, to >= 60000);
       const half = context.measureText(text).width / 2;
       context.fillStyle = colour('faint');
-      context.fillText(text, Math.min(Math.max(x, left + half), left + width - half), OVERVIEW + RULER / 2);
+      context.fillText(
+          text, Math.min(Math.max(x, left + half), left + width - half), OVERVIEW + RULER / 2);
     }
   }
 
@@ -174,7 +187,7 @@ export class Chart {
     context.globalAlpha = 0.55;
     context.fillRect(left, band.top, width - left, band.height);
     context.globalAlpha = 1;
-    lane.draw({ context, colour, scale: this.scale }, band);
+    lane.draw({context, colour, scale: this.scale}, band);
     context.restore();
   }
 
@@ -191,26 +204,24 @@ export class Chart {
     context.setLineDash([]);
   }
 
-  font(size) {
-    return `${size}px ${getComputedStyle(this.canvas).fontFamily}`;
-  }
+  font(size) { return `${size}px ${getComputedStyle(this.canvas).fontFamily}`; }
 
   place(event) {
     const box = this.canvas.getBoundingClientRect();
-    return { x: event.clientX - box.left, y: event.clientY - box.top };
+    return {x: event.clientX - box.left, y: event.clientY - box.top};
   }
 
   /** The line of the log at a place: of the lane there, or the sample at that time. */
-  pick({ x, y }) {
-    const { bands } = this.layout();
-    const index = bands.findIndex(({ top, height }) => y >= top - GAP && y <= top + height);
+  pick({x, y}) {
+    const {bands} = this.layout();
+    const index = bands.findIndex(({top, height}) => y >= top - GAP && y <= top + height);
     const lane = this.lanes[index];
     if (lane && lane.table !== 'samples') {
       const near = this.nearest(lane, x);
       if (near) return near;
     }
     const sample = lastAt(this.play.samples, this.scale.time(x));
-    return sample < 0 ? null : { table: 'samples', index: sample };
+    return sample < 0 ? null : {table: 'samples', index: sample};
   }
 
   /** The lane's line nearest to a place, if it is near enough. */
@@ -223,22 +234,25 @@ export class Chart {
       if (table.time[i] > time + reach) break;
       const distance = Math.abs(table.time[i] - time);
       const isIn = lane.picks === undefined || lane.picks(i);
-      if (isIn && (best === null || distance < best.distance)) best = { index: i, distance };
+      if (isIn && (best === null || distance < best.distance)) best = {index: i, distance};
     }
     if (best === null && lane.table === 'views' && lastAt(table, time) >= 0) {
-      best = { index: lastAt(table, time) };
+      best = {index: lastAt(table, time)};
     }
-    return best && { table: lane.table, index: best.index };
+    return best && {table: lane.table, index: best.index};
   }
 
   zoomAt(x, factor) {
     const time = this.scale.time(x);
-    const { from, to } = this.scale;
+    const {from, to} = this.scale;
     this.show(time - (time - from) * factor, time + (to - time) * factor);
   }
 
+  /** Shows a stretch of time. Pointers that move again before it is drawn go on from there. */
   show(from, to) {
-    this.callbacks.show(clampSpan(from, to, this.play.end));
+    const span = clampSpan(from, to, this.play.end);
+    this.scale = new TimeScale(span.from, span.to, this.scale.left, this.scale.width);
+    this.callbacks.show(span);
   }
 
   turned(event) {
@@ -257,7 +271,7 @@ export class Chart {
     this.canvas.setPointerCapture(event.pointerId);
     const start = this.place(event);
     const isOverview = start.y < OVERVIEW;
-    this.pointers.set(event.pointerId, { start, last: start, isDrag: false, isOverview });
+    this.pointers.set(event.pointerId, {start, last: start, isDrag: false, isOverview});
     if (isOverview) this.centreOverviewAt(start.x);
   }
 
@@ -304,8 +318,9 @@ export class Chart {
     this.pointers.delete(event.pointerId);
     if (!pointer || pointer.isDrag || pointer.isOverview) return;
     const item = this.pick(pointer.start);
-    const time = item && item.table !== 'samples' && item.table !== 'views'
-      ? this.play[item.table].time[item.index] : this.scale.time(pointer.start.x);
+    const time = item && item.table !== 'samples' && item.table !== 'views' ?
+        this.play[item.table].time[item.index] :
+        this.scale.time(pointer.start.x);
     this.callbacks.look(Math.min(Math.max(time, 0), this.play.end), item);
   }
 }

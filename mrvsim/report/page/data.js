@@ -44,7 +44,7 @@ export function readColumn(text, size, order) {
   let zeros = 0;
   const nextNumber = () => {
     let number = 0;
-    for (let unit = 1; ; unit *= 128) {
+    for (let unit = 1;; unit *= 128) {
       const byte = bytes[at++];
       number += (byte & 127) * unit;
       if (byte < 128) return number;
@@ -59,7 +59,7 @@ export function readColumn(text, size, order) {
       if (number === 0) zeros = nextNumber();
       value = number % 2 === 0 ? number / 2 : -(number + 1) / 2;
     }
-    for (let k = order; k-- > 0; ) value = sums[k] += value;
+    for (let k = order; k-- > 0;) value = sums[k] += value;
     values[i] = value;
   }
   return values;
@@ -67,25 +67,30 @@ export function readColumn(text, size, order) {
 
 /** @returns {Table} */
 function readTable(raw) {
-  const table = { size: raw.size };
+  const table = {size: raw.size};
   for (const [name, text] of Object.entries(raw)) {
     if (name !== 'size') table[name] = readColumn(text, raw.size, inSlopes(name) ? 2 : 1);
   }
   return table;
 }
 
-function inSlopes(name) {
-  return name === 'line' || name === 'time';
-}
+function inSlopes(name) { return name === 'line' || name === 'time'; }
 
 /** @returns {Samples} */
 function readSamples(raw) {
   const table = readTable(raw);
   const axes = [0, 1, 2, 3, 4, 5].map((i) => Int16Array.from(table[`axis${i}`]));
-  const kind = Uint8Array.from({ length: table.size }, (_, i) => motionOf(axes, i));
-  const { size, line, time } = table;
-  return { size, line, time, axes, kind, fate: Uint8Array.from(table.fate),
-           wait: Uint8Array.from(table.wait) };
+  const kind = Uint8Array.from({length: table.size}, (_, i) => motionOf(axes, i));
+  const {size, line, time} = table;
+  return {
+    size,
+    line,
+    time,
+    axes,
+    kind,
+    fate: Uint8Array.from(table.fate),
+    wait: Uint8Array.from(table.wait)
+  };
 }
 
 /** Which motion of a sample is acted on, as an index into MOTIONS. */
@@ -106,38 +111,48 @@ function scaleDown(column, scale) {
 function readPlay(raw) {
   const samples = readSamples(raw.samples);
   const [ticks, keys, clicks, views, notes] =
-    [raw.ticks, raw.keys, raw.clicks, raw.views, raw.notes].map(readTable);
+      [raw.ticks, raw.keys, raw.clicks, raw.views, raw.notes].map(readTable);
   for (const column of [ticks.x, ticks.y, views.x, views.y]) scaleDown(column, PIXEL_SCALE);
   scaleDown(views.zoom, ZOOM_SCALE);
   // The brush is stored one higher, so that 0 stands for none.
   views.brush = views.brush.map((value) => (value === 0 ? NaN : (value - 1) / PIXEL_SCALE));
   const tables = [samples, ticks, keys, clicks, views, notes];
   const ends = tables.map((table) => (table.size > 0 ? table.time[table.size - 1] : 0));
-  return { samples, ticks, keys, clicks, views, notes, texts: raw.texts,
-           redrawDelay: raw.redrawDelay, end: Math.max(1, ...ends) };
+  return {
+    samples,
+    ticks,
+    keys,
+    clicks,
+    views,
+    notes,
+    texts: raw.texts,
+    redrawDelay: raw.redrawDelay,
+    end: Math.max(1, ...ends)
+  };
 }
 
 /** @returns {Play[]} */
-export function readPlays(text) {
-  return JSON.parse(text).plays.map(readPlay);
-}
+export function readPlays(text) { return JSON.parse(text).plays.map(readPlay); }
 
-/** The index of the first value that is not less. @param {ArrayLike<number>} values sorted */
-export function lowerBound(values, wanted) {
-  let low = 0;
+/**
+ * The index of the first value that is not less.
+ * @param {ArrayLike<number>} values sorted
+ * @param {number} low an index that the result is not before
+ */
+export function lowerBound(values, wanted, low = 0) {
   let high = values.length;
   while (low < high) {
     const middle = (low + high) >> 1;
-    if (values[middle] < wanted) low = middle + 1;
-    else high = middle;
+    if (values[middle] < wanted)
+      low = middle + 1;
+    else
+      high = middle;
   }
   return low;
 }
 
 /** The index of the last line at or before a time; -1 if there is none. */
-export function lastAt(table, time) {
-  return lowerBound(table.time, time + 1e-6) - 1;
-}
+export function lastAt(table, time) { return lowerBound(table.time, time + 1e-6) - 1; }
 
 /** The sample that a line of the log follows from; -1 if it has another cause. */
 export function causeOf(play, line, time) {
@@ -147,7 +162,7 @@ export function causeOf(play, line, time) {
 
 /** The lines of a table that follow from a sample, as a range of indices. */
 export function effectsOf(play, table, sample) {
-  const { line, time, size } = play.samples;
+  const {line, time, size} = play.samples;
   const from = lowerBound(table.line, line[sample]);
   const to = lowerBound(table.line, sample + 1 < size ? line[sample + 1] : Infinity);
   const isOfSample = (index) => table.time[index] === time[sample];
@@ -161,15 +176,16 @@ export function tickMotion(ticks, i) {
   const sideways = ticks.horizontal[i] !== 0 || (ticks.flags[i] & COMMAND_KEY) !== 0;
   const amount = ticks.horizontal[i] || ticks.vertical[i];
   const isZoom = !sideways && Math.abs(amount) === 1;
-  return { isZoom, sideways, way: Math.sign(amount) };
+  return {isZoom, sideways, way: Math.sign(amount)};
 }
 
 /** Numbers of a play, as the header shows them. */
 export function countsOf(play) {
-  const { samples, ticks, keys, clicks, notes, texts } = play;
+  const {samples, ticks, keys, clicks, notes, texts} = play;
   const count = (size, test) => {
     let n = 0;
-    for (let i = 0; i < size; ++i) if (test(i)) ++n;
+    for (let i = 0; i < size; ++i)
+      if (test(i)) ++n;
     return n;
   };
   const level = (i) => texts[notes.text[i]][2];
@@ -196,8 +212,10 @@ function keysDown(keys) {
   const down = new Set();
   for (let i = 0; i < keys.size; ++i) {
     const name = `${keys.brush[i]} ${keys.code[i]}`;
-    if (keys.down[i] === 1) down.add(name);
-    else down.delete(name);
+    if (keys.down[i] === 1)
+      down.add(name);
+    else
+      down.delete(name);
   }
   return down;
 }

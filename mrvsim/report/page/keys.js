@@ -6,7 +6,8 @@
 export function listenForKeys(bindings) {
   const byKey = new Map(bindings.flatMap((binding) => binding.keys.map((key) => [key, binding])));
   document.addEventListener('keydown', (event) => {
-    const isTyping = event.target instanceof HTMLElement && event.target.closest('select, input, dialog');
+    const isTyping =
+        event.target instanceof HTMLElement && event.target.closest('select, input, dialog');
     const isPressing = event.key === ' ' && event.target instanceof HTMLButtonElement;
     const hasModifier = event.ctrlKey || event.metaKey || event.altKey;
     const binding = byKey.get(event.key);
@@ -18,7 +19,7 @@ export function listenForKeys(bindings) {
 
 /** Fills the list under "?". @param {Binding[]} bindings */
 export function listKeys(bindings) {
-  const entries = bindings.flatMap(({ shown, does }) => {
+  const entries = bindings.flatMap(({shown, does}) => {
     const key = document.createElement('dt');
     const text = document.createElement('dd');
     key.textContent = shown;

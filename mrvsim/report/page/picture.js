@@ -1,45 +1,64 @@
 // The document in the host's window: a drawn landscape under the view's zoom and corner.
-import { lastAt, tickMotion } from './data.js';
-import { prepareCanvas } from './chart.js';
+import {prepareCanvas} from './chart.js';
+import {lastAt, tickMotion} from './data.js';
 
 // The log does not say how large the window is; this is the size of a scenario's.
-const WINDOW = { width: 800, height: 600 };
-const USUAL_CORNER = { x: 100, y: 250 };
+const WINDOW = {
+  width: 800,
+  height: 600
+};
+const USUAL_CORNER = {
+  x: 100,
+  y: 250
+};
 const FLASH = 120;
 const MOST_PATH_POINTS = 1500;
-const SCENE = { sky: ['#9fd0ef', '#fdf1d8'], sun: '#ffd166', far: '#8fa9bf', near: '#5d7f78',
-                meadow: '#a9c27a', lake: '#6fb0d3', tree: '#3f6b4f', trunk: '#7a5a3f' };
+const SCENE = {
+  sky: ['#9fd0ef', '#fdf1d8'],
+  sun: '#ffd166',
+  far: '#8fa9bf',
+  near: '#5d7f78',
+  meadow: '#a9c27a',
+  lake: '#6fb0d3',
+  tree: '#3f6b4f',
+  trunk: '#7a5a3f'
+};
 
 /**
  * Where the window's content begins on the screen: a zoom keeps the place under the pointer, so the
  * view before and after a zoom tick says where that is in the window.
  */
-function cornerOf({ ticks, views }) {
+function cornerOf({ticks, views}) {
   for (let i = 0; i < ticks.size; ++i) {
     const after = lastAt(views, ticks.time[i]);
     if (!tickMotion(ticks, i).isZoom || after < 0 || views.line[after] < ticks.line[i]) continue;
-    const before = after > 0 ? { zoom: views.zoom[after - 1], x: views.x[after - 1], y: views.y[after - 1] }
-      : { zoom: 1, x: 0, y: 0 };
+    const before = after > 0 ?
+        {zoom: views.zoom[after - 1], x: views.x[after - 1], y: views.y[after - 1]} :
+        {zoom: 1, x: 0, y: 0};
     const ratio = views.zoom[after] / before.zoom;
     if (Math.abs(ratio - 1) < 0.01) continue;
     const fixed = (now, then) => (now - ratio * then) / (1 - ratio);
-    return { x: Math.round(ticks.x[i] - fixed(views.x[after], before.x)),
-             y: Math.round(ticks.y[i] - fixed(views.y[after], before.y)) };
+    return {
+      x: Math.round(ticks.x[i] - fixed(views.x[after], before.x)),
+      y: Math.round(ticks.y[i] - fixed(views.y[after], before.y))
+    };
   }
   return USUAL_CORNER;
 }
 
 /** The place of the document in the middle of the window. */
-function middleAt({ views }, i) {
-  return { x: (WINDOW.width / 2 - views.x[i]) / views.zoom[i],
-           y: (WINDOW.height / 2 - views.y[i]) / views.zoom[i] };
+function middleAt({views}, i) {
+  return {
+    x: (WINDOW.width / 2 - views.x[i]) / views.zoom[i],
+    y: (WINDOW.height / 2 - views.y[i]) / views.zoom[i]
+  };
 }
 
 /** The least rectangle with all places that come to the middle of the window. */
 function wayOf(play) {
-  const way = { left: 0, top: 0, right: WINDOW.width, bottom: WINDOW.height };
+  const way = {left: 0, top: 0, right: WINDOW.width, bottom: WINDOW.height};
   for (let i = 0; i < play.views.size; ++i) {
-    const { x, y } = middleAt(play, i);
+    const {x, y} = middleAt(play, i);
     way.left = Math.min(way.left, x);
     way.top = Math.min(way.top, y);
     way.right = Math.max(way.right, x);
@@ -49,15 +68,13 @@ function wayOf(play) {
 }
 
 /** A document that reaches as far to the right and down as the window goes. */
-function documentSizeOf({ right, bottom }) {
-  return { width: Math.ceil(right / 200) * 200, height: Math.ceil(bottom / 200) * 200 };
+function documentSizeOf({right, bottom}) {
+  return {width: Math.ceil(right / 200) * 200, height: Math.ceil(bottom / 200) * 200};
 }
 
 export class Picture {
   /** @param {HTMLCanvasElement} canvas @param {import('./chart.js').Palette} palette */
-  constructor(canvas, palette) {
-    Object.assign(this, { canvas, palette });
-  }
+  constructor(canvas, palette) { Object.assign(this, {canvas, palette}); }
 
   setPlay(play) {
     this.play = play;
@@ -68,18 +85,18 @@ export class Picture {
 
   /** What the host shows at a time. */
   viewAt(time) {
-    const { views } = this.play;
+    const {views} = this.play;
     const i = lastAt(views, time);
-    if (i < 0) return { zoom: 1, x: 0, y: 0, brush: NaN, index: -1 };
-    return { zoom: views.zoom[i], x: views.x[i], y: views.y[i], brush: views.brush[i], index: i };
+    if (i < 0) return {zoom: 1, x: 0, y: 0, brush: NaN, index: -1};
+    return {zoom: views.zoom[i], x: views.x[i], y: views.y[i], brush: views.brush[i], index: i};
   }
 
   /** Where the pointer is in the window: where the last tick was posted, as the log has it. */
   pointerAt(time) {
-    const { ticks } = this.play;
+    const {ticks} = this.play;
     if (ticks.size === 0) return null;
     const i = Math.max(0, lastAt(ticks, time));
-    return { x: ticks.x[i] - this.corner.x, y: ticks.y[i] - this.corner.y };
+    return {x: ticks.x[i] - this.corner.x, y: ticks.y[i] - this.corner.y};
   }
 
   draw(time) {
@@ -144,11 +161,14 @@ export class Picture {
 
   /** A badge for a tick that was posted just before. */
   drawFlash(context, time) {
-    const { ticks } = this.play;
+    const {ticks} = this.play;
     const i = lastAt(ticks, time);
     if (i < 0 || time - ticks.time[i] > FLASH) return;
-    const { isZoom, sideways, way } = tickMotion(ticks, i);
-    const sign = isZoom ? (way > 0 ? '+' : '−') : sideways ? (way > 0 ? '→' : '←') : way > 0 ? '↓' : '↑';
+    const {isZoom, sideways, way} = tickMotion(ticks, i);
+    const sign = isZoom ? (way > 0 ? '+' : '−') :
+        sideways        ? (way > 0 ? '→' : '←') :
+        way > 0         ? '↓' :
+                          '↑';
     context.globalAlpha = 1 - (time - ticks.time[i]) / (2 * FLASH);
     context.fillStyle = this.palette.colour(isZoom ? 'push' : 'slide');
     context.beginPath();
@@ -164,7 +184,7 @@ export class Picture {
 
   /** The whole document small, with the part that the window shows and the way there. */
   drawMap(context, view) {
-    const { left, top } = this.way;
+    const {left, top} = this.way;
     const [wide, high] = [this.size.width - left, this.size.height - top];
     const scale = Math.min(200 / wide, 150 / high);
     const [width, height] = [wide * scale, high * scale];
@@ -191,9 +211,9 @@ export class Picture {
     const least = 5 / scale;
     context.strokeStyle = this.palette.colour('push');
     context.lineWidth = 2.5 / scale;
-    context.strokeRect(-view.x / view.zoom, -view.y / view.zoom,
-                       Math.max(least, WINDOW.width / view.zoom),
-                       Math.max(least, WINDOW.height / view.zoom));
+    context.strokeRect(
+        -view.x / view.zoom, -view.y / view.zoom, Math.max(least, WINDOW.width / view.zoom),
+        Math.max(least, WINDOW.height / view.zoom));
   }
 
   /** The way of the window's middle over the document. */
@@ -204,7 +224,7 @@ export class Picture {
     context.beginPath();
     context.moveTo(WINDOW.width / 2, WINDOW.height / 2);
     for (let i = 0; i <= view.index; i += step) {
-      const { x, y } = middleAt(this.play, i);
+      const {x, y} = middleAt(this.play, i);
       context.lineTo(x, y);
     }
     context.stroke();
@@ -212,19 +232,22 @@ export class Picture {
 }
 
 /** Mountains, a lake and trees, in the document's size. */
-function drawScene(context, { width, height }) {
+function drawScene(context, {width, height}) {
   const sky = context.createLinearGradient(0, 0, 0, height * 0.6);
   SCENE.sky.forEach((colour, i) => sky.addColorStop(i, colour));
   context.fillStyle = sky;
   context.fillRect(0, 0, width, height);
   fillCircle(context, SCENE.sun, width * 0.78, height * 0.2, height * 0.08);
-  fillShape(context, SCENE.far, width, height,
-            [[0, 0.55], [0.15, 0.3], [0.27, 0.47], [0.42, 0.22], [0.6, 0.5], [0.75, 0.34], [1, 0.55]]);
-  fillShape(context, SCENE.near, width, height,
-            [[0, 0.5], [0.2, 0.58], [0.38, 0.45], [0.55, 0.6], [0.8, 0.48], [1, 0.58]]);
+  fillShape(
+      context, SCENE.far, width, height,
+      [[0, 0.55], [0.15, 0.3], [0.27, 0.47], [0.42, 0.22], [0.6, 0.5], [0.75, 0.34], [1, 0.55]]);
+  fillShape(
+      context, SCENE.near, width, height,
+      [[0, 0.5], [0.2, 0.58], [0.38, 0.45], [0.55, 0.6], [0.8, 0.48], [1, 0.58]]);
   fillShape(context, SCENE.lake, width, height, [[0, 0.62], [1, 0.62]]);
-  fillShape(context, SCENE.meadow, width, height,
-            [[0, 0.7], [0.25, 0.76], [0.5, 0.71], [0.78, 0.82], [1, 0.76]]);
+  fillShape(
+      context, SCENE.meadow, width, height,
+      [[0, 0.7], [0.25, 0.76], [0.5, 0.71], [0.78, 0.82], [1, 0.76]]);
   for (let i = 0; i < 14; ++i) {
     const x = width * (0.04 + ((i * 0.381) % 0.92));
     const y = height * (0.84 + ((i * 0.237) % 0.13));
@@ -262,8 +285,8 @@ function drawTree(context, x, y, size) {
 /** Lines that show at every zoom how far things are. */
 function drawGrid(context, view, colour) {
   const step = 10 ** Math.ceil(Math.log10(60 / view.zoom));
-  const from = { x: -view.x / view.zoom, y: -view.y / view.zoom };
-  const to = { x: from.x + WINDOW.width / view.zoom, y: from.y + WINDOW.height / view.zoom };
+  const from = {x: -view.x / view.zoom, y: -view.y / view.zoom};
+  const to = {x: from.x + WINDOW.width / view.zoom, y: from.y + WINDOW.height / view.zoom};
   context.strokeStyle = colour;
   context.fillStyle = colour;
   context.lineWidth = 1 / view.zoom;

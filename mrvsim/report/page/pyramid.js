@@ -6,15 +6,15 @@ const STEP = 16;
 export class Extremes {
   /** @param {ArrayLike<number>} values */
   constructor(values) {
-    this.levels = [{ least: values, most: values }];
+    this.levels = [{least: values, most: values}];
     for (let below = this.levels[0]; below.least.length > STEP; below = this.levels.at(-1)) {
       this.levels.push(Extremes.above(below));
     }
   }
 
-  static above({ least, most }) {
+  static above({least, most}) {
     const size = Math.ceil(least.length / STEP);
-    const above = { least: new Float64Array(size), most: new Float64Array(size) };
+    const above = {least: new Float64Array(size), most: new Float64Array(size)};
     for (let i = 0; i < size; ++i) {
       let low = Infinity;
       let high = -Infinity;
@@ -44,7 +44,7 @@ export class Extremes {
       from /= STEP;
       to /= STEP;
     }
-    return { low, high };
+    return {low, high};
   }
 }
 
@@ -52,7 +52,7 @@ export class Extremes {
 export class Tally {
   /** @param {Uint8Array} categories @param {number} count of categories */
   constructor(categories, count) {
-    this.sums = Array.from({ length: count }, () => new Uint32Array(categories.length + 1));
+    this.sums = Array.from({length: count}, () => new Uint32Array(categories.length + 1));
     for (let i = 0; i < categories.length; ++i) {
       for (const sums of this.sums) sums[i + 1] = sums[i];
       ++this.sums[categories[i]][i + 1];
@@ -60,7 +60,5 @@ export class Tally {
   }
 
   /** @returns {number[]} a count for each category */
-  between(from, to) {
-    return this.sums.map((sums) => sums[to] - sums[from]);
-  }
+  between(from, to) { return this.sums.map((sums) => sums[to] - sums[from]); }
 }

@@ -2,23 +2,15 @@
 
 /** The time that is shown, and where. */
 export class TimeScale {
-  constructor(from, to, left, width) {
-    Object.assign(this, { from, to, left, width });
-  }
-  x(time) {
-    return this.left + ((time - this.from) / (this.to - this.from)) * this.width;
-  }
-  time(x) {
-    return this.from + ((x - this.left) / this.width) * (this.to - this.from);
-  }
+  constructor(from, to, left, width) { Object.assign(this, {from, to, left, width}); }
+  x(time) { return this.left + ((time - this.from) / (this.to - this.from)) * this.width; }
+  time(x) { return this.from + ((x - this.left) / this.width) * (this.to - this.from); }
   /** Milliseconds of a pixel. */
-  get pixel() {
-    return (this.to - this.from) / this.width;
-  }
+  get pixel() { return (this.to - this.from) / this.width; }
 }
 
 /** @returns {(value: number) => number} from 0 at the lower end to 1 at the upper one */
-export function linear(low, high) {
+function linear(low, high) {
   const size = high - low || 1;
   return (value) => (value - low) / size;
 }
@@ -29,13 +21,23 @@ export function logarithmic(low, high) {
   return (value) => Math.log(value / low) / size;
 }
 
+/** Logarithmic far from zero, and linear up to a hundred. @returns {(value: number) => number} */
+export function signedLogarithmic(low, high) {
+  const fold = (value) => Math.asinh(value / 100);
+  const share = linear(fold(low), fold(high));
+  return (value) => share(fold(value));
+}
+
 /** @typedef {{from: number, to: number}} Span  milliseconds */
 
 /** Round times at most `most` in number. @returns {number[]} */
 export function roundTimes(from, to, most) {
-  const steps = [1, 2, 5, 10, 20, 50, 100, 200, 500, 1e3, 2e3, 5e3, 1e4, 15e3, 3e4, 6e4, 12e4, 3e5,
-                 6e5, 9e5, 18e5, 36e5];
-  const step = steps.find((s) => (to - from) / s <= most) ?? Math.ceil((to - from) / most / 36e5) * 36e5;
+  const steps = [
+    1,   2,   5,    10,  20,  50,   100, 200, 500, 1e3,  2e3,
+    5e3, 1e4, 15e3, 3e4, 6e4, 12e4, 3e5, 6e5, 9e5, 18e5, 36e5
+  ];
+  const step =
+      steps.find((s) => (to - from) / s <= most) ?? Math.ceil((to - from) / most / 36e5) * 36e5;
   const times = [];
   for (let time = Math.ceil(from / step) * step; time <= to; time += step) times.push(time);
   return times;
@@ -49,7 +51,7 @@ const MINUTE = 60000;
  */
 export function timeText(time, step = 1, inMinutes = false) {
   const decimals = step >= 1000 ? 0 : step >= 100 ? 1 : step >= 10 ? 2 : 3;
-  const seconds = time / 1000;
+  const seconds = Number((time / 1000).toFixed(decimals));
   if (time < MINUTE && !inMinutes) return `${seconds.toFixed(decimals)} s`;
   const hours = Math.floor(seconds / 3600);
   const minutes = Math.floor(seconds / 60) % 60;
@@ -64,6 +66,4 @@ export function numberText(value) {
 }
 
 /** "1 tick", "2 ticks". */
-export function counted(count, noun) {
-  return `${count} ${noun}${count === 1 ? '' : 's'}`;
-}
+export function counted(count, noun) { return `${count} ${noun}${count === 1 ? '' : 's'}`; }

@@ -1,7 +1,7 @@
 // Everything as a table, for readers who cannot see pictures.
-import { problemsOf } from './data.js';
-import { timeText } from './scales.js';
-import { kindOf, noteOf, wordsOf } from './words.js';
+import {problemsOf} from './data.js';
+import {timeText} from './scales.js';
+import {kindOf, noteOf, wordsOf} from './words.js';
 
 const ROWS = 100;
 const TABLES = ['samples', 'ticks', 'keys', 'clicks', 'views', 'notes'];
@@ -10,16 +10,16 @@ const TABLES = ['samples', 'ticks', 'keys', 'clicks', 'views', 'notes'];
 function itemsOf(play, tables) {
   const items = [];
   for (const table of tables) {
-    for (let index = 0; index < play[table].size; ++index) items.push({ table, index });
+    for (let index = 0; index < play[table].size; ++index) items.push({table, index});
   }
-  const line = ({ table, index }) => play[table].line[index];
+  const line = ({table, index}) => play[table].line[index];
   return items.sort((a, b) => line(a) - line(b));
 }
 
 const CHOICES = {
   events: (play) => itemsOf(play, TABLES.slice(1)),
   all: (play) => itemsOf(play, TABLES),
-  problems: (play) => problemsOf(play).map((index) => ({ table: 'notes', index })),
+  problems: (play) => problemsOf(play).map((index) => ({table: 'notes', index})),
 };
 
 export class LogTable {
@@ -46,7 +46,7 @@ export class LogTable {
     if (section.hidden) return;
     this.fill();
     this.showAt(time);
-    section.scrollIntoView({ block: 'start' });
+    section.scrollIntoView({block: 'start'});
   }
 
   fill() {
@@ -57,7 +57,7 @@ export class LogTable {
 
   /** Begins with the page that holds a time. */
   showAt(time) {
-    const index = this.items.findIndex(({ table, index: i }) => this.play[table].time[i] >= time);
+    const index = this.items.findIndex(({table, index: i}) => this.play[table].time[i] >= time);
     this.first = Math.max(0, Math.floor((index < 0 ? 0 : index) / ROWS) * ROWS);
     this.show();
   }
@@ -69,9 +69,10 @@ export class LogTable {
 
   show() {
     const end = Math.min(this.first + ROWS, this.items.length);
-    this.byId('rows').replaceChildren(...this.items.slice(this.first, end).map((item) => this.row(item)));
-    this.byId('rows-shown').textContent = this.items.length === 0 ? 'nothing'
-      : `${this.first + 1} to ${end} of ${this.items.length}`;
+    this.byId('rows').replaceChildren(
+        ...this.items.slice(this.first, end).map((item) => this.row(item)));
+    this.byId('rows-shown').textContent =
+        this.items.length === 0 ? 'nothing' : `${this.first + 1} to ${end} of ${this.items.length}`;
     this.byId('rows-before').disabled = this.first === 0;
     this.byId('rows-after').disabled = end === this.items.length;
   }
@@ -84,7 +85,8 @@ export class LogTable {
     const go = document.createElement('button');
     go.type = 'button';
     go.textContent = timeText(table.time[item.index]);
-    const cells = [String(table.line[item.index]), go, kindOf(this.play, item), wordsOf(this.play, item)];
+    const cells =
+        [String(table.line[item.index]), go, kindOf(this.play, item), wordsOf(this.play, item)];
     for (const content of cells) row.insertCell().append(content);
     row.addEventListener('click', () => this.look(item));
     return row;
