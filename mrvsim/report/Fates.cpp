@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <cstdlib>
+#include <utility>
 #include <vector>
 
 namespace simulator {
@@ -51,7 +52,9 @@ int panStepOf(const DeviceAxes& axes) {
 class Sum {
  public:
   explicit Sum(int threshold) : threshold_(threshold) {}
-  bool wouldPostWith(int delta) const { return std::abs(int{plus(delta)}) >= threshold_; }
+  bool wouldPostWith(int delta) const { return lackWith(delta) <= 0; }
+  /// How much the sum would stay below the threshold.
+  int lackWith(int delta) const { return threshold_ - std::abs(int{plus(delta)}); }
   void add(int delta) { value_ = plus(delta); }
   void reset(std::int16_t value = 0) { value_ = value; }
 
@@ -61,24 +64,32 @@ class Sum {
   std::int16_t value_ = 0;
 };
 
+/// What the rules say about a sample.
+struct Verdict {
+  Fate fate = Fate::kAtRest;
+  int wait = 0;  ///< the counter of the redraw wait after the sample
+  MotionKind kind = MotionKind::kRest;
+  int delta = 0;  ///< what it adds to the sum of its kind if it is not dropped
+  int lack = 0;   ///< of a tick: how much its sum was below the threshold; at most 0 if it was not
+};
+
 /// The plug-in's rules, with a guess at the host's redraw delay.
 class Retrace {
  public:
   explicit Retrace(std::optional<std::int64_t> redrawDelay) : redrawDelay_(redrawDelay) {}
 
-  Fate take(const Sample& sample) {
+  Verdict take(const Sample& sample) {
     if (redrawAt_ && *redrawAt_ <= sample.time) {
       redrawAt_.reset();
       wait_.end();
     }
-    const Fate fate = fateOf(sample);
+    Verdict verdict = verdictOn(sample);
+    verdict.wait = wait_.value();
     if (sample.has(kHostReacted) && redrawDelay_ && !redrawAt_) {
       redrawAt_ = sample.time + *redrawDelay_;
     }
-    return fate;
+    return verdict;
   }
-
-  int wait() const { return wait_.value(); }
 
   /// Ticks that should have come and did not: the delay is too short.
   std::uint64_t missing() const { return missing_; }
@@ -86,13 +97,20 @@ class Retrace {
   std::uint64_t early() const { return early_; }
 
  private:
-  Fate fateOf(const Sample& sample) {
-    const MotionKind kind = motionKind(sample.axes);
-    if (kind == MotionKind::kTwist) return twist(sample);
+  Verdict verdictOn(const Sample& sample) {
+    Verdict verdict = {.kind = motionKind(sample.axes)};
+    if (verdict.kind == MotionKind::kTwist) {
+      verdict.fate = twist(sample);
+      return verdict;
+    }
     twists_.reset();
-    if (kind == MotionKind::kPush) return move(sample, pushes_, sample.axes[1]);
-    const Fate fate = move(sample, slides_, panStepOf(sample.axes));
-    return kind == MotionKind::kRest ? Fate::kAtRest : fate;
+    const bool isPush = verdict.kind == MotionKind::kPush;
+    Sum& sum = isPush ? pushes_ : slides_;
+    verdict.delta = isPush ? sample.axes[1] : panStepOf(sample.axes);
+    verdict.lack = sum.lackWith(verdict.delta);
+    verdict.fate = sample.has(kTickPosted) ? tick(sum, verdict.lack) : move(sum, verdict.delta);
+    if (verdict.kind == MotionKind::kRest) verdict.fate = Fate::kAtRest;
+    return verdict;
   }
 
   Fate twist(const Sample& sample) {
@@ -110,33 +128,40 @@ class Retrace {
     return Fate::kGathered;
   }
 
-  Fate move(const Sample& sample, Sum& sum, int delta) {
-    if (sample.has(kTickPosted)) return tick(sum, delta);
+  Fate move(Sum& sum, int delta) {
     const bool isWaiting = wait_.value() != 0;
+    const bool mayHaveMissedTheRedraw = unseen_.value() != 0;
+    if (mayHaveMissedTheRedraw) unseen_.drop();
     if (isWaiting || redrawAt_) {
       wait_.drop();
       return isWaiting ? Fate::kWaited : Fate::kRedrawPending;
     }
     if (sum.wouldPostWith(delta)) {
       ++missing_;
-      return Fate::kNothingCame;
+      if (!mayHaveMissedTheRedraw) return Fate::kNothingCame;
+      wait_ = unseen_;
+      return Fate::kWaited;
     }
     sum.add(delta);
     return delta == 0 ? Fate::kTooSmall : Fate::kGathered;
   }
 
-  Fate tick(Sum& sum, int delta) {
-    if (wait_.value() != 0 || redrawAt_ || !sum.wouldPostWith(delta)) ++early_;
+  Fate tick(Sum& sum, int lack) {
+    if (wait_.value() != 0 || redrawAt_ || lack > 0) ++early_;
     redrawAt_.reset();
     sum.reset();
     wait_.end();
     wait_.begin();
+    unseen_ = wait_;
     return Fate::kActed;
   }
 
   std::optional<std::int64_t> redrawDelay_;
   std::optional<std::int64_t> redrawAt_;  ///< set while the host's window waits to be redrawn
   WaitCounter wait_;
+  /// The counter as if no redraw had come since the tick: the plug-in does not see the redraw of a
+  /// window in one half of the screen.
+  WaitCounter unseen_;
   Sum pushes_{11};
   Sum slides_{6};
   Sum twists_{501};
@@ -184,19 +209,65 @@ std::int64_t likeliestDelay(const SampleColumns& samples, std::int64_t longest) 
   return best;
 }
 
+/// Writes the verdicts down. Those on a wait stay open until the next tick, which may show that its
+/// sum began before.
+class Record {
+ public:
+  void take(const Verdict& verdict) {
+    if (verdict.fate == Fate::kActed && verdict.lack > 0) reopen(verdict);
+    const bool isOpen = verdict.wait > 0 && verdict.fate != Fate::kActed;
+    if (!isOpen) close();
+    open_.push_back(verdict);
+    if (!isOpen) close();
+  }
+
+  Fates finished() {
+    close();
+    return std::move(fates_);
+  }
+
+ private:
+  /// The host had redrawn before the samples that the tick's sum needs.
+  void reopen(const Verdict& tick) {
+    int lack = tick.lack;
+    auto first = open_.end();
+    while (first != open_.begin() && lack > 0) {
+      --first;
+      if (first->kind == tick.kind) lack -= std::abs(first->delta);
+    }
+    if (lack > 0) return;
+    for (; first != open_.end(); ++first) {
+      first->wait = 0;
+      if (first->fate != Fate::kWaited) continue;
+      first->fate = first->delta == 0 ? Fate::kTooSmall : Fate::kGathered;
+    }
+  }
+
+  void close() {
+    for (const Verdict& verdict : open_) {
+      fates_.fates.append(static_cast<std::int64_t>(verdict.fate));
+      fates_.waits.append(verdict.wait);
+    }
+    open_.clear();
+  }
+
+  std::vector<Verdict> open_;  ///< at most the samples of one wait
+  Fates fates_;
+};
+
 }  // namespace
 
 Fates inferFates(const SampleColumns& samples) {
-  Fates result;
+  std::optional<std::int64_t> redrawDelay;
   if (const auto longest = shortestRedraw(samples)) {
-    result.redrawDelay = likeliestDelay(samples, *longest);
+    redrawDelay = likeliestDelay(samples, *longest);
   }
-  Retrace retrace(result.redrawDelay);
-  eachSample(samples, [&](const Sample& sample) {
-    result.fates.append(static_cast<std::int64_t>(retrace.take(sample)));
-    result.waits.append(retrace.wait());
-  });
-  return result;
+  Retrace retrace(redrawDelay);
+  Record record;
+  eachSample(samples, [&](const Sample& sample) { record.take(retrace.take(sample)); });
+  Fates fates = record.finished();
+  fates.redrawDelay = redrawDelay;
+  return fates;
 }
 
 }  // namespace simulator

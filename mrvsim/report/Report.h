@@ -11,7 +11,7 @@
 namespace simulator {
 
 /// Takes a log line by line and writes the page. The same lines give the same bytes. Between the
-/// two it holds each sample in about seven bytes and each other line in about ten. [main-thread]
+/// two it holds about twelve bytes for each line. [main-thread]
 class Report {
  public:
   /// Takes the next line, without its end. Time that goes back begins another play. Throws

@@ -126,6 +126,32 @@ TEST_F(FateList, LetsTheFiftyFirstDropEndAWaitWithoutARedraw) {
   EXPECT_EQ(waits()[51], 0);
 }
 
+TEST_F(FateList, KnowsFromATickThatItsSumBeganAfterTheRedraw) {
+  add(push(50), kSilentTick);
+  add(push(50));
+  add(slide(50));
+  add(push(10));
+  add(slide(2));
+  add(push(1), kSilentTick);
+  EXPECT_THAT(fates(), ElementsAre(Fate::kActed, Fate::kWaited, Fate::kWaited, Fate::kGathered,
+                                   Fate::kGathered, Fate::kActed));
+  EXPECT_THAT(waits(), ElementsAre(1, 2, 3, 0, 0, 1));
+}
+
+TEST_F(FateList, GoesOnWaitingIfThePlugInDidNotSeeTheRedraw) {
+  add(push(50), kTick);
+  add(push(50), kTick);
+  for (int i = 0; i < 51; ++i) add(push(50));
+  add(push(50), kTick);
+  for (int i = 0; i < 51; ++i) add(push(50));
+  add(push(50));
+  const auto all = fates();
+  EXPECT_THAT(std::vector(all.begin() + 2, all.begin() + 53), testing::Each(Fate::kWaited));
+  EXPECT_EQ(all[53], Fate::kActed);
+  EXPECT_EQ(all[104], Fate::kWaited);
+  EXPECT_EQ(all[105], Fate::kNothingCame);
+}
+
 TEST_F(FateList, SaysThatNothingCameOfMotionThatWasEnough) {
   add(push(11));
   add(slide(-100));
