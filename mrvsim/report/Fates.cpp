@@ -39,7 +39,8 @@ int panStep(std::int16_t counts) {
   constexpr int kOrigin = 5;
   const double deflection = counts;
   const double end = deflection * std::abs(deflection) / kCountsToPixels + kOrigin;
-  return kOrigin - static_cast<std::int16_t>(end);
+  // The low 16 bits, like the plug-in's.
+  return kOrigin - static_cast<std::int16_t>(static_cast<std::int32_t>(end));
 }
 
 int panStepOf(const DeviceAxes& axes) {

@@ -60,6 +60,14 @@ TEST_F(FateList, CallsSlidesThatRoundToNoStepTooSmall) {
   EXPECT_THAT(fates(), ElementsAre(Fate::kTooSmall, Fate::kGathered, Fate::kGathered));
 }
 
+TEST_F(FateList, TakesTheLargestMotionThatThereIs) {
+  add(slide(-32768), kTick);
+  add(slide(32767), kTick);
+  add(push(-32768), kTick);
+  add(twist(-32768), kBrushKeyPosted);
+  EXPECT_THAT(fates(), testing::Each(Fate::kActed));
+}
+
 TEST_F(FateList, CallsTwistsBelowTwentyTooSmallAndFollowsTheBrushSum) {
   add(twist(19));
   add(twist(-20));
