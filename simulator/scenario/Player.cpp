@@ -109,14 +109,14 @@ void reportAllLeaks() {
 }
 
 Player::Player(const Scenario& scenario, const TemporaryHome& home, PlayerObserver* observer)
-    : scenario_(scenario), observer_(observer) {
-  setUp(home);
+    : scenario_(scenario), home_(home), observer_(observer) {
+  setUp();
 }
 
-void Player::setUp(const TemporaryHome& home) {
+void Player::setUp() {
   const HostSetup& setup = scenario_.host;
-  writeHostFiles(setup, preferencesFolder(home.path()));
-  setHomeFolder(home.path());
+  writeHostFiles(setup, preferencesFolder(home_.path()));
+  setHomeFolder(home_.path());
   theHost().setVersion(setup.version);
   theHost().setTool(setup.tool);
   theHost().setBrush(setup.brush);
@@ -164,7 +164,6 @@ void Player::take(const Step& step) {
   settle();
 }
 
-/// Advances virtual time to `at`; redraws that fall due by then happen at their own times.
 void Player::advanceTo(std::int64_t at) {
   DocumentView& view = theDocumentView();
   while (view.redrawDue() && *view.redrawDue() <= static_cast<double>(at)) {
@@ -254,5 +253,14 @@ void Player::act(const CloseWindowStep&) { theDocumentView().close(); }
 void Player::act(const LayoutStep& step) { keyboardLayout() = step.layout; }
 
 void Player::act(const FailStep& step) { theFaults().add(step.rule); }
+
+void Player::act(const RedrawDelayStep& step) { theDocumentView().redrawDelay = step.milliseconds; }
+
+void Player::act(const PreferenceStep& step) {
+  theDocumentView().zoomWithScrollWheel = step.zoomWithScrollWheel;
+  HostSetup host = scenario_.host;
+  host.zoomWithScrollWheel = step.zoomWithScrollWheel;
+  writeHostFiles(host, preferencesFolder(home_.path()));
+}
 
 }  // namespace simulator

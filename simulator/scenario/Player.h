@@ -42,14 +42,17 @@ class Player {
   void take(const Step& step);
   void unload();
 
+  /// Advances virtual time to `at`, in milliseconds, without a step; redraws that fall due by then
+  /// happen at their own times. REQUIRES: `at` is not less than the last step's time.
+  void advanceTo(std::int64_t at);
+
   /// If the device moved and none of it reached the plug-in: a line that says so and why. Otherwise
   /// empty.
   std::string lostMotion() const;
 
  private:
-  void setUp(const TemporaryHome& home);
+  void setUp();
   void count(const DeviceMessage& message);
-  void advanceTo(std::int64_t at);
   void settle();
   void report(const std::vector<CGRect>& rects);
 
@@ -68,8 +71,11 @@ class Player {
   void act(const CloseWindowStep& step);
   void act(const LayoutStep& step);
   void act(const FailStep& step);
+  void act(const RedrawDelayStep& step);
+  void act(const PreferenceStep& step);
 
   const Scenario& scenario_;
+  const TemporaryHome& home_;
   PlayerObserver* observer_;
   std::unique_ptr<PluginModule> plugin_;
   std::int64_t at_ = 0;  ///< virtual milliseconds of the current step

@@ -93,11 +93,17 @@ struct LayoutStep {
 struct FailStep {
   FaultRule rule;
 };
+struct RedrawDelayStep {
+  std::optional<double> milliseconds;  ///< as `HostSetup::redrawDelay`
+};
+struct PreferenceStep {
+  bool zoomWithScrollWheel;
+};
 
 using StepAction =
     std::variant<CallStep, MessageStep, ActiveStep, WindowPendingStep, ToolbarPendingStep,
                  RefreshStep, MouseStep, ClickStep, ModifiersStep, ToolStep, BrushStep, WindowStep,
-                 CloseWindowStep, LayoutStep, FailStep>;
+                 CloseWindowStep, LayoutStep, FailStep, RedrawDelayStep, PreferenceStep>;
 
 struct Step {
   std::int64_t at = 0;  ///< virtual milliseconds from the start, not less than the previous step's

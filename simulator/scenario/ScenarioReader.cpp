@@ -362,6 +362,9 @@ const std::map<std::string, ActionReader>& actionReaders() {
       {"closeWindow", readCloseWindowStep},
       {"layout", [](const Field& f) -> StepAction { return LayoutStep{f.text()}; }},
       {"fail", readFailStep},
+      {"redrawDelay", [](const Field& f) -> StepAction { return RedrawDelayStep{readDelay(f)}; }},
+      {"zoomWithScrollWheel",
+       [](const Field& f) -> StepAction { return PreferenceStep{f.boolean()}; }},
   };
   return readers;
 }

@@ -44,6 +44,7 @@ STEPS = [
     {"refresh": [[1, 2, 3, -4]]}, {"mouse": [1.5, 2]}, {"click": "moved"}, {"modifiers": 1},
     {"tool": "pencilTool"}, {"brush": None}, {"window": None}, {"window": {}},
     {"closeWindow": True}, {"layout": "x"},
+    {"redrawDelay": 2.5}, {"redrawDelay": None}, {"zoomWithScrollWheel": True},
     {"fail": {"procedure": "Basic.AcquireSuite", "error": -1, "after": 0, "times": 1}},
 ]
 
