@@ -14,6 +14,7 @@
 #include "mrvsim/DumpCommand.h"
 #include "mrvsim/ExitStatus.h"
 #include "mrvsim/ListCommand.h"
+#include "mrvsim/LiveCommand.h"
 #include "mrvsim/Output.h"
 #include "mrvsim/PlayCommand.h"
 #include "mrvsim/ReportCommand.h"
@@ -146,6 +147,58 @@ void addPlay(CLI::App& app, Command& action) {
   });
 }
 
+/// A number of pictures.
+std::uint64_t framesOf(const std::string& text) {
+  constexpr std::uint64_t kMost = 1'000'000;
+  std::uint64_t frames = 0;
+  const char* const end = text.data() + text.size();
+  const auto [stop, error] = std::from_chars(text.data(), end, frames);
+  if (error == std::errc() && stop == end && frames >= 1 && frames <= kMost) return frames;
+  throw BadCommandLine(
+      fmt::format("--frames {}: must be a whole number from 1 to {}", printable(text), kMost));
+}
+
+constexpr char kLiveHelp[] = R"(
+Hold the arrow keys to slide the cap, W and S to push and pull it, A and D to
+twist it; R, F, Q and E tilt it. Or pull the picture of the cap with the mouse,
+or use any joystick, gamepad or 3D mouse. The mouse over the document is the
+host's, and its clicks are those that the plug-in may hold back.
+
+Each time the plug-in is loaded anew, a further recording begins: FILE-2, and so
+on.
+
+Exit status: 0 if the window was closed, 2 if there is no display or the plug-in
+cannot be loaded, 3 after a misuse, 4 if the plug-in broke.)";
+
+void addLive(CLI::App& app, Command& action) {
+  auto options = std::make_shared<LiveOptions>();
+  CLI::App* live =
+      app.add_subcommand("live", "Open a window in which the plug-in is driven by hand");
+  CLI::Option* scenario =
+      live->add_option("SCENARIO", options->scenario, "A scenario whose set-up the host has");
+  addValue(*live, "--plugin", options->plugin, "The plug-in to load: a module or a bundle")
+      ->type_name(kFile);
+  addValue(*live, "--record", options->record, "Write what was done to this file, as a scenario")
+      ->type_name(kFile);
+  addValue(*live, "--log", options->log, "Write the log to this file")->type_name(kFile);
+  live->add_flag("--demo", options->demo, "Play the scenario's steps, too");
+  live->add_option_function<std::string>(
+          "--frames", [options](const std::string& text) { options->frames = framesOf(text); },
+          "Show so many pictures, 60 for each second of virtual time, and close the window")
+      ->type_name("NUMBER");
+  addValue(*live, "--screenshot", options->screenshot, "Write the last picture to this PNG file")
+      ->type_name(kFile);
+  addValue(*live, "--status", options->status,
+           "Write a line for each thing that happens in the window, for programs that drive it")
+      ->type_name(kFile);
+  addTimeout(*live, options->timeout, "one step");
+  live->footer(kLiveHelp);
+  live->callback([options, scenario, &action] {
+    if (options->demo && scenario->empty()) throw CLI::RequiredError("SCENARIO");
+    action = [options] { return runLive(*options); };
+  });
+}
+
 void addReport(CLI::App& app, Command& action) {
   auto files = std::make_shared<std::array<std::string, 2>>();
   CLI::App* report = app.add_subcommand("report", "Make the report of a log that was kept");
@@ -218,6 +271,7 @@ void addCommands(CLI::App& app, Command& action) {
   app.fallthrough(false);
   app.set_version_flag("--version", kVersion);
   addPlay(app, action);
+  addLive(app, action);
   addReport(app, action);
   addDump(app, action);
   addCheck(app, action);

@@ -1,6 +1,5 @@
 #include "mrvsim/PlayCommand.h"
 
-#include <cxxabi.h>
 #include <fcntl.h>
 #include <fmt/format.h>
 #include <sched.h>
@@ -13,10 +12,10 @@
 #include <memory>
 #include <optional>
 #include <stdexcept>
-#include <typeinfo>
 
 #include "mrvsim/ExitStatus.h"
 #include "mrvsim/Output.h"
+#include "mrvsim/PluginFailure.h"
 #include "mrvsim/PluginFile.h"
 #include "mrvsim/report/Report.h"
 #include "simulator/base/Log.h"
@@ -42,35 +41,6 @@ constexpr char kLostMotion = 'M';
 constexpr char kMisuse = 'u';
 constexpr char kCannotPlay = 'E';  ///< the reason
 constexpr char kBroke = 'B';       ///< what the plug-in did that ends the play
-
-/// The name of a type as in a program.
-std::string typeName(const std::type_info& type) {
-  int status = 0;
-  const std::unique_ptr<char, void (*)(void*)> name(
-      abi::__cxa_demangle(type.name(), nullptr, nullptr, &status), std::free);
-  return name ? name.get() : type.name();
-}
-
-/// The exception that is being handled.
-std::string describeException() {
-  const std::type_info* const type = abi::__cxa_current_exception_type();
-  const std::string name = type == nullptr ? "an exception" : typeName(*type);
-  try {
-    throw;
-  } catch (const std::exception& error) {
-    return fmt::format("{} (\"{}\")", name, printable(error.what()));
-  } catch (...) {
-    return name;
-  }
-}
-
-/// Replaces the home folder's name, which differs each time, so logs can be compared.
-std::string withHomeAsTilde(std::string text, const std::string& home) {
-  for (std::size_t at = text.find(home); at != std::string::npos; at = text.find(home, at)) {
-    text.replace(at, home.size(), "~");
-  }
-  return text;
-}
 
 /// Whether people want colour in what is printed.
 bool isColourWanted() {
