@@ -4,6 +4,8 @@
 #include <png.h>
 
 #include <algorithm>
+#include <cmath>
+#include <cstring>
 #include <filesystem>
 #include <stdexcept>
 #include <vector>
@@ -28,11 +30,104 @@ ImFont* loadFont(const std::vector<std::string>& files, float size) {
   ImFontAtlas& fonts = *ImGui::GetIO().Fonts;
   for (const std::string& file : files) {
     if (!std::filesystem::exists(file)) continue;
-    ImFont* const font = fonts.AddFontFromFileTTF(file.c_str(), size, nullptr, letters);
+    // One pixel of the font for each of the window, so letters are sharp and need no scaling.
+    ImFontConfig config;
+    config.OversampleH = config.OversampleV = 1;
+    config.PixelSnapH = true;
+    ImFont* const font = fonts.AddFontFromFileTTF(file.c_str(), size, &config, letters);
     if (font != nullptr) return font;
   }
   return fonts.AddFontDefault();
 }
+
+/// Triangles of one command.
+struct Triangles {
+  SDL_Renderer* renderer;
+  SDL_Texture* texture;
+  const ImDrawVert* vertices;
+  int count;
+
+  void draw(const ImDrawIdx* begin, const ImDrawIdx* end, SDL_Texture* filledWith) const {
+    if (begin == end) return;
+    SDL_RenderGeometryRaw(renderer, filledWith, &vertices->pos.x, sizeof(ImDrawVert),
+                          reinterpret_cast<const SDL_Color*>(&vertices->col), sizeof(ImDrawVert),
+                          &vertices->uv.x, sizeof(ImDrawVert), count, begin,
+                          static_cast<int>(end - begin), sizeof(ImDrawIdx));
+  }
+
+  /// The same for a renderer that draws with the processor, for which upright rectangles and plain
+  /// areas are much less work than triangles of a texture.
+  void drawQuickly(const ImDrawIdx* begin, const ImDrawIdx* end) const {
+    const ImDrawIdx* waiting = begin;
+    bool isPlain = true;
+    const auto flush = [&](const ImDrawIdx* upTo) {
+      draw(waiting, upTo, isPlain ? nullptr : texture);
+      waiting = upTo;
+    };
+    for (const ImDrawIdx* at = begin; at < end;) {
+      if (isRectangle(at, end)) {
+        flush(at);
+        drawRectangle(vertices[at[0]], vertices[at[2]]);
+        waiting = at += kRectangle;
+        continue;
+      }
+      const bool plain = isWhite(at[0]) && isWhite(at[1]) && isWhite(at[2]);
+      if (plain != isPlain) flush(at);
+      isPlain = plain;
+      at += kTriangle;
+    }
+    flush(end);
+  }
+
+ private:
+  static constexpr int kTriangle = 3;
+  static constexpr int kRectangle = 6;
+
+  /// Whether a corner has the texture's white place, which stands for no texture.
+  bool isWhite(ImDrawIdx index) const {
+    const ImVec2 white = ImGui::GetIO().Fonts->TexUvWhitePixel;
+    return vertices[index].uv.x == white.x && vertices[index].uv.y == white.y;
+  }
+
+  /// Whether the next two triangles are an upright rectangle of one colour.
+  bool isRectangle(const ImDrawIdx* at, const ImDrawIdx* end) const {
+    if (end - at < kRectangle || at[3] != at[0] || at[4] != at[2]) return false;
+    const ImDrawVert& a = vertices[at[0]];
+    const ImDrawVert& b = vertices[at[1]];
+    const ImDrawVert& c = vertices[at[2]];
+    const ImDrawVert& d = vertices[at[5]];
+    const bool isUpright = a.pos.y == b.pos.y && b.pos.x == c.pos.x && c.pos.y == d.pos.y &&
+                           d.pos.x == a.pos.x && a.uv.y == b.uv.y && b.uv.x == c.uv.x;
+    return isUpright && a.col == b.col && b.col == c.col && c.col == d.col;
+  }
+
+  void drawRectangle(const ImDrawVert& from, const ImDrawVert& to) const {
+    const SDL_FRect place = {from.pos.x, from.pos.y, to.pos.x - from.pos.x, to.pos.y - from.pos.y};
+    SDL_Color colour;
+    std::memcpy(&colour, &from.col, sizeof colour);
+    if (from.uv.x == to.uv.x) {
+      const bool isOpaque = colour.a == 255;
+      SDL_SetRenderDrawBlendMode(renderer, isOpaque ? SDL_BLENDMODE_NONE : SDL_BLENDMODE_BLEND);
+      SDL_SetRenderDrawColor(renderer, colour.r, colour.g, colour.b, colour.a);
+      SDL_RenderFillRectF(renderer, &place);
+      return;
+    }
+    int width = 0;
+    int height = 0;
+    SDL_QueryTexture(texture, nullptr, nullptr, &width, &height);
+    const auto pixels = [](float share, int size) {
+      return static_cast<int>(std::lround(share * static_cast<float>(size)));
+    };
+    const int left = pixels(from.uv.x, width);
+    const int top = pixels(from.uv.y, height);
+    const SDL_Rect part = {left, top, pixels(to.uv.x, width) - left, pixels(to.uv.y, height) - top};
+    SDL_SetTextureColorMod(texture, colour.r, colour.g, colour.b);
+    SDL_SetTextureAlphaMod(texture, colour.a);
+    SDL_RenderCopyF(renderer, texture, &part, &place);
+    SDL_SetTextureColorMod(texture, 255, 255, 255);
+    SDL_SetTextureAlphaMod(texture, 255);
+  }
+};
 
 int buttonOf(const SDL_MouseButtonEvent& event) {
   return event.button == SDL_BUTTON_LEFT ? 0 : event.button == SDL_BUTTON_RIGHT ? 1 : 2;
@@ -59,7 +154,11 @@ Canvas::Canvas(const char* title, int width, int height) {
   if (!window_) throw failure("the window cannot be opened");
   SDL_SetWindowMinimumSize(window_.get(), kLeastWidth, kLeastHeight);
   renderer_.reset(SDL_CreateRenderer(window_.get(), -1, 0));
-  if (!renderer_) throw failure("the window cannot be drawn in");
+  SDL_RendererInfo info = {};
+  if (!renderer_ || SDL_GetRendererInfo(renderer_.get(), &info) != 0) {
+    throw failure("the window cannot be drawn in");
+  }
+  isSoftware_ = (info.flags & SDL_RENDERER_SOFTWARE) != 0;
   ImGui::CreateContext();
   ImGuiIO& io = ImGui::GetIO();
   io.IniFilename = nullptr;
@@ -78,21 +177,22 @@ void Canvas::loadFonts() {
   plain_ = loadFont({inter + "Regular.otf", dejavu + ".ttf"}, 15);
   strong_ = loadFont({inter + "SemiBold.otf", dejavu + "-Bold.ttf"}, 15);
   large_ = loadFont({inter + "SemiBold.otf", dejavu + "-Bold.ttf"}, 22);
+  fixed_ = loadFont({dejavu + "Mono.ttf"}, 12);
   unsigned char* pixels = nullptr;
   int width = 0;
   int height = 0;
   ImGui::GetIO().Fonts->GetTexDataAsRGBA32(&pixels, &width, &height);
-  fontTexture_ = makeTexture(width, height);
+  fontTexture_ = makeTexture(width, height, false);
   SDL_UpdateTexture(fontTexture_.get(), nullptr, pixels, width * kBytesInPixel);
   ImGui::GetIO().Fonts->SetTexID(fontTexture_.get());
 }
 
-Texture Canvas::makeTexture(int width, int height) {
+Texture Canvas::makeTexture(int width, int height, bool isOpaque) {
   Texture texture(SDL_CreateTexture(renderer_.get(), SDL_PIXELFORMAT_RGBA32,
                                     SDL_TEXTUREACCESS_STATIC, width, height),
                   SDL_DestroyTexture);
   if (!texture) throw failure("the window's pictures cannot be made");
-  SDL_SetTextureBlendMode(texture.get(), SDL_BLENDMODE_BLEND);
+  SDL_SetTextureBlendMode(texture.get(), isOpaque ? SDL_BLENDMODE_NONE : SDL_BLENDMODE_BLEND);
   SDL_SetTextureScaleMode(texture.get(), SDL_ScaleModeLinear);
   return texture;
 }
@@ -165,13 +265,19 @@ void Canvas::draw(const ImDrawList& list) {
                            static_cast<int>(clip.z - clip.x), static_cast<int>(clip.w - clip.y)};
     if (rect.w <= 0 || rect.h <= 0) continue;
     SDL_RenderSetClipRect(renderer_.get(), &rect);
-    const ImDrawVert* const vertices = list.VtxBuffer.Data + command.VtxOffset;
-    const int count = list.VtxBuffer.Size - static_cast<int>(command.VtxOffset);
-    SDL_RenderGeometryRaw(
-        renderer_.get(), static_cast<SDL_Texture*>(command.GetTexID()), &vertices->pos.x,
-        sizeof(ImDrawVert), reinterpret_cast<const SDL_Color*>(&vertices->col), sizeof(ImDrawVert),
-        &vertices->uv.x, sizeof(ImDrawVert), count, list.IdxBuffer.Data + command.IdxOffset,
-        static_cast<int>(command.ElemCount), sizeof(ImDrawIdx));
+    draw(list, command);
+  }
+}
+
+void Canvas::draw(const ImDrawList& list, const ImDrawCmd& command) {
+  auto* const texture = static_cast<SDL_Texture*>(command.GetTexID());
+  const ImDrawIdx* const begin = list.IdxBuffer.Data + command.IdxOffset;
+  Triangles triangles = {renderer_.get(), texture, list.VtxBuffer.Data + command.VtxOffset,
+                         list.VtxBuffer.Size - static_cast<int>(command.VtxOffset)};
+  if (isSoftware_) {
+    triangles.drawQuickly(begin, begin + command.ElemCount);
+  } else {
+    triangles.draw(begin, begin + command.ElemCount, texture);
   }
 }
 

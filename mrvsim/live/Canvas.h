@@ -30,8 +30,9 @@ class Canvas {
   /// Shows what was described since `begin`.
   void end();
 
-  /// A texture of 32-bit pixels: red, green, blue, opacity. Throws `std::runtime_error`.
-  Texture makeTexture(int width, int height);
+  /// A texture of 32-bit pixels: red, green, blue, opacity. Throws
+  /// `std::runtime_error`.
+  Texture makeTexture(int width, int height, bool isOpaque);
 
   /// Writes the window's pixels as they were drawn last to a PNG file. Throws `std::runtime_error`
   /// with one line.
@@ -42,10 +43,12 @@ class Canvas {
   ImFont* plain() const { return plain_; }
   ImFont* strong() const { return strong_; }
   ImFont* large() const { return large_; }
+  ImFont* fixed() const { return fixed_; }  ///< all letters as wide as each other
 
  private:
   void loadFonts();
   void draw(const ImDrawList& list);
+  void draw(const ImDrawList& list, const ImDrawCmd& command);
 
   std::unique_ptr<SDL_Window, void (*)(SDL_Window*)> window_{nullptr, SDL_DestroyWindow};
   std::unique_ptr<SDL_Renderer, void (*)(SDL_Renderer*)> renderer_{nullptr, SDL_DestroyRenderer};
@@ -53,6 +56,8 @@ class Canvas {
   ImFont* plain_ = nullptr;
   ImFont* strong_ = nullptr;
   ImFont* large_ = nullptr;
+  ImFont* fixed_ = nullptr;
+  bool isSoftware_ = false;              ///< whether the processor draws
   std::array<bool, 3> isPressed_ = {};   ///< the mouse's buttons: left, right, middle
   std::array<bool, 3> wasPressed_ = {};  ///< at any time since the last picture
 };

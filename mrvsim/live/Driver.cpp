@@ -147,6 +147,15 @@ void Driver::remember(const StepAction& action) {
   }
 }
 
+Deflection Driver::cap() const {
+  if (!isDemo()) return hand_.deflection();
+  Deflection cap = {};
+  std::transform(lastSample_.begin(), lastSample_.end(), cap.begin(), [&](std::int16_t counts) {
+    return std::clamp(counts / fullDeflection, -1.0, 1.0);
+  });
+  return cap;
+}
+
 void Driver::noteInput(std::int64_t at) {
   if (inputTime_ == 0) inputTime_ = at;
 }

@@ -73,6 +73,9 @@ class Driver {
   const std::deque<SentSample>& samples() const { return samples_; }
   Sample lastSample() const { return lastSample_; }
 
+  /// Where the cap is: the hand's, or the demo's last sample.
+  Deflection cap() const;
+
   double fullDeflection = 200;  ///< counts
 
   /// Called with each step that is taken.

@@ -80,7 +80,7 @@ void drawCap(const Stage& stage) {
   ImDrawList& list = *ImGui::GetWindowDrawList();
   const ImVec2 middle = {from.x + radius, from.y + radius};
   list.AddCircleFilled(middle, radius, kTrough, 48);
-  const Deflection cap = stage.driver.hand().deflection();
+  const Deflection cap = stage.driver.cap();
   const auto moved = [](double share) { return static_cast<float>(share); };
   const ImVec2 knob = {middle.x + moved(cap[kSideways]) * 26, middle.y - moved(cap[kUpward]) * 26};
   const float size = 40 - moved(cap[kPush]) * 9;
@@ -119,8 +119,8 @@ void drawDominant(const Stage& stage, Motion motion) {
   const float width = ImGui::GetContentRegionAvail().x;
   constexpr float kRowHeight = 40;
   ImDrawList& list = *ImGui::GetWindowDrawList();
-  list.AddRectFilled(from, {from.x + width, from.y + kRowHeight}, kTrough, 5);
-  list.AddRectFilled(from, {from.x + 5, from.y + kRowHeight}, look.colour, 2);
+  fillRounded(list, from, {from.x + width, from.y + kRowHeight}, kTrough, 5);
+  fillRounded(list, from, {from.x + 5, from.y + kRowHeight}, look.colour, 2);
   list.AddText(stage.large, stage.large->FontSize, {from.x + 18, from.y + 8}, look.colour,
                look.name);
   const ImVec2 size = ImGui::CalcTextSize(look.effect);
@@ -218,7 +218,7 @@ void drawStrip(const Stage& stage) {
     const double share = static_cast<double>(now - at) / double{1} / Seen::kRemembered;
     return from.x + width * static_cast<float>(1 - std::min(share, 1.0));
   };
-  list.AddRectFilled(from, {from.x + width, from.y + height}, kTrough, 4);
+  fillRounded(list, from, {from.x + width, from.y + height}, kTrough, 4);
   const float lane = height / 2;
   // Samples of one motion in a row are one field.
   const auto& samples = driver.samples();
@@ -231,8 +231,8 @@ void drawStrip(const Stage& stage) {
     }
     const float right = std::max(placeOf(samples[end - 1].at + 10), placeOf(samples[i].at) + 1);
     if (motion != Motion::kRest) {
-      list.AddRectFilled({placeOf(samples[i].at), from.y + 4}, {right, from.y + lane - 3},
-                         lookOf(motion).colour.shade(0.75), 1);
+      fillRounded(list, {placeOf(samples[i].at), from.y + 4}, {right, from.y + lane - 3},
+                  lookOf(motion).colour.shade(0.75), 1);
     }
     i = end;
   }

@@ -59,20 +59,22 @@ void drawFigures(const Stage& stage) {
 /// Which window the host has: where and how large.
 void drawWindowSliders(const Stage& stage) {
   constexpr float kTitleHeight = 22;
+  Widgets widgets = stage.widgets;
+  widgets.nameWidth = 58;
   const HostSetup& host = stage.driver.setup().host;
   const WindowSetup present = host.window.value_or(*liveSetup().host.window);
   bool hasWindow = host.window.has_value();
-  bool changed = stage.widgets.checkbox("Window", hasWindow);
+  bool changed = widgets.checkbox("Window", hasWindow);
   const CGRect& content = present.content;
   auto x = static_cast<float>(content.origin.x);
   auto y = static_cast<float>(content.origin.y);
   auto width = static_cast<float>(content.size.width);
   auto height = static_cast<float>(content.size.height);
   const auto screenHeight = static_cast<float>(std::max(host.screenHeight, 1.0));
-  changed = stage.widgets.slider("Left", x, 0, screenHeight * 1.6F, "%.0f") || changed;
-  changed = stage.widgets.slider("Bottom", y, 0, screenHeight, "%.0f") || changed;
-  changed = stage.widgets.slider("Width", width, 50, screenHeight * 1.6F, "%.0f") || changed;
-  changed = stage.widgets.slider("Height", height, 50, screenHeight, "%.0f") || changed;
+  changed = widgets.slider("Left", x, 0, screenHeight * 1.6F, "%.0f") || changed;
+  changed = widgets.slider("Bottom", y, 0, screenHeight, "%.0f") || changed;
+  changed = widgets.slider("Width", width, 50, screenHeight * 1.6F, "%.0f") || changed;
+  changed = widgets.slider("Height", height, 50, screenHeight, "%.0f") || changed;
   if (!changed) return;
   const auto whole = [](float value) { return static_cast<double>(static_cast<int>(value)); };
   WindowSetup window;
@@ -151,13 +153,17 @@ void drawTopBar(const Stage& stage, const Area& area) {
 void drawHost(const Stage& stage, const Area& area) {
   beginPart("host", area);
   stage.widgets.title("The host");
-  ImGui::Columns(2, "host columns", false);
+  constexpr float kColumnGap = 28;
+  const float width = (ImGui::GetContentRegionAvail().x - kColumnGap) * 0.55F;
+  ImGui::BeginChild("behaviour", {width, 0});
   drawDelay(stage);
   drawChoices(stage);
   drawSwitches(stage);
-  ImGui::NextColumn();
+  ImGui::EndChild();
+  ImGui::SameLine(0, kColumnGap);
+  ImGui::BeginChild("place");
   drawWindowSliders(stage);
-  ImGui::Columns(1);
+  ImGui::EndChild();
   ImGui::End();
 }
 
@@ -185,13 +191,15 @@ void Extras::draw(const Stage& stage, const Area& area) {
 }
 
 void Extras::drawFaults(const Stage& stage) {
-  stage.widgets.choice("Procedure", procedure_, procedures_);
-  stage.widgets.number("fails with", error_);
-  stage.widgets.number("after calls", after_);
-  stage.widgets.number("so often", times_);
+  Widgets widgets = stage.widgets;
+  widgets.nameWidth = 84;
+  widgets.choice("Procedure", procedure_, procedures_);
+  widgets.number("fails with", error_);
+  widgets.number("after calls", after_);
+  widgets.number("so often", times_);
   after_ = std::max(after_, 0);
   times_ = std::max(times_, 0);
-  if (!stage.widgets.button("Inject", {-1, 0})) return;
+  if (!widgets.button("Inject", {-1, 0})) return;
   FaultRule rule;
   rule.procedure = procedures_[procedure_];
   rule.error = error_;
@@ -259,6 +267,7 @@ void drawLog(const Stage& stage, const Area& area) {
   beginPart("log", area);
   stage.widgets.title("What the plug-in does");
   ImGui::BeginChild("lines");
+  ImGui::PushFont(stage.fixed);
   ImGui::PushStyleVar(ImGuiStyleVar_ItemSpacing, {0, 2});
   for (const std::string& line : stage.driver.seen().lines) {
     const bool isMisuse = line.find("misuse") != std::string::npos;
@@ -267,6 +276,7 @@ void drawLog(const Stage& stage, const Area& area) {
     ImGui::PopStyleColor();
   }
   ImGui::PopStyleVar();
+  ImGui::PopFont();
   ImGui::SetScrollHereY(1);
   ImGui::EndChild();
   ImGui::End();

@@ -99,10 +99,7 @@ Light water(double x, double y) {
 Light landscape(int column, int row) {
   const double x = (column + 0.5) / Picture::kWidth;
   const double y = (row + 0.5) / Picture::kHeight;
-  const Light colour = y < kShore ? land(x, y) : water(x, y);
-  const double grain =
-      (chance(static_cast<std::uint32_t>(row * Picture::kWidth + column)) - 0.5) * 6;
-  return {colour.red + grain, colour.green + grain, colour.blue + grain};
+  return y < kShore ? land(x, y) : water(x, y);
 }
 
 }  // namespace

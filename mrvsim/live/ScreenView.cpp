@@ -28,7 +28,7 @@ Rect onWindow(const ScreenMap& map, const CGRect& rect) {
 
 void drawTitle(const Stage& stage, const ScreenMap& map, const Rect& frame, const Rect& content) {
   ImDrawList& list = *ImGui::GetWindowDrawList();
-  list.AddRectFilled(frame.from, frame.to, kTitleBar, 6);
+  fillRounded(list, frame.from, frame.to, kTitleBar, 6);
   const float middle = (frame.from.y + content.from.y) / 2;
   const float radius = static_cast<float>(5 * map.scale);
   const Colour lights[] = {{255, 95, 87}, {254, 188, 46}, {40, 200, 64}};
@@ -111,7 +111,7 @@ void drawNote(const Stage& stage, ImVec2 from, const std::string& text, Colour c
   const ImVec2 size = ImGui::CalcTextSize(text.c_str());
   constexpr float kMargin = 9;
   const ImVec2 to = {from.x + size.x + 2 * kMargin, from.y + size.y + kMargin};
-  list.AddRectFilled(from, to, kDesk.shade(0.78), 5);
+  fillRounded(list, from, to, kDesk.shade(0.78), 5);
   list.AddText(stage.plain, ImGui::GetFontSize(), {from.x + kMargin, from.y + kMargin / 2}, colour,
                text.c_str());
 }
@@ -171,7 +171,7 @@ void drawScreen(const Stage& stage, const ScreenMap& map) {
   const ImVec2 from = {map.area.x, map.area.y};
   const ImVec2 to = {from.x + map.area.width, from.y + map.area.height};
   list.PushClipRect(from, to, true);
-  list.AddRectFilled(from, to, kDesk, 6);
+  fillRounded(list, from, to, kDesk, 6);
   const HostState& host = stage.driver.seen().host;
   if (host.hasWindow) {
     const Rect frame = onWindow(map, host.frame);

@@ -2,6 +2,7 @@
 
 #include <CoreGraphics/CoreGraphics.h>
 
+#include <algorithm>
 #include <cstring>
 #include <utility>
 
@@ -13,6 +14,15 @@ namespace {
 
 constexpr std::size_t kMostLines = 200;
 constexpr std::int64_t kNever = -1000000;
+
+/// The line without its end, and with less room for its time.
+std::string shortened(std::string line) {
+  constexpr std::size_t kRoom = 5;
+  line.pop_back();
+  const std::size_t blanks = line.find_first_not_of(' ');
+  if (blanks != std::string::npos) line.erase(0, std::min(blanks, kRoom));
+  return line;
+}
 
 }  // namespace
 
@@ -73,9 +83,7 @@ void Seen::line(std::string_view text) {
   if (what == "key") key(line);
   if (what == "click") happened(line["passed"] ? kClickPassed : kClickHeldBack, line["t"]);
   if (what == "misuse") ++misuses;
-  std::string words = logText(line, false);
-  words.pop_back();
-  lines.push_back(std::move(words));
+  lines.push_back(shortened(logText(line, false)));
   if (lines.size() > kMostLines) lines.pop_front();
 }
 

@@ -27,6 +27,7 @@ struct Stage {
   ImFont* plain = nullptr;
   ImFont* strong = nullptr;
   ImFont* large = nullptr;
+  ImFont* fixed = nullptr;
   SDL_Texture* picture = nullptr;
   double framesPerSecond = 0;
   double frameTime = 0;  ///< milliseconds that drawing one picture takes

@@ -5,6 +5,29 @@
 
 namespace simulator::live {
 
+void fillRounded(ImDrawList& list, ImVec2 from, ImVec2 to, ImU32 colour, float radius) {
+  from = {std::round(from.x), std::round(from.y)};
+  to = {std::round(to.x), std::round(to.y)};
+  const float round = std::floor(std::min({radius, (to.x - from.x) / 2, (to.y - from.y) / 2}));
+  if (round < 1) return list.AddRectFilled(from, to, colour);
+  list.AddRectFilled({from.x + round, from.y}, {to.x - round, from.y + round}, colour);
+  list.AddRectFilled({from.x, from.y + round}, {to.x, to.y - round}, colour);
+  list.AddRectFilled({from.x + round, to.y - round}, {to.x - round, to.y}, colour);
+  // Soft edges would leave seams between the corners and the rest.
+  const ImDrawListFlags flags = list.Flags;
+  list.Flags &= ~ImDrawListFlags_AntiAliasedFill;
+  const auto corner = [&](float x, float y, int begin) {
+    list.PathLineTo({x, y});
+    list.PathArcToFast({x, y}, round, begin, begin + 3);
+    list.PathFillConvex(colour);
+  };
+  corner(to.x - round, to.y - round, 0);
+  corner(from.x + round, to.y - round, 3);
+  corner(from.x + round, from.y + round, 6);
+  corner(to.x - round, from.y + round, 9);
+  list.Flags = flags;
+}
+
 void Widgets::title(const char* text) const {
   ImGui::PushFont(strong_);
   ImGui::TextUnformatted(text);
@@ -82,17 +105,15 @@ bool Widgets::choice(const char* name, std::size_t& index,
 
 void Widgets::bar(ImVec2 from, ImVec2 to, double share, bool isSigned, Colour colour) {
   ImDrawList& list = *ImGui::GetWindowDrawList();
-  constexpr float kRounding = 2;
-  list.AddRectFilled(from, to, kTrough, kRounding);
+  list.AddRectFilled(from, to, kTrough);
   const float filled = static_cast<float>(std::clamp(share, -1.0, 1.0));
   const float width = to.x - from.x;
-  const float begin = isSigned ? from.x + width / 2 : from.x;
-  const float end = begin + filled * (isSigned ? width / 2 : width);
-  if (std::abs(end - begin) >= 1) {
-    list.AddRectFilled({std::min(begin, end), from.y}, {std::max(begin, end), to.y}, colour,
-                       kRounding);
+  const float begin = std::round(isSigned ? from.x + width / 2 : from.x);
+  const float end = std::round(begin + filled * (isSigned ? width / 2 : width));
+  if (begin != end) {
+    list.AddRectFilled({std::min(begin, end), from.y}, {std::max(begin, end), to.y}, colour);
   }
-  if (isSigned) list.AddRectFilled({begin - 0.5F, from.y}, {begin + 0.5F, to.y}, kFaint);
+  if (isSigned) list.AddRectFilled({begin, from.y - 2}, {begin + 1, to.y + 2}, kFaint);
 }
 
 void Widgets::lamp(const char* text, float width, double glow, Colour colour) {
@@ -101,8 +122,8 @@ void Widgets::lamp(const char* text, float width, double glow, Colour colour) {
   const ImVec2 to = {from.x + width, from.y + height};
   ImDrawList& list = *ImGui::GetWindowDrawList();
   constexpr float kRounding = 4;
-  list.AddRectFilled(from, to, kTrough, kRounding);
-  if (glow > 0) list.AddRectFilled(from, to, colour.shade(glow), kRounding);
+  fillRounded(list, from, to, kTrough, kRounding);
+  if (glow > 0) fillRounded(list, from, to, colour.shade(glow), kRounding);
   const ImVec2 size = ImGui::CalcTextSize(text);
   const ImU32 ink = glow > 0.5 ? kBackground.shade() : glow > 0 ? kText.shade() : kFaint.shade();
   list.AddText({from.x + (width - size.x) / 2, from.y + (height - size.y) / 2}, ink, text);

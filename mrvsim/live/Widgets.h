@@ -16,6 +16,10 @@ namespace simulator::live {
 /// is drawn.
 using PlaceNotes = std::function<void(const std::string& name, ImVec2 from, ImVec2 to)>;
 
+/// Fills a rectangle with round corners. Only the corners are not upright rectangles, which is much
+/// less work where the processor draws.
+void fillRounded(ImDrawList& list, ImVec2 from, ImVec2 to, ImU32 colour, float radius);
+
 /// Draws named controls. [main-thread]
 class Widgets {
  public:
@@ -47,7 +51,7 @@ class Widgets {
   static void lamp(const char* text, float width, double glow, Colour colour);
 
   /// Where the controls begin after their names, from the column's left edge.
-  float nameWidth = 104;
+  float nameWidth = 96;
 
  private:
   void placeOfName(const char* name) const;

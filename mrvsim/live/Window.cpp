@@ -43,7 +43,7 @@ Window::Window(Driver& driver, StatusLines& status, AxisMaps maps,
       widgets_(canvas_.strong(), [this](const std::string& name, ImVec2 from,
                                         ImVec2 to) { status_.place(name, from, to); }),
       extras_(mapsFile),
-      texture_(canvas_.makeTexture(Picture::kWidth, Picture::kHeight)) {
+      texture_(canvas_.makeTexture(Picture::kWidth, Picture::kHeight, true)) {
   showPaint({0, 0, Picture::kWidth, Picture::kHeight});
   driver_.taken = [this](const Json& step) { status_.step(step); };
 }
@@ -176,9 +176,9 @@ void Window::layOut() {
   screen_ = fitScreen({middle.x + kMargin, middle.y + kMargin, middle.width - 2 * kMargin,
                        middle.height - 2 * kMargin},
                       driver_.setup().host.screenHeight);
-  const Stage stage = {driver_,         devices_,          widgets_,
-                       canvas_.plain(), canvas_.strong(),  canvas_.large(),
-                       texture_.get(),  1 / frameSeconds_, frameTime_};
+  const Stage stage = {driver_,           devices_,        widgets_,        canvas_.plain(),
+                       canvas_.strong(),  canvas_.large(), canvas_.fixed(), texture_.get(),
+                       1 / frameSeconds_, frameTime_};
   drawTopBar(stage, {0, 0, size.x, kTopHeight});
   ImGui::PushStyleColor(ImGuiCol_WindowBg, kBackground.shade());
   beginPart("screen", middle, ImGuiWindowFlags_NoInputs);
@@ -186,8 +186,8 @@ void Window::layOut() {
   ImGui::End();
   ImGui::PopStyleColor();
   drawMotion(stage, {left + kGap, kTopHeight + kGap, kSideWidth, size.y - kTopHeight - kGap});
-  const float half = left * 0.44F;
-  const float quarter = left * 0.25F;
+  const float half = left * 0.43F;
+  const float quarter = left * 0.23F;
   drawHost(stage, {0, bottom, half, kBottomHeight});
   extras_.draw(stage, {half + kGap, bottom, quarter, kBottomHeight});
   const float logLeft = half + quarter + 2 * kGap;
