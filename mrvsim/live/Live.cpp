@@ -99,7 +99,7 @@ int runWindow(const LiveOptions& options) {
   const AxisMaps maps = mapsFile.empty() ? AxisMaps() : AxisMaps::load(mapsFile);
   Recording recording(options.record, options.log, {options.scenario, plugin});
   // Before SDL has threads.
-  Session session(plugin, options.timeout);
+  Session session({plugin, besideProgram("libMoravinClient.so")}, options.timeout);
   const Sdl sdl;
   StatusLines status(options.status);
   Driver driver(session, recording, std::move(play.setup), std::move(play.demo),

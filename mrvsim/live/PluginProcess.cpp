@@ -21,7 +21,6 @@
 #include "simulator/base/Log.h"
 #include "simulator/host/DocumentView.h"
 #include "simulator/host/Host.h"
-#include "simulator/loader/PluginModule.h"
 #include "simulator/macos/WindowServer.h"
 #include "simulator/moravin/Framework.h"
 #include "simulator/scenario/HostFiles.h"
@@ -117,10 +116,10 @@ constexpr char kBroke = 'K';
 /// Plays in the process that may crash.
 class Performer {
  public:
-  Performer(const Scenario& setup, const TemporaryHome& home, const std::string& plugin,
+  Performer(const Scenario& setup, const TemporaryHome& home, const PluginFiles& files,
             double timeout, Orders& orders, Channel& channel)
       : home_(home),
-        plugin_(plugin),
+        files_(files),
         breath_(breathOf(timeout)),
         orders_(orders),
         channel_(channel),
@@ -161,9 +160,9 @@ class Performer {
   void load() {
     theLog().setSink([this](const LogLine& line) { logged(line); });
     theLog().setPrelude([this] { capture_.drain([this](const auto& text) { printed(text); }); });
-    watchModule(std::filesystem::absolute(plugin_).string());
+    watchModule(std::filesystem::absolute(files_.plugin).string());
     channel_.reach({.phase = Milestone::kLoading});
-    player_.load(plugin_, besideProgram("libMoravinClient.so"));
+    player_.load(files_.plugin, files_.framework);
     channel_.send(message::kWasLoaded, "");
     channel_.flush();
   }
@@ -241,7 +240,7 @@ class Performer {
   }
 
   const TemporaryHome& home_;
-  const std::string& plugin_;
+  const PluginFiles& files_;
   const int breath_;
   Orders& orders_;
   Channel& channel_;
@@ -258,8 +257,8 @@ class Performer {
 /// Starts plug-ins as the orders say, in a process that the window does not share.
 class Keeper {
  public:
-  Keeper(const std::string& plugin, double timeout, int orders, int messages)
-      : plugin_(plugin), timeout_(timeout), orders_(orders), messages_(messages) {}
+  Keeper(const PluginFiles& files, double timeout, int orders, int messages)
+      : files_(files), timeout_(timeout), orders_(orders), messages_(messages) {}
 
   /// Returns after the orders' end.
   void keep() {
@@ -288,7 +287,7 @@ class Keeper {
     broke_.clear();
     WatchedProcess process(
         [&](Channel& channel) {
-          Performer(scenario, home, plugin_, timeout_, orders_, channel).perform();
+          Performer(scenario, home, files_, timeout_, orders_, channel).perform();
         },
         timeout_);
     // The plug-in's process has what was read, and reads the rest.
@@ -312,7 +311,7 @@ class Keeper {
 
   std::string functionOf(const ProcessEnd& end) const {
     if (end.how != ProcessEnd::kSignalled || end.crashOffset == 0) return {};
-    const std::string function = functionAt(plugin_, end.crashOffset);
+    const std::string function = functionAt(files_.plugin, end.crashOffset);
     return function.empty() ? "" : " in " + printable(function, 200);
   }
 
@@ -321,7 +320,8 @@ class Keeper {
       return fmt::format("/steps/{} ({}): the plug-in {}", at.step, at.kind, broke_);
     }
     const char* const when = at.phase == Milestone::kUnloading ? "unloaded" : "loaded";
-    return fmt::format("{}: the plug-in {} while it was {}", printableFile(plugin_), broke_, when);
+    return fmt::format("{}: the plug-in {} while it was {}", printableFile(files_.plugin), broke_,
+                       when);
   }
 
   void sendAll(std::string_view bytes) {
@@ -333,7 +333,7 @@ class Keeper {
     }
   }
 
-  const std::string plugin_;
+  const PluginFiles files_;
   const double timeout_;
   Orders orders_;
   const int messages_;
@@ -342,12 +342,12 @@ class Keeper {
 
 /// In a session of its own, so that Ctrl-C reaches the window alone, which then unloads the
 /// plug-in.
-[[noreturn]] void runKeeper(const std::string& plugin, double timeout, int orders, int messages) {
+[[noreturn]] void runKeeper(const PluginFiles& files, double timeout, int orders, int messages) {
   setsid();
   theLeftovers().leaveToParent();
   theLeftovers().guard();
   adoptOrphans();
-  Keeper keeper(plugin, timeout, orders, messages);
+  Keeper keeper(files, timeout, orders, messages);
   try {
     keeper.keep();
   } catch (const std::exception& error) {
@@ -365,7 +365,7 @@ class Keeper {
 
 }  // namespace
 
-PluginProcess::PluginProcess(const std::string& plugin, double timeout) {
+PluginProcess::PluginProcess(const PluginFiles& files, double timeout) {
   std::array<int, 2> in{};
   std::array<int, 2> out{};
   if (pipe2(in.data(), O_CLOEXEC) != 0) throw std::runtime_error("there is no pipe left");
@@ -379,7 +379,7 @@ PluginProcess::PluginProcess(const std::string& plugin, double timeout) {
   if (process_ == 0) {
     orders = OpenFile();
     messages = OpenFile();
-    runKeeper(plugin, timeout, ordersEnd.get(), messagesEnd.get());
+    runKeeper(files, timeout, ordersEnd.get(), messagesEnd.get());
   }
   fcntl(orders.get(), F_SETFL, O_NONBLOCK);
   fcntl(messages.get(), F_SETFL, O_NONBLOCK);

@@ -45,13 +45,18 @@ struct HostState {
   std::int32_t wait = 0;
 };
 
+struct PluginFiles {
+  std::string plugin;     ///< a module or a bundle
+  std::string framework;  ///< the device framework's module
+};
+
 /// Starts a process that reads orders and sends messages until the orders end. It plays each
 /// plug-in in a child of its own, which may crash, and ends it if a step takes longer than
 /// `timeout` seconds. Throws `std::runtime_error` if the system refuses. REQUIRES: this process has
 /// one thread.
 class PluginProcess {
  public:
-  PluginProcess(const std::string& plugin, double timeout);
+  PluginProcess(const PluginFiles& files, double timeout);
 
   /// Ends the orders and waits for the process's end.
   ~PluginProcess();

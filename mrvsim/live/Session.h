@@ -17,7 +17,7 @@ class Session {
   using Receiver = std::function<void(char kind, std::string_view text)>;
 
   /// See `PluginProcess`.
-  Session(const std::string& plugin, double timeout) : process_(plugin, timeout) {}
+  Session(const PluginFiles& files, double timeout) : process_(files, timeout) {}
 
   /// Loads the plug-in with this set-up, a scenario without steps. REQUIRES: none is loaded, or it
   /// has ended.

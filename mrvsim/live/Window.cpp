@@ -114,7 +114,10 @@ void Window::passMouse() {
   const std::optional<ImVec2> place = std::exchange(mouse_, std::nullopt);
   if (!place || (!screen_.contains(*place) && !isButtonDown_)) return;
   const CGPoint exact = screen_.toScreen(*place);
-  driver_.take(MouseStep{{std::round(exact.x), std::round(exact.y)}});
+  const CGPoint there = {std::round(exact.x), std::round(exact.y)};
+  const CGPoint before = driver_.setup().mouse;
+  if (there.x == before.x && there.y == before.y) return;
+  driver_.take(MouseStep{there});
   if (isButtonDown_) driver_.take(ClickStep{Click::kDragged});
 }
 
