@@ -83,6 +83,8 @@ void run(const LiveOptions& options, Driver& driver, Window& window) {
   try {
     runLoop(driver, window, clock, events, {options.frames, options.frames > 0});
   } catch (const Interrupted&) {
+    // What was recorded is kept; a further interrupt gives it up.
+    settleInterrupt();
     driver.finish();
     throw;
   }

@@ -79,34 +79,62 @@ double treeLine(double x) {
   return kShore - 0.005 - height * std::max(0.0, 1 - across - jagged);
 }
 
-Light land(double x, double y) {
-  Light colour = sky(x, y);
-  for (const Ridge& ridge : kRidges) {
-    const double line = ridgeLine(ridge, x);
-    if (y > line) colour = mixed(ridge.colour, kGlow, 0.35 * std::max(0.0, 1 - (y - line) * 9));
+/// What a column of the picture looks like, as far as it does not depend on the row.
+struct Column {
+  double x = 0;
+  double trees = 0;
+  double swell = 0;  ///< of the lake's waves
+  std::array<double, kRidges.size()> ridges{};
+};
+
+class Landscape {
+ public:
+  Landscape() : columns_(Picture::kWidth) {
+    for (std::size_t i = 0; i < columns_.size(); ++i) {
+      Column& column = columns_[i];
+      column.x = (static_cast<double>(i) + 0.5) / Picture::kWidth;
+      column.trees = treeLine(column.x);
+      column.swell = 3 * std::sin(column.x * 9);
+      std::transform(kRidges.begin(), kRidges.end(), column.ridges.begin(),
+                     [&](const Ridge& ridge) { return ridgeLine(ridge, column.x); });
+    }
   }
-  return y > treeLine(x) ? Light{20, 26, 44} : colour;
-}
 
-/// The lake shows the land upside down, broken by waves that grow towards the viewer.
-Light water(double x, double y) {
-  const double depth = y - kShore;
-  const double wave = std::sin(depth * 900 / (1 + depth * 14) + 3 * std::sin(x * 9)) * depth * 0.05;
-  const Light mirrored = land(std::clamp(x + wave * 0.6, 0.0, 1.0), kShore - depth * 2.4 + wave);
-  return mixed(mirrored, {24, 40, 78}, 0.35 + depth * 1.2);
-}
+  Light at(int column, int row) const {
+    const double y = (row + 0.5) / Picture::kHeight;
+    const Column& here = columns_[static_cast<std::size_t>(column)];
+    return y < kShore ? land(here, y) : water(here, y);
+  }
 
-Light landscape(int column, int row) {
-  const double x = (column + 0.5) / Picture::kWidth;
-  const double y = (row + 0.5) / Picture::kHeight;
-  return y < kShore ? land(x, y) : water(x, y);
-}
+ private:
+  /// The nearest thing hides the others.
+  static Light land(const Column& column, double y) {
+    if (y > column.trees) return {20, 26, 44};
+    for (std::size_t i = kRidges.size(); i-- > 0;) {
+      const double depth = y - column.ridges[i];
+      if (depth > 0) return mixed(kRidges[i].colour, kGlow, 0.35 * std::max(0.0, 1 - depth * 9));
+    }
+    return sky(column.x, y);
+  }
+
+  /// The lake shows the land upside down, broken by waves that grow towards the viewer.
+  Light water(const Column& column, double y) const {
+    const double depth = y - kShore;
+    const double wave = std::sin(depth * 900 / (1 + depth * 14) + column.swell) * depth * 0.05;
+    const double mirrored = std::clamp(column.x + wave * 0.6, 0.0, 1.0) * (Picture::kWidth - 1);
+    const Column& there = columns_[static_cast<std::size_t>(mirrored)];
+    return mixed(land(there, kShore - depth * 2.4 + wave), {24, 40, 78}, 0.35 + depth * 1.2);
+  }
+
+  std::vector<Column> columns_;
+};
 
 }  // namespace
 
 Picture::Picture() : pixels_(std::size_t{kWidth} * kHeight) {
+  const Landscape landscape;
   for (int y = 0; y < kHeight; ++y) {
-    for (int x = 0; x < kWidth; ++x) at(x, y) = packed(landscape(x, y));
+    for (int x = 0; x < kWidth; ++x) at(x, y) = packed(landscape.at(x, y));
   }
 }
 

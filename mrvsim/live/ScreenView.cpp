@@ -23,7 +23,8 @@ struct Rect {
 Rect onWindow(const ScreenMap& map, const CGRect& rect) {
   const CGPoint low = rect.origin;
   const CGPoint high = {low.x + rect.size.width, low.y + rect.size.height};
-  return {map.toWindow({low.x, high.y}), map.toWindow({high.x, low.y})};
+  const auto whole = [](ImVec2 place) { return ImVec2{std::round(place.x), std::round(place.y)}; };
+  return {whole(map.toWindow({low.x, high.y})), whole(map.toWindow({high.x, low.y}))};
 }
 
 void drawTitle(const Stage& stage, const ScreenMap& map, const Rect& frame, const Rect& content) {

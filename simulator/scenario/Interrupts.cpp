@@ -49,6 +49,11 @@ void throwIfInterrupted() {
   if (noted != 0) throw Interrupted{static_cast<int>(noted)};
 }
 
+void settleInterrupt() {
+  alarm(0);
+  noted = 0;
+}
+
 void forgetInterrupts() {
   alarm(0);
   handle(SIGPIPE, SIG_DFL);

@@ -17,6 +17,10 @@ void noteInterrupts();
 /// before each one that may block. [main-thread]
 void throwIfInterrupted();
 
+/// The signal that was noted has been seen to: only a further one makes `throwIfInterrupted` throw.
+/// For a program that keeps something before it ends. [main-thread]
+void settleInterrupt();
+
 /// Undoes `noteInterrupts`, in a child process.
 void forgetInterrupts();
 
