@@ -1,7 +1,8 @@
 # What `cmake --install` copies, and the package that `cpack` makes of it.
 #
 #   PREFIX/bin/mrvsim                  a link to the program
-#   PREFIX/lib/mrvphotoshop/           the program, the simulated Mac, the module; the bundle if built
+#   PREFIX/lib/mrvphotoshop/           the program, the simulated Mac, the live window, the module; the
+#                                      bundle if built
 #   PREFIX/share/mrvphotoshop/         scenarios, schemas
 #   PREFIX/share/doc/mrvphotoshop/     documents
 #   PREFIX/share/man/man1/             the manual page, and the completions where shells look
@@ -11,9 +12,12 @@ set(document_folder share/doc/mrvphotoshop)
 set(pages "${PROJECT_BINARY_DIR}/pages")
 
 # The program finds the others in its own folder.
-set_target_properties(mrvsim mrv_simulator MoravinClient MrvPhotoshop PROPERTIES
-                      INSTALL_RPATH "$ORIGIN")
-install(TARGETS mrvsim mrv_simulator MoravinClient MrvPhotoshop
+set(programs mrvsim mrv_simulator MoravinClient MrvPhotoshop)
+if(MRV_LIVE)
+  list(APPEND programs MrvLive)
+endif()
+set_target_properties(${programs} PROPERTIES INSTALL_RPATH "$ORIGIN")
+install(TARGETS ${programs}
         RUNTIME DESTINATION ${program_folder} LIBRARY DESTINATION ${program_folder})
 install(CODE [[
   set(bin "$ENV{DESTDIR}${CMAKE_INSTALL_PREFIX}/bin")
@@ -59,6 +63,7 @@ set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION graphics)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS "${PROJECT_BINARY_DIR}/bin")
-# The bundle's C++ library, which is loaded by name.
+# The bundle's C++ library, which is loaded by name, and the live window's fonts.
 set(CPACK_DEBIAN_PACKAGE_DEPENDS libc++1-19)
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "fonts-inter, fonts-dejavu-core")
 include(CPack)

@@ -189,7 +189,7 @@ void addLive(CLI::App& app, Command& action) {
   addValue(*live, "--screenshot", options->screenshot, "Write the last picture to this PNG file")
       ->type_name(kFile);
   addValue(*live, "--status", options->status,
-           "Write a line for each thing that happens in the window, for programs that drive it")
+           "Write a line in JSON for each thing that happens in the window to this file or pipe")
       ->type_name(kFile);
   addTimeout(*live, options->timeout, "one step");
   live->footer(kLiveHelp);

@@ -18,8 +18,9 @@ int runLive(const LiveOptions& options) {
   }
   void* const library = dlopen(module.c_str(), RTLD_NOW | RTLD_LOCAL);
   if (library == nullptr) {
-    throw std::runtime_error(
-        fmt::format("live: the window's libraries are missing: {}", printable(dlerror(), 200)));
+    const std::string reason = dlerror();
+    throw std::runtime_error(fmt::format("live: the library {} is missing or too old",
+                                         printable(reason.substr(0, reason.find(':')))));
   }
   using Live = int (*)(const LiveOptions*);
   const auto live = reinterpret_cast<Live>(dlsym(library, "mrvLive"));

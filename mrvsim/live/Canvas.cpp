@@ -1,6 +1,5 @@
 #include "mrvsim/live/Canvas.h"
 
-#include <fmt/format.h>
 #include <png.h>
 
 #include <algorithm>
@@ -11,17 +10,12 @@
 #include <vector>
 
 #include "mrvsim/live/Theme.h"
-#include "simulator/scenario/Wording.h"
 
 namespace simulator::live {
 
 namespace {
 
 constexpr int kBytesInPixel = 4;
-
-std::runtime_error failure(const char* what) {
-  return std::runtime_error(fmt::format("live: {}: {}", what, printable(SDL_GetError())));
-}
 
 /// The first of the fonts that is installed; Dear ImGui's own if none is.
 ImFont* loadFont(const std::vector<std::string>& files, float size) {
@@ -151,12 +145,12 @@ void mapKeys(ImGuiIO& io) {
 Canvas::Canvas(const char* title, int width, int height) {
   window_.reset(SDL_CreateWindow(title, SDL_WINDOWPOS_UNDEFINED, SDL_WINDOWPOS_UNDEFINED, width,
                                  height, SDL_WINDOW_RESIZABLE));
-  if (!window_) throw failure("the window cannot be opened");
+  if (!window_) throw std::runtime_error("live: the window cannot be opened");
   SDL_SetWindowMinimumSize(window_.get(), kLeastWidth, kLeastHeight);
   renderer_.reset(SDL_CreateRenderer(window_.get(), -1, 0));
   SDL_RendererInfo info = {};
   if (!renderer_ || SDL_GetRendererInfo(renderer_.get(), &info) != 0) {
-    throw failure("the window cannot be drawn in");
+    throw std::runtime_error("live: the window cannot be drawn in");
   }
   isSoftware_ = (info.flags & SDL_RENDERER_SOFTWARE) != 0;
   ImGui::CreateContext();
@@ -191,7 +185,7 @@ Texture Canvas::makeTexture(int width, int height, bool isOpaque) {
   Texture texture(SDL_CreateTexture(renderer_.get(), SDL_PIXELFORMAT_RGBA32,
                                     SDL_TEXTUREACCESS_STATIC, width, height),
                   SDL_DestroyTexture);
-  if (!texture) throw failure("the window's pictures cannot be made");
+  if (!texture) throw std::runtime_error("live: the window's pictures cannot be made");
   SDL_SetTextureBlendMode(texture.get(), isOpaque ? SDL_BLENDMODE_NONE : SDL_BLENDMODE_BLEND);
   SDL_SetTextureScaleMode(texture.get(), SDL_ScaleModeLinear);
   return texture;
@@ -281,7 +275,7 @@ void Canvas::draw(const ImDrawList& list, const ImDrawCmd& command) {
   }
 }
 
-void Canvas::savePicture(const std::string& file) {
+std::string Canvas::picture() const {
   int width = 0;
   int height = 0;
   SDL_GetRendererOutputSize(renderer_.get(), &width, &height);
@@ -294,9 +288,13 @@ void Canvas::savePicture(const std::string& file) {
   image.width = static_cast<png_uint_32>(width);
   image.height = static_cast<png_uint_32>(height);
   image.format = PNG_FORMAT_RGB;
-  if (png_image_write_to_file(&image, file.c_str(), 0, pixels.data(), 0, nullptr) != 0) return;
-  throw std::runtime_error(
-      fmt::format("{}: cannot be written: {}", printableFile(file), printable(image.message)));
+  png_alloc_size_t size = PNG_IMAGE_PNG_SIZE_MAX(image);
+  std::string bytes(size, '\0');
+  if (png_image_write_to_memory(&image, bytes.data(), &size, 0, pixels.data(), 0, nullptr) == 0) {
+    throw std::runtime_error("live: the window's picture cannot be written");
+  }
+  bytes.resize(size);
+  return bytes;
 }
 
 }  // namespace simulator::live

@@ -34,9 +34,9 @@ class Canvas {
   /// `std::runtime_error`.
   Texture makeTexture(int width, int height, bool isOpaque);
 
-  /// Writes the window's pixels as they were drawn last to a PNG file. Throws `std::runtime_error`
-  /// with one line.
-  void savePicture(const std::string& file);
+  /// The window as it was drawn last, as the bytes of a PNG file. Throws `std::runtime_error` with
+  /// one line.
+  std::string picture() const;
 
   ImVec2 size() const;
 

@@ -37,12 +37,13 @@ Scenario liveSetup() {
   return scenario;
 }
 
-Driver::Driver(Session& session, Recording& recording, Scenario setup, std::vector<Step> demo,
-               bool isMeasured)
+Driver::Driver(Session& session, Recording& recording, Scenario setup,
+               std::optional<std::vector<Step>> demo, bool isMeasured)
     : session_(session),
       recording_(recording),
       setup_(std::move(setup)),
-      demo_(std::move(demo)),
+      isDemo_(demo.has_value()),
+      demo_(std::move(demo).value_or(std::vector<Step>())),
       isMeasured_(isMeasured) {}
 
 void Driver::start(std::int64_t now) {

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <deque>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -29,10 +30,11 @@ struct SentSample {
 /// Every time is in nanoseconds of one clock, which never goes back. [main-thread]
 class Driver {
  public:
-  /// `demo`: steps to take at their times. `isMeasured`: the clock is the steady clock, and the
-  /// time from input to posted event is measured. REQUIRES: the references outlive the driver.
-  Driver(Session& session, Recording& recording, Scenario setup, std::vector<Step> demo,
-         bool isMeasured);
+  /// `demo`: steps to take at their times, also none; nullopt: there is no demo. `isMeasured`: the
+  /// clock is the steady clock, and the time from input to posted event is measured. REQUIRES: the
+  /// references outlive the driver.
+  Driver(Session& session, Recording& recording, Scenario setup,
+         std::optional<std::vector<Step>> demo, bool isMeasured);
 
   /// Loads the plug-in and, without a demo, calls it with "Startup". REQUIRES: none is loaded.
   void start(std::int64_t now);
@@ -67,7 +69,7 @@ class Driver {
   const Seen& seen() const { return seen_; }
   const Scenario& setup() const { return setup_; }
   bool isActive() const { return isActive_; }
-  bool isDemo() const { return !demo_.empty(); }
+  bool isDemo() const { return isDemo_; }
   int starts() const { return starts_; }
   std::int64_t time() const { return time_; }  ///< virtual milliseconds
   const std::deque<SentSample>& samples() const { return samples_; }
@@ -93,6 +95,7 @@ class Driver {
   Session& session_;
   Recording& recording_;
   Scenario setup_;
+  const bool isDemo_;
   const std::vector<Step> demo_;
   const bool isMeasured_;
   std::size_t nextDemoStep_ = 0;

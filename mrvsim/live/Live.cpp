@@ -5,6 +5,7 @@
 
 #include <cstdlib>
 #include <memory>
+#include <optional>
 #include <stdexcept>
 
 #include "mrvsim/ExitStatus.h"
@@ -36,6 +37,9 @@ class Sdl {
       throw std::runtime_error(
           "live: there is no display to open a window on; DISPLAY and WAYLAND_DISPLAY are not set");
     }
+    // Otherwise SDL would go on to draw into memory if the display is not there.
+    const char* const drivers = isSet("WAYLAND_DISPLAY") ? "wayland,x11" : "x11";
+    if (!isSet("SDL_VIDEODRIVER")) SDL_SetHint(SDL_HINT_VIDEODRIVER, drivers);
     // Interrupts are noted already, and the device is also followed while another window is used.
     SDL_SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
     SDL_SetHint(SDL_HINT_JOYSTICK_ALLOW_BACKGROUND_EVENTS, "1");
@@ -43,8 +47,10 @@ class Sdl {
     SDL_SetHint(SDL_HINT_VIDEO_X11_NET_WM_BYPASS_COMPOSITOR, "0");
     SDL_SetMainReady();
     if (SDL_Init(SDL_INIT_VIDEO | SDL_INIT_JOYSTICK | SDL_INIT_GAMECONTROLLER) == 0) return;
-    throw std::runtime_error(
-        fmt::format("live: no window can be opened: {}", printable(SDL_GetError())));
+    const char* const variable = isSet("DISPLAY") ? "DISPLAY" : "WAYLAND_DISPLAY";
+    throw std::runtime_error(fmt::format(
+        "live: no window can be opened on the display that {} names{}", variable,
+        isSet(variable) ? fmt::format(", \"{}\"", printable(std::getenv(variable))) : ""));
   }
   ~Sdl() { SDL_Quit(); }
   Sdl(const Sdl&) = delete;
@@ -53,7 +59,7 @@ class Sdl {
 
 struct Play {
   Scenario setup = liveSetup();
-  std::vector<Step> demo;
+  std::optional<std::vector<Step>> demo;
 };
 
 Play readScenario(const LiveOptions& options) {
@@ -63,7 +69,8 @@ Play readScenario(const LiveOptions& options) {
   for (const std::string& note : scenario.notes()) complain("note: " + note);
   play.setup = scenario.setup();
   if (options.demo) {
-    scenario.eachStep([&](const Step& step, const StepPlace&) { play.demo.push_back(step); });
+    play.demo.emplace();
+    scenario.eachStep([&](const Step& step, const StepPlace&) { play.demo->push_back(step); });
   }
   return play;
 }
@@ -88,9 +95,33 @@ void run(const LiveOptions& options, Driver& driver, Window& window) {
     driver.finish();
     throw;
   }
-  if (!options.screenshot.empty()) window.savePicture(options.screenshot);
   driver.finish();
 }
+
+/// What is written when the window is closed.
+class Results {
+ public:
+  explicit Results(const LiveOptions& options, const std::vector<std::string>& inputs)
+      : recording_(options.record, options.log, inputs) {
+    if (!options.status.empty()) Output(options.status).expectNoneOf(inputs);
+    if (options.screenshot.empty()) return;
+    screenshot_.emplace(options.screenshot);
+    screenshot_->expectNoneOf(inputs);
+    screenshot_->open();
+  }
+
+  Recording& recording() { return recording_; }
+
+  void commit(const Window& window) {
+    if (screenshot_) screenshot_->write(window.picture());
+    recording_.commit();
+    if (screenshot_) screenshot_->commit();
+  }
+
+ private:
+  Recording recording_;
+  std::optional<Output> screenshot_;
+};
 
 int runWindow(const LiveOptions& options) {
   Play play = readScenario(options);
@@ -99,21 +130,23 @@ int runWindow(const LiveOptions& options) {
   expectPluginFile(plugin);
   const std::filesystem::path mapsFile = axisMapsFile();
   const AxisMaps maps = mapsFile.empty() ? AxisMaps() : AxisMaps::load(mapsFile);
-  Recording recording(options.record, options.log, {options.scenario, plugin});
+  std::vector<std::string> inputs = {plugin};
+  if (!options.scenario.empty()) inputs.push_back(options.scenario);
+  Results results(options, inputs);
   // Before SDL has threads.
   Session session({plugin, besideProgram("libMoravinClient.so")}, options.timeout);
   const Sdl sdl;
   StatusLines status(options.status);
-  Driver driver(session, recording, std::move(play.setup), std::move(play.demo),
+  Driver driver(session, results.recording(), std::move(play.setup), std::move(play.demo),
                 options.frames == 0);
   Window window(driver, status, maps, mapsFile);
   try {
     run(options, driver, window);
   } catch (const Interrupted&) {
-    recording.commit();
+    results.commit(window);
     throw;
   }
-  recording.commit();
+  results.commit(window);
   if (driver.seen().breakdowns > 0) complain(driver.seen().lastBreakdown);
   return statusOf(driver.seen());
 }

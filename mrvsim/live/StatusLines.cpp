@@ -15,9 +15,10 @@ namespace simulator::live {
 
 StatusLines::StatusLines(const std::string& file) {
   if (file.empty()) return;
+  const std::string name = file == "-" ? "/dev/stdout" : file;
   do {
     throwIfInterrupted();
-    file_ = OpenFile(open(file.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666));
+    file_ = OpenFile(open(name.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666));
   } while (file_.get() < 0 && errno == EINTR);
   if (file_.get() >= 0) return;
   throw std::runtime_error(

@@ -34,7 +34,8 @@ class Window {
 
   bool isClosed() const { return isClosed_; }
 
-  void savePicture(const std::string& file) { canvas_.savePicture(file); }
+  /// See `Canvas`.
+  std::string picture() const { return canvas_.picture(); }
 
  private:
   void key(const SDL_KeyboardEvent& event, std::int64_t now);

@@ -51,6 +51,7 @@ expect 0 'in tree: play tests/scenarios/flight.json --summary' \
   $'run: the first build takes about * min; *\n\\[7/9\\] Building'
 expect 0 'in tree: play tests/scenarios/flight.json --summary' ''
 expect 0 'in tree: play a.json b.json --summary' '' a.json b.json
+expect 0 'in tree: live a.json --record b.json' '' live a.json --record b.json
 
 # Scenarios are the caller's, who stands elsewhere.
 mkdir "$scratch/elsewhere"

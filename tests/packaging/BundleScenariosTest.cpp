@@ -44,6 +44,21 @@ TEST(BundleScenariosPlayer, AcceptsTheBinaryInsideABundle) {
             run({MRVSIM, "play", scenario}).output);
 }
 
+// In the live window, whose process for the plug-in is not that of `play`.
+TEST(BundleInTheLiveWindow, GivesTheLogThatItsRecordingPlaysTo) {
+  if (!MRV_HAS_LIVE) GTEST_SKIP() << "built without a window";
+  const testing_support::TemporaryFolder folder;
+  const std::string recording = folder.file("r.json");
+  const Finished shown =
+      run({"env", "SDL_VIDEODRIVER=dummy", "SDL_RENDER_DRIVER=software", MRVSIM, "live",
+           scenarioFile("view"), "--demo", "--plugin", MRV_BUNDLE, "--frames", "30", "--record",
+           recording, "--log", folder.file("log")});
+  EXPECT_EQ(shown.status, 0) << shown.errors;
+  const Finished played = run({MRVSIM, "play", recording, "--plugin", MRV_BUNDLE});
+  EXPECT_NE(played.output.find("\"what\":\"wheel\""), std::string::npos);
+  EXPECT_EQ(testing_support::readFile(folder.file("log")), played.output);
+}
+
 TEST(BundleScenariosPlayer, RefusesAnEmptyBundle) {
   const testing_support::TemporaryFolder folder;
   const Finished played =

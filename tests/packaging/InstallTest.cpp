@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <string>
+#include <vector>
 
 #include "tests/support/Process.h"
 
@@ -31,8 +32,10 @@ void expectWhole(const std::string& prefix) {
         "share/doc/mrvphotoshop/docs/scenario.md", "share/doc/mrvphotoshop/copyright"}) {
     EXPECT_TRUE(std::filesystem::exists(prefix + "/" + file)) << file;
   }
-  for (const char* file :
-       {"mrvsim", "libMrvSimulator.so", "libMoravinClient.so", "MrvPhotoshop.so"}) {
+  std::vector<std::string> programs = {"mrvsim", "libMrvSimulator.so", "libMoravinClient.so",
+                                       "MrvPhotoshop.so"};
+  if (MRV_HAS_LIVE) programs.push_back("MrvLive.so");
+  for (const std::string& file : programs) {
     const std::string dynamic = run({"readelf", "-d", prefix + "/lib/mrvphotoshop/" + file}).output;
     EXPECT_THAT(dynamic, HasSubstr("Dynamic section")) << file;
     EXPECT_THAT(dynamic, Not(HasSubstr(MRV_BUILD))) << file;

@@ -29,7 +29,7 @@ class DriverOfAPlugIn : public testing::Test {
  protected:
   /// Loads the plug-in; a demo's steps are taken, too.
   void begin(const std::string& plugin = MODULE, Scenario setup = liveSetup(),
-             std::vector<Step> demo = {}, double timeout = 10) {
+             std::optional<std::vector<Step>> demo = {}, double timeout = 10) {
     session_ = std::make_unique<Session>(PluginFiles{plugin, FRAMEWORK}, timeout);
     recording_ = std::make_unique<Recording>(folder_.file("r.json"), folder_.file("log"),
                                              std::vector<std::string>());
@@ -180,7 +180,8 @@ TEST_F(DriverOfAPlugIn, PlaysADemoToItsExpectedLog) {
 TEST_F(DriverOfAPlugIn, StartsAPlugInThatCrashedAnew) {
   setenv("MISBEHAVE", "crash", 1);
   begin(MISBEHAVES, liveSetup(),
-        {{1200, simulator::CallStep{kSPInterfaceCaller, kSPInterfaceStartupSelector}}});
+        std::vector<Step>{
+            {1200, simulator::CallStep{kSPInterfaceCaller, kSPInterfaceStartupSelector}}});
   pass(1210);
   pass(50);
   EXPECT_EQ(seen().breakdowns, 1);
