@@ -52,7 +52,7 @@ function eachColumn(table, scale, draw) {
   }
 }
 
-/** A line through values; where it is dense, a bar from the least to the greatest in each pixel. */
+/** A line through values; if it is dense, a bar from the least to the greatest in each pixel. */
 function drawLine({context, scale}, table, values, extremes, place, isStepped) {
   const [from, to] = shownRange(table, scale);
   context.beginPath();
@@ -106,7 +106,7 @@ function intervalOf({time, size}) {
 }
 
 /**
- * Samples in colours by category; where they are dense, their shares in each
+ * Samples in colours by category; if they are dense, their shares in each
  * pixel. @returns {Lane}
  */
 function categoryLane(label, samples, categories, colours, interval) {

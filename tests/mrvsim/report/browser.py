@@ -239,7 +239,7 @@ class Report(unittest.TestCase):
         self.assertEqual(self.state("cursor"), 5000)
         self.assertIn("2 misuses", self.text("verdict"))
 
-    def test_tells_the_road_of_the_event_under_the_pointer(self):
+    def test_says_the_road_of_the_event_under_the_pointer(self):
         lines, _ = self.play("view.json")
         tick = next(line for line in lines if line["what"] == "wheel")
         self.press(Keys.HOME, ".")
