@@ -4,10 +4,10 @@
 #include <cstdio>
 #include <string_view>
 
-#include "codegen/ContainerWalker.h"
 #include "codegen/DumpState.h"
 #include "codegen/FreeZone.h"
 #include "codegen/HostValues.h"
+#include "codegen/PlainContainer.h"
 #include "codegen/SourceWriter.h"
 #include "codegen/SpelledID.h"
 #include "codegen/Terminology.h"

@@ -2,9 +2,9 @@
 
 #include <cstdio>
 
-#include "codegen/ContainerWalker.h"
 #include "codegen/HostValues.h"
-#include "codegen/ReferenceWalker.h"
+#include "codegen/PlainContainer.h"
+#include "codegen/PlainReference.h"
 #include "codegen/SourceWriter.h"
 
 namespace {

@@ -1,4 +1,4 @@
-// Writes the statements that rebuild references; Walkers.h describes them.
+// Writes the statements that rebuild references, in the plain form; Walkers.h describes them.
 #pragma once
 
 #include <PIActions.h>
