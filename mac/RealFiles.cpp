@@ -14,7 +14,7 @@ namespace simulator {
 namespace {
 
 constexpr std::string_view kAliasHead = "alias:";
-constexpr std::string_view kBookmarkHead = "book";
+constexpr std::string_view kBookmarkHead = "bookmark:";
 
 std::optional<std::string> withoutHead(const std::string& bytes, std::string_view head) {
   if (!bytes.starts_with(head)) return std::nullopt;

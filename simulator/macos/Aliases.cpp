@@ -6,6 +6,8 @@
 #include <filesystem>
 
 #include "simulator/base/CallError.h"
+#include "simulator/base/Text.h"
+#include "simulator/macos/CFObjects.h"
 #include "simulator/macos/Folders.h"
 #include "simulator/macos/MemoryHandles.h"
 
@@ -44,6 +46,34 @@ OSErr FSResolveAlias(const FSRef*, AliasHandle alias, FSRef* target, Boolean* wa
   if (!path || !std::filesystem::exists(*path, error)) return fnfErr;
   *target = refOfPath(*path);
   *wasChanged = false;
+  return noErr;
+}
+
+OSStatus FSCopyAliasInfo(AliasHandle alias, HFSUniStr255*, HFSUniStr255*, CFStringRef* pathString,
+                         FSAliasInfoBitmap*, FSAliasInfo*) {
+  if (alias == nullptr) return paramErr;
+  if (pathString == nullptr) return noErr;
+  const auto path = pathOfAlias(alias, "FSCopyAliasInfo");
+  *pathString = nullptr;
+  if (path && isUtf8(*path)) {
+    *pathString = static_cast<CFStringRef>(theCFObjects().make(CFText{utf16From(*path)}));
+  }
+  return noErr;
+}
+
+Size GetAliasSize(AliasHandle alias) {
+  try {
+    return static_cast<Size>(
+        theMemoryHandles().size(reinterpret_cast<Handle>(alias), "GetAliasSize"));
+  } catch (const CallError&) {
+    return 0;
+  }
+}
+
+OSErr PtrToHand(const void* bytes, Handle* handle, long size) {
+  *handle = theMemoryHandles().make(
+      std::string_view(static_cast<const char*>(bytes), static_cast<std::size_t>(size)),
+      "PtrToHand");
   return noErr;
 }
 

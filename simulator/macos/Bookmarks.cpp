@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "simulator/base/Log.h"
+#include "simulator/base/Text.h"
 #include "simulator/macos/CFObjects.h"
 #include "simulator/macos/FileURLs.h"
 
@@ -14,7 +15,8 @@ namespace simulator {
 
 namespace {
 
-constexpr std::string_view kMark = "book";
+/// Real bookmarks begin with its first four bytes.
+constexpr std::string_view kMark = "bookmark:";
 
 bool exists(const std::string& path) {
   std::error_code error;
@@ -60,6 +62,28 @@ CFDataRef CFURLCreateBookmarkData(CFAllocatorRef, CFURLRef url, CFURLBookmarkCre
   if (!known) return nullptr;
   const std::string path = absolutePathOf(*known);
   return exists(path) ? makeBookmark(path) : nullptr;
+}
+
+CFIndex CFDataGetLength(CFDataRef data) {
+  const auto known = theCFObjects().get<CFBytes>(data, "CFDataGetLength");
+  return known ? static_cast<CFIndex>(known->bytes.size()) : 0;
+}
+
+const UInt8* CFDataGetBytePtr(CFDataRef data) {
+  const UInt8* address = nullptr;
+  theCFObjects().change<CFBytes>(data, "CFDataGetBytePtr",
+                                 [&](CFBytes& known) { address = known.bytes.data(); });
+  return address;
+}
+
+const CFStringRef kCFURLPathKey = CFSTR("NSURLPathKey");
+
+// A simulated bookmark holds its path and nothing else.
+CFTypeRef CFURLCreateResourcePropertyForKeyFromBookmarkData(CFAllocatorRef, CFStringRef key,
+                                                            CFDataRef bookmark) {
+  const auto path = bookmark != nullptr ? pathOfBookmark(bookmark) : std::nullopt;
+  if (key != kCFURLPathKey || !path || !isUtf8(*path)) return nullptr;
+  return theCFObjects().make(CFText{utf16From(*path)});
 }
 
 CFURLRef CFURLCreateByResolvingBookmarkData(CFAllocatorRef, CFDataRef bookmark,

@@ -87,6 +87,19 @@ CFURLRef CFURLCreateFromFileSystemRepresentation(CFAllocatorRef allocator, const
 Boolean CFURLGetFileSystemRepresentation(CFURLRef url, Boolean resolveAgainstBase, UInt8* buffer,
                                          CFIndex maxBufLen);
 
+/// The number of the bytes of `theData`, and their address, which is valid as long as the data are.
+CFIndex CFDataGetLength(CFDataRef theData);
+const UInt8* CFDataGetBytePtr(CFDataRef theData);
+
+/// A property of the file to which bookmark data refer, as the data themselves hold it; null if
+/// they do not hold it. Does not look for the file.
+CFTypeRef CFURLCreateResourcePropertyForKeyFromBookmarkData(CFAllocatorRef allocator,
+                                                            CFStringRef resourcePropertyKey,
+                                                            CFDataRef bookmark);
+
+/// The property that is the file's path, a string.
+extern const CFStringRef kCFURLPathKey;
+
 /// Makes bookmark data from which the file at `url` can be found later; null if the file does not
 /// exist.
 CFDataRef CFURLCreateBookmarkData(CFAllocatorRef allocator, CFURLRef url,

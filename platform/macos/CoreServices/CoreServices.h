@@ -18,6 +18,10 @@ struct AliasRecord {
 using AliasPtr = AliasRecord*;
 using AliasHandle = AliasPtr*;
 
+using FSAliasInfoBitmap = UInt32;
+struct FSAliasInfo;
+struct HFSUniStr255;
+
 using FSVolumeRefNum = SInt16;
 using MPTaskID = struct OpaqueMPTaskID*;
 using MPQueueID = struct OpaqueMPQueueID*;
@@ -43,6 +47,19 @@ OSStatus FSRefMakePath(const FSRef* ref, UInt8* path, UInt32 pathBufferSize);
 /// if that is not null. Sets `wasChanged` if it updated the alias. paramErr for a null alias,
 /// fnfErr if the file is not found. [any-thread]
 OSErr FSResolveAlias(const FSRef* fromFile, AliasHandle alias, FSRef* target, Boolean* wasChanged);
+
+/// Copies what the record itself says, without looking for the file: its POSIX path into a string
+/// that the caller releases, null if the record has none. Each result may be null. paramErr for a
+/// null alias. [any-thread]
+OSStatus FSCopyAliasInfo(AliasHandle inAlias, HFSUniStr255* targetName, HFSUniStr255* volumeName,
+                         CFStringRef* pathString, FSAliasInfoBitmap* whichInfo, FSAliasInfo* info);
+
+/// The size of an alias record in bytes. [any-thread]
+Size GetAliasSize(AliasHandle alias);
+
+/// Copies `size` bytes into a new handle, which is disposed of as a regular one. memFullErr if
+/// there is no memory. [any-thread]
+OSErr PtrToHand(const void* srcPtr, Handle* dstHndl, long size);
 
 /// Starts a preemptive task with a stack of `stackSize` bytes and writes its id to `task`, which is
 /// not documented to be optional. `notifyQueue` and the termination parameters may be null. Returns

@@ -47,12 +47,14 @@ Form hostForm(const actionfiles::Form& recorded, TypeIds& ids) {
   return form;
 }
 
-/// The path of an alias or a path item; empty for a bookmark, whose form is not public.
-std::string hostPath(std::uint32_t type, const std::string& bytes) {
+/// The file of an alias, a path item or a bookmark. A path says everything that a path item does;
+/// the bytes of the others hold more than can be read from them.
+FilePath hostFile(std::uint32_t type, const std::string& bytes) {
   std::optional<actionfiles::Text> path;
   if (type == actionfiles::kPath) path = actionfiles::pathOf(bytes);
+  if (path) return {std::move(path->utf8)};
   if (type == actionfiles::kAlias) path = actionfiles::fileNameOfAlias(bytes);
-  return path ? std::move(path->utf8) : "";
+  return {path ? std::move(path->utf8) : "", bytes};
 }
 
 Item hostItem(const actionfiles::Value& value, TypeIds& ids);
@@ -96,7 +98,7 @@ struct ValueReader {
   }
   Value operator()(const actionfiles::Data& data) const {
     if (type == actionfiles::kRawData) return Data{data.bytes};
-    return FilePath{hostPath(type, data.bytes)};
+    return hostFile(type, data.bytes);
   }
   Value operator()(const actionfiles::UnitFloats&) const { return std::monostate(); }
   Value operator()(const actionfiles::Boxed<actionfiles::ObjectArray>&) const {

@@ -22,7 +22,7 @@ std::uint32_t hostID(const actionfiles::Id& id, TypeIds& ids);
 /// for: the class of the outermost descriptor, the localized names of classes, and the values of
 /// the types 'ObAr' and 'UnFl', whose items have a type only. An alias, a path or a bookmark
 /// becomes the path that it names, which is the file's name alone for an alias and empty if it
-/// cannot be read.
+/// cannot be read; unless it is a path, its bytes are kept.
 ContainerPtr hostDescriptor(const actionfiles::Descriptor& descriptor, TypeIds& ids);
 
 /// A step: its event, then its descriptor, which is null if the step has none.

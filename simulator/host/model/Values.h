@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -105,9 +106,11 @@ struct Text {
   bool operator==(const Text&) const = default;
 };
 
-/// The path of an alias, a path item or a bookmark.
+/// The file of an alias, a path item or a bookmark.
 struct FilePath {
   std::string path;
+  /// The bytes of an item that a real host made; the path may then be a name alone, or empty.
+  std::optional<std::string> bytes = {};
   bool operator==(const FilePath&) const = default;
 };
 

@@ -1,11 +1,16 @@
-// Aliases of paths.
+// Aliases of paths, and the files of items.
 #include <filesystem>
+#include <string>
 #include <system_error>
+#include <utility>
 
+#include "actionfiles/FilePath.h"
 #include "simulator/host/model/HostCall.h"
+#include "simulator/host/suites/ItemAccess.h"
 #include "simulator/host/suites/Suites.h"
 #include "simulator/macos/Aliases.h"
 #include "simulator/macos/Bookmarks.h"
+#include "simulator/macos/MemoryHandles.h"
 
 namespace simulator {
 
@@ -32,5 +37,34 @@ constexpr auto kProcedures = std::to_array<Procedure<PSAliasSuite>>({
 }  // namespace
 
 constinit const HostSuite<PSAliasSuite> aliasSuite = suiteOf<kProcedures>();
+
+FilePath fileOfAlias(Handle alias, const char* procedure) {
+  constexpr std::size_t kHeaderSize = 6;
+  std::string bytes = theMemoryHandles().bytes(alias, procedure);
+  if (auto path = pathOfAlias(reinterpret_cast<AliasHandle>(alias), procedure)) return {*path};
+  if (bytes.size() < kHeaderSize) throw CallError{paramErr};
+  const auto name = actionfiles::fileNameOfAlias(bytes);
+  return {name ? name->utf8 : "", std::move(bytes)};
+}
+
+FilePath fileOfBookmark(CFDataRef bookmark) {
+  if (bookmark == nullptr) throw CallError{paramErr};
+  if (auto path = pathOfBookmark(bookmark)) return {*path};
+  std::string bytes(reinterpret_cast<const char*>(CFDataGetBytePtr(bookmark)),
+                    static_cast<std::size_t>(CFDataGetLength(bookmark)));
+  if (!bytes.starts_with("book")) throw CallError{paramErr};
+  return {"", std::move(bytes)};
+}
+
+Handle aliasOf(const FilePath& file, const char* procedure) {
+  if (file.bytes) return theMemoryHandles().make(*file.bytes, procedure);
+  return reinterpret_cast<Handle>(makeAlias(file.path, procedure));
+}
+
+CFDataRef bookmarkOf(const FilePath& file) {
+  if (!file.bytes) return makeBookmark(file.path);
+  return CFDataCreate(kCFAllocatorDefault, reinterpret_cast<const UInt8*>(file.bytes->data()),
+                      static_cast<CFIndex>(file.bytes->size()));
+}
 
 }  // namespace simulator

@@ -10,8 +10,6 @@
 
 #include "simulator/host/model/HostCall.h"
 #include "simulator/host/suites/Suites.h"
-#include "simulator/macos/Aliases.h"
-#include "simulator/macos/Bookmarks.h"
 
 namespace simulator {
 
@@ -68,6 +66,15 @@ NestedContainer integerList(uint32 count, const int32* values);
 /// Reads the first `count` items of a list. Throws errMissingParameter if it is shorter, and
 /// kWrongDataType if one of them is not an integer.
 void readIntegers(const Container& list, uint32 count, int32* values);
+
+/// The file of an alias or of bookmark data. Throw paramErr for anything else: an alias record has
+/// at least its header, and bookmark data begin with "book".
+FilePath fileOfAlias(Handle alias, const char* procedure);
+FilePath fileOfBookmark(CFDataRef bookmark);
+
+/// A new alias and new bookmark data of a file, with its bytes if they are known.
+Handle aliasOf(const FilePath& file, const char* procedure);
+CFDataRef bookmarkOf(const FilePath& file);
 
 /// Puts `value`.
 template <class Slot>
@@ -163,20 +170,12 @@ OSErr putData(const char* procedure, Slot slot, int32 length, const void* bytes)
 
 template <class Slot>
 OSErr putAlias(const char* procedure, Slot slot, Handle alias) {
-  return putMade(procedure, slot, kTypeAlias, [&] {
-    const auto path = pathOfAlias(reinterpret_cast<AliasHandle>(alias), procedure);
-    if (!path) throw CallError{paramErr};
-    return FilePath{*path};
-  });
+  return putMade(procedure, slot, kTypeAlias, [&] { return fileOfAlias(alias, procedure); });
 }
 
 template <class Slot>
 OSErr putBookmark(const char* procedure, Slot slot, CFDataRef bookmark) {
-  return putMade(procedure, slot, kTypeBookmark, [&] {
-    const auto path = bookmark != nullptr ? pathOfBookmark(bookmark) : std::nullopt;
-    if (!path) throw CallError{paramErr};
-    return FilePath{*path};
-  });
+  return putMade(procedure, slot, kTypeBookmark, [&] { return fileOfBookmark(bookmark); });
 }
 
 template <class Slot, class T>
@@ -269,7 +268,7 @@ template <class Slot>
 OSErr getAlias(const char* procedure, Slot slot, Handle* alias) {
   return getItem<FilePath>(procedure, slot, [&](const FilePath& item) {
     if (slot.item(procedure).type == kTypeBookmark) throw CallError{kWrongDataType};
-    handOut(alias, [&] { return reinterpret_cast<Handle>(makeAlias(item.path, procedure)); });
+    handOut(alias, [&] { return aliasOf(item, procedure); });
   });
 }
 
@@ -277,7 +276,7 @@ template <class Slot>
 OSErr getBookmark(const char* procedure, Slot slot, CFDataRef* bookmark) {
   return getItem<FilePath>(procedure, slot, [&](const FilePath& item) {
     if (slot.item(procedure).type != kTypeBookmark) throw CallError{kWrongDataType};
-    handOut(bookmark, [&] { return makeBookmark(item.path); });
+    handOut(bookmark, [&] { return bookmarkOf(item); });
   });
 }
 

@@ -9,6 +9,7 @@
 
 #include "platform/foundation/FoundationCalls.h"
 #include "simulator/base/Log.h"
+#include "simulator/macos/Bookmarks.h"
 #include "simulator/macos/CFObjects.h"
 #include "simulator/macos/FileURLs.h"
 #include "simulator/macos/Folders.h"
@@ -167,6 +168,43 @@ TEST_F(CoreFoundation, FindsFilesAndFoldersThroughBookmarks) {
   EXPECT_EQ(pathThroughBookmark(whole + "/\xFF/"), whole + "/\xFF");
   EXPECT_EQ(pathThroughBookmark("./"), whole) << "a relative path";
   EXPECT_EQ(pathThroughBookmark("none"), "none");
+}
+
+/// The path that the bookmark data themselves hold; "none" if they hold none.
+std::string pathHeldBy(CFDataRef bookmark) {
+  const auto path = static_cast<CFStringRef>(CFURLCreateResourcePropertyForKeyFromBookmarkData(
+      kCFAllocatorDefault, kCFURLPathKey, bookmark));
+  if (path == nullptr) return "none";
+  char buffer[512];
+  EXPECT_TRUE(CFStringGetCString(path, buffer, sizeof buffer, kCFStringEncodingUTF8));
+  CFRelease(path);
+  return buffer;
+}
+
+TEST_F(CoreFoundation, ReadsThePathThatABookmarkHoldsWhetherItsFileExistsOrNot) {
+  const CFDataRef bookmark = makeBookmark("/no/such/\u00E9");
+  EXPECT_EQ(pathHeldBy(bookmark), "/no/such/\u00E9");
+  EXPECT_EQ(CFURLCreateResourcePropertyForKeyFromBookmarkData(kCFAllocatorDefault, CFSTR("other"),
+                                                              bookmark),
+            nullptr);
+  CFRelease(bookmark);
+  const CFDataRef other = makeBookmark("\xFF");
+  EXPECT_EQ(pathHeldBy(other), "none") << "not text";
+  CFRelease(other);
+  EXPECT_EQ(pathHeldBy(nullptr), "none");
+}
+
+TEST_F(CoreFoundation, HandsOutTheBytesOfData) {
+  const UInt8 bytes[] = {0, 255};
+  const CFDataRef data = CFDataCreate(kCFAllocatorDefault, bytes, 2);
+  ASSERT_EQ(CFDataGetLength(data), 2);
+  EXPECT_EQ(CFDataGetBytePtr(data)[0], 0);
+  EXPECT_EQ(CFDataGetBytePtr(data)[1], 255);
+  CFRelease(data);
+  EXPECT_EQ(CFDataGetLength(data), 0);
+  EXPECT_EQ(CFDataGetBytePtr(data), nullptr);
+  EXPECT_THAT(misuses_,
+              ElementsAre(StartsWith("CFDataGetLength: "), StartsWith("CFDataGetBytePtr: ")));
 }
 
 }  // namespace

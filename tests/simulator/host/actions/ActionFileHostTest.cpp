@@ -83,6 +83,19 @@ TEST_F(ActionFileHost, HasAnItemOfEveryType) {
   for (std::size_t i = 0; i < json.size(); ++i) EXPECT_EQ(json[i], expected[i]) << i;
 }
 
+TEST_F(ActionFileHost, KeepsTheBytesOfFilesThatAPathDoesNotSay) {
+  const auto fileOf = [this](std::uint32_t type, const std::string& bytes) {
+    actionfiles::Descriptor descriptor;
+    descriptor.items.push_back({codeId("file"), valueOf(type, actionfiles::Data{bytes})});
+    return std::get<FilePath>(hostDescriptor(descriptor, ids_)->entries.at(0).item.value);
+  };
+  EXPECT_EQ(fileOf(actionfiles::kAlias, "any"), (FilePath{"", "any"}));
+  EXPECT_EQ(fileOf(actionfiles::kBookmark, "book"), (FilePath{"", "book"}));
+  EXPECT_EQ(fileOf(actionfiles::kPath, "any"), (FilePath{"", "any"}));
+  const std::string path("txtu\x12\0\0\0\1\0\0\0a\0", 14);
+  EXPECT_EQ(fileOf(actionfiles::kPath, path), FilePath{"a"}) << "a path says everything";
+}
+
 TEST_F(ActionFileHost, NumbersStringIDsAsTheyAppear) {
   actionfiles::Descriptor inner;
   inner.type.id = stringId("third");

@@ -1,11 +1,13 @@
 #include <CoreFoundation/CoreFoundation.h>
 
 #include <cstdio>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 
 #include "simulator/macos/Aliases.h"
 #include "simulator/macos/Bookmarks.h"
+#include "simulator/macos/MemoryHandles.h"
 #include "tests/simulator/host/HostFixture.h"
 
 namespace simulator {
@@ -77,6 +79,37 @@ TEST_F(AliasSuiteItems, HoldThePathOfABookmark) {
   CFRelease(read);
   Handle alias = nullptr;
   EXPECT_EQ(descriptors_->GetAlias(descriptor, kItemKey, &alias), kWrongDataType);
+}
+
+TEST_F(AliasSuiteItems, KeepTheBytesOfAnAliasThatTheHostDidNotMake) {
+  std::string record(150, '\0');
+  record.replace(6, 2, std::string("\0\2", 2));
+  record.replace(50, 6, "\5a.psd");
+  Handle put = nullptr;
+  ASSERT_EQ(PtrToHand(record.data(), &put, static_cast<long>(record.size())), noErr);
+  PIActionDescriptor descriptor = descriptorOf("[]");
+  EXPECT_EQ(descriptors_->PutAlias(descriptor, kItemKey, put), 0);
+  handles_->DisposeRegularHandle(put);
+  EXPECT_EQ(textOf(descriptor), R"([{"key":"KeyA","type":"alis","value":"a.psd"}])");
+  Handle read = nullptr;
+  ASSERT_EQ(descriptors_->GetAlias(descriptor, kItemKey, &read), 0);
+  EXPECT_EQ(theMemoryHandles().bytes(read, "test"), record);
+  handles_->DisposeRegularHandle(read);
+}
+
+TEST_F(AliasSuiteItems, KeepTheBytesOfABookmarkThatTheHostDidNotMake) {
+  const std::string bytes("book\0\1\2", 7);
+  const CFDataRef put =
+      CFDataCreate(kCFAllocatorDefault, reinterpret_cast<const UInt8*>(bytes.data()), 7);
+  PIActionDescriptor descriptor = descriptorOf("[]");
+  EXPECT_EQ(descriptors_->PutBookmark(descriptor, kItemKey, put), 0);
+  CFRelease(put);
+  EXPECT_EQ(textOf(descriptor), R"([{"key":"KeyA","type":"bkmk","value":""}])");
+  CFDataRef read = nullptr;
+  ASSERT_EQ(descriptors_->GetBookmark(descriptor, kItemKey, &read), 0);
+  ASSERT_EQ(CFDataGetLength(read), 7);
+  EXPECT_EQ(std::memcmp(CFDataGetBytePtr(read), bytes.data(), 7), 0);
+  CFRelease(read);
 }
 
 TEST_F(AliasSuiteItems, RefuseToReadAnAliasAsABookmark) {
