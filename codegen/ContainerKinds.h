@@ -12,7 +12,7 @@
 struct DescriptorKind {
   using Container = PIActionDescriptor;
   static constexpr std::string_view kType = "PIActionDescriptor";
-  static constexpr std::string_view kCall = "error = sPSActionDescriptor->";
+  static constexpr std::string_view kSuite = "sPSActionDescriptor";
   static constexpr std::string_view kVariable = "desc";
   static auto suite() { return sPSActionDescriptor.operator->(); }
   static std::uint32_t selector(DescriptorKeyID key, std::uint32_t) { return key; }
@@ -24,7 +24,7 @@ struct DescriptorKind {
 struct ListKind {
   using Container = PIActionList;
   static constexpr std::string_view kType = "PIActionList";
-  static constexpr std::string_view kCall = "error = sPSActionList->";
+  static constexpr std::string_view kSuite = "sPSActionList";
   static constexpr std::string_view kVariable = "list";
   static auto suite() { return sPSActionList.operator->(); }
   static std::uint32_t selector(DescriptorKeyID, std::uint32_t index) { return index; }
@@ -34,7 +34,7 @@ struct ListKind {
 struct ReferenceKind {
   using Container = PIActionReference;
   static constexpr std::string_view kType = "PIActionReference";
-  static constexpr std::string_view kCall = "error = sPSActionReference->";
+  static constexpr std::string_view kSuite = "sPSActionReference";
   static constexpr std::string_view kVariable = "ref";
   static auto suite() { return sPSActionReference.operator->(); }
 };

@@ -31,7 +31,7 @@ class CurrentFreeZone {
 /// The event that a generated function plays.
 class EventName {
  public:
-  explicit EventName(std::uint32_t id) : id_(id), name_(nameOfID(id, "event", buffer_)) {}
+  explicit EventName(std::uint32_t id) : id_(id), name_(nameOfID(id, kEventRole.kind, buffer_)) {}
   EventName(const EventName&) = delete;
   EventName& operator=(const EventName&) = delete;
 
@@ -43,9 +43,8 @@ class EventName {
   /// it.
   IDName spelling(SourceWriter& out) const {
     if (id_ > static_cast<std::uint32_t>(kLastRuntimeID)) return name_;
-    constexpr std::string_view kVariable = "runtimeEventID";
-    writeLookup(name_.text, kVariable, out);
-    return {kVariable, NameKind::kVariable};
+    writeLookup(name_.text, kEventRole.variable, out);
+    return {kEventRole.variable, NameKind::kVariable};
   }
 
  private:

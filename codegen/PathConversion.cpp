@@ -54,6 +54,14 @@ Integer sizeAs(std::size_t size) {
   return static_cast<Integer>(std::min(size, kGreatest));
 }
 
+/// The same; nullopt if there is no path, or an empty one.
+std::optional<std::string> utf8(const CFObject<CFStringRef>& path) {
+  if (!path) return std::nullopt;
+  auto text = utf8(path.get());
+  if (text && text->empty()) return std::nullopt;
+  return text;
+}
+
 CFStringRef desktopFolder() {
   const CFArrayRef paths =
       NSSearchPathForDirectoriesInDomains(NSDesktopDirectory, NSUserDomainMask, true);
@@ -109,6 +117,20 @@ void BookmarkToFullPath(CFDataRef bookmark, char* path, std::size_t size) {
     NSLog(CFSTR("Could not convert in BookmarkToFullPath"));
     path[0] = '\0';
   }
+}
+
+std::optional<std::string> pathInAlias(AliasHandle alias) {
+  CFStringRef path = nullptr;
+  if (FSCopyAliasInfo(alias, nullptr, nullptr, &path, nullptr, nullptr) != noErr) {
+    return std::nullopt;
+  }
+  return utf8(CFObject<CFStringRef>(path));
+}
+
+std::optional<std::string> pathInBookmark(CFDataRef bookmark) {
+  return utf8(CFObject<CFStringRef>(
+      static_cast<CFStringRef>(CFURLCreateResourcePropertyForKeyFromBookmarkData(
+          kCFAllocatorDefault, kCFURLPathKey, bookmark))));
 }
 
 void FullPathToBookmark(const char* path, CFDataRef& bookmark) {

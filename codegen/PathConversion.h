@@ -7,6 +7,8 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
+#include <string>
 
 /// Writes the POSIX path of the file that `alias` refers to, with a terminator. `size`: the bytes
 /// at `path`. If the alias cannot be resolved, or path and terminator need more than `size` bytes,
@@ -28,6 +30,11 @@ void FullPathToAlias(const char* path, Handle& alias);
 /// be resolved, or the path does not fit, `path` becomes empty and the system log says why. Does
 /// nothing if `path` is null. REQUIRES: `size` > 0 unless `path` is null.
 void BookmarkToFullPath(CFDataRef bookmark, char* path, std::size_t size);
+
+/// The path that an alias or bookmark data hold, whether the file exists or not; nullopt if they
+/// hold none. REQUIRES: they are not null.
+std::optional<std::string> pathInAlias(AliasHandle alias);
+std::optional<std::string> pathInBookmark(CFDataRef bookmark);
 
 /// Sets `bookmark` to new bookmark data for the file at `path`, which the caller releases. Null if
 /// the file does not exist, or if `path` is not a valid URL (e.g. empty); the latter is also

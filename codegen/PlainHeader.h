@@ -17,7 +17,7 @@ void writeContainerHeader(typename Kind::Container container, SourceWriter& out)
   const std::string variable = declaredName(Kind::kVariable, container);
   out.indentedLine(kMoveToTop);
   out.indentedLine(Kind::kType, " ", variable, " = NULL;");
-  out.indentedLine(Kind::kCall, "Make(&", variable, ");");
+  out.indentedLine("error = ", Kind::kSuite, "->Make(&", variable, ");");
   out.errorCheck();
   if (freeZone != nullptr) freeZone->Add(container);
 }

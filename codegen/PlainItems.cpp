@@ -136,7 +136,7 @@ template <class... Arguments>
 void PlainItems<Kind>::put(std::string_view procedure, const Key& key,
                            const Arguments&... arguments) {
   out_->indent();
-  out_->write(Kind::kCall, procedure, "(", variable_);
+  out_->write("error = ", Kind::kSuite, "->", procedure, "(", variable_);
   if constexpr (std::is_same_v<Kind, DescriptorKind>) out_->write(", ", key.spelling());
   (out_->write(", ", arguments), ...);
   out_->line(");");

@@ -71,7 +71,8 @@ class PlainForms {
   void putSpelled(std::string_view procedure, const SpelledID& desiredClass,
                   const Arguments&... arguments) {
     out_.indent();
-    out_.write(ReferenceKind::kCall, procedure, "(", variable_, ", ", desiredClass.spelling());
+    out_.write("error = ", ReferenceKind::kSuite, "->", procedure, "(", variable_, ", ",
+               desiredClass.spelling());
     (out_.write(", ", arguments), ...);
     out_.line(");");
     out_.errorCheck();

@@ -9,79 +9,19 @@
 #include <string_view>
 
 #include "codegen/DumpState.h"
+#include "codegen/Escapes.h"
 #include "codegen/Terminology.h"
 
 namespace {
 
 constexpr std::size_t kTabSize = 5;
 
-unsigned char byteAt(std::string_view text, std::size_t at) {
-  return at < text.size() ? static_cast<unsigned char>(text[at]) : 0;
-}
-
-bool isWithin(unsigned byte, unsigned low, unsigned high) { return low <= byte && byte <= high; }
-
-bool isContinuation(unsigned byte) { return isWithin(byte, 0x80, 0xBF); }
-
-/// The length of the well-formed UTF-8 sequence of two or more bytes at the start of `text`; 0 if
-/// there is none (Unicode, table 3-7).
-std::size_t longSequence(std::string_view text) {
-  const unsigned lead = byteAt(text, 0);
-  const unsigned second = byteAt(text, 1);
-  if (isWithin(lead, 0xC2, 0xDF)) return isContinuation(second) ? 2 : 0;
-  if (!isContinuation(byteAt(text, 2))) return 0;
-  if (isWithin(lead, 0xE0, 0xEF)) {
-    return isWithin(second, lead == 0xE0 ? 0xA0 : 0x80, lead == 0xED ? 0x9F : 0xBF) ? 3 : 0;
-  }
-  if (!isWithin(lead, 0xF0, 0xF4) || !isContinuation(byteAt(text, 3))) return 0;
-  return isWithin(second, lead == 0xF0 ? 0x90 : 0x80, lead == 0xF4 ? 0x8F : 0xBF) ? 4 : 0;
-}
-
-/// How many bytes at the start of `text` need no escape between two `quote` characters. Between
-/// apostrophes, UTF-8 needs one: compilers differ in how many characters of a code it makes.
-std::size_t plainLength(std::string_view text, char quote) {
-  std::size_t length = 0;
-  while (length < text.size()) {
-    const char c = text[length];
-    if (static_cast<unsigned char>(c) >= 0x80) {
-      const std::size_t sequence = quote == '"' ? longSequence(text.substr(length)) : 0;
-      if (sequence == 0) break;
-      length += sequence;
-    } else if (c >= 0x20 && c != 0x7F && c != quote && c != '\\') {
-      ++length;
-    } else {
-      break;
-    }
-  }
-  return length;
-}
-
-/// The escape sequence of one byte. Octal ones always have three digits; a digit after them cannot
-/// become part of them.
-std::string escapeSequence(char c) {
-  switch (c) {
-    case '\n':
-      return "\\n";
-    case '\r':
-      return "\\r";
-    case '\t':
-      return "\\t";
-    case '\\':
-    case '"':
-    case '\'':
-      return {'\\', c};
-    default:
-      break;
-  }
-  const auto byte = static_cast<unsigned char>(c);
-  return {'\\', static_cast<char>('0' + (byte >> 6)), static_cast<char>('0' + (byte >> 3 & 7)),
-          static_cast<char>('0' + (byte & 7))};
-}
-
 }  // namespace
 
 SourceWriter::SourceWriter(std::FILE* stream)
     : stream_(stream), buffer_(std::make_unique_for_overwrite<char[]>(kBufferSize)) {}
+
+SourceWriter::SourceWriter(std::string& text) : SourceWriter(nullptr) { text_ = &text; }
 
 void SourceWriter::indent() {
   static constexpr std::string_view kTabs = "                                        ";
@@ -157,5 +97,6 @@ void SourceWriter::appendLong(std::string_view text) {
 
 void SourceWriter::flush() {
   if (stream_ != nullptr) std::fwrite(buffer_.get(), 1, used_, stream_);
+  if (text_ != nullptr) text_->append(buffer_.get(), used_);
   used_ = 0;
 }

@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <cstring>
 #include <memory>
+#include <string>
 #include <string_view>
 
 #include "codegen/Terminology.h"
@@ -30,6 +31,8 @@ class SourceWriter {
  public:
   /// With a null `stream` all text is discarded.
   explicit SourceWriter(std::FILE* stream);
+  /// Appends to `text`, which must outlive the writer.
+  explicit SourceWriter(std::string& text);
   ~SourceWriter() { flush(); }
   SourceWriter(const SourceWriter&) = delete;
   SourceWriter& operator=(const SourceWriter&) = delete;
@@ -59,6 +62,9 @@ class SourceWriter {
   /// line.
   void errorCheck();
 
+  /// Writes what is still held back.
+  void flush();
+
  private:
   static constexpr std::size_t kBufferSize = 1 << 16;
 
@@ -84,9 +90,9 @@ class SourceWriter {
   void append(CommentText comment);
   void appendEscaped(std::string_view text, char quote);
   void appendLong(std::string_view text);
-  void flush();
 
   std::FILE* stream_;
+  std::string* text_ = nullptr;
   std::size_t used_ = 0;
   std::unique_ptr<char[]> buffer_;
 };

@@ -20,6 +20,7 @@ inline constexpr IDRole kObjectClassRole = {"class", "runtimeObjID"};
 inline constexpr IDRole kEnumRole = {"enum", "runtimeEnumID"};
 inline constexpr IDRole kEnumTypeRole = {"type", "runtimeTypeID"};
 inline constexpr IDRole kUnitRole = {"unit", "runtimeUnitID"};
+inline constexpr IDRole kEventRole = {"event", "runtimeEventID"};
 inline constexpr IDRole kPropertyRole = {"key", "runtimePropID"};
 
 /// Writes the statement that looks up the string ID `name` and stores it in `variable`, and the

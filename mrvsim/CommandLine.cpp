@@ -211,14 +211,17 @@ void addReport(CLI::App& app, Command& action) {
 void addDump(CLI::App& app, Command& action) {
   auto options = std::make_shared<DumpOptions>();
   CLI::App* dump = app.add_subcommand(
-      "dump", "Append source text that rebuilds descriptors and plays events with them");
+      "dump", "Write source text that rebuilds descriptors and plays events with them");
   dump->add_option("DESCRIPTOR", options->input, "A descriptor in JSON, or an action file (.atn)")
       ->required();
-  CLI::Option* file = dump->add_option("FILE", options->file, "The file to append to");
+  CLI::Option* file =
+      dump->add_option("FILE", options->file, "The file for the text, which is appended to it");
   addValue(*dump, "--event", options->event, "The ID of the event to play")->default_str("setd");
   addValue(*dump, "--set", options->steps.set, "Dump an action file's set of this name only");
   addValue(*dump, "--action", options->steps.action, "Dump this action only");
   addValue(*dump, "--step", options->steps.step, "Dump this step only");
+  dump->add_flag("--ready", options->ready,
+                 "Write one source file that compiles as it is, and replace FILE by it");
   dump->add_flag("--list", options->list, "Print what the file holds, and write nothing");
   dump->add_flag("--quiet", options->quiet, "Show no progress");
   dump->add_option_function<std::string>(

@@ -10,12 +10,13 @@
 
 #include "actionfiles/ActionFileReader.h"
 #include "codegen/DumpDescriptor.h"
+#include "codegen/ReadyFile.h"
 #include "codegen/SourceWriter.h"
 #include "hostutil/File.h"
 #include "simulator/host/Host.h"
 #include "simulator/host/actions/ActionFileHost.h"
 #include "simulator/scenario/Wording.h"
-#include "suites/Suites.h"
+#include "suites/HostObjects.h"
 
 namespace simulator {
 
@@ -66,23 +67,83 @@ std::vector<std::string> namesOf(const std::vector<Named>& things) {
   return names;
 }
 
-/// Writes the comment before a step's function.
-void writeComment(const std::string& output, const std::string& set, const std::string& action,
-                  std::size_t number, const RecordedStep& step) {
-  const File file(std::fopen(output.c_str(), "a"));
-  SourceWriter out(file.get());
-  out.line("// Set \"", CommentText{set}, "\", action \"", CommentText{action}, "\", step ",
-           static_cast<std::int64_t>(number), " \"", CommentText{step.name}, "\"",
-           step.enabled ? "" : ", not enabled");
+/// The host's object for a step's descriptor, freed after the step, so that one is in memory at a
+/// time.
+ActionDescriptor hostDescriptorOf(const RecordedStep& step) {
+  if (!step.parameters) return {};
+  return ActionDescriptor(theHost().makeDescriptor(std::make_shared<Container>(*step.parameters)));
 }
 
-/// Frees the host's descriptor after the dump, so that one step is in memory at a time.
-void dumpStep(const RecordedStep& step, const std::string& output) {
-  const PIActionDescriptor descriptor =
-      step.parameters ? theHost().makeDescriptor(std::make_shared<Container>(*step.parameters))
-                      : nullptr;
-  PIUDumpDescriptor(step.event, descriptor, output.c_str());
-  if (descriptor != nullptr) sPSActionDescriptor->Free(descriptor);
+/// Appends each step to a file, in the plain form.
+class PlainSteps {
+ public:
+  explicit PlainSteps(const std::string& file) : file_(file) {}
+
+  void beginAction(const std::string& set, const std::string& action, std::size_t) {
+    set_ = set;
+    action_ = action;
+  }
+
+  void addStep(const RecordedStep& step, std::size_t number) {
+    writeComment(step, number);
+    PIUDumpDescriptor(step.event, hostDescriptorOf(step).get(), file_.c_str());
+  }
+
+  void finish() {}
+
+ private:
+  void writeComment(const RecordedStep& step, std::size_t number) const {
+    const File file(std::fopen(file_.c_str(), "a"));
+    SourceWriter out(file.get());
+    out.line("// Set \"", CommentText{set_}, "\", action \"", CommentText{action_}, "\", step ",
+             static_cast<std::int64_t>(number), " \"", CommentText{step.name}, "\"",
+             step.enabled ? "" : ", not enabled");
+  }
+
+  const std::string& file_;
+  std::string set_;
+  std::string action_;
+};
+
+/// Writes the steps as one source file, in the ready form.
+class ReadySteps {
+ public:
+  explicit ReadySteps(const std::string& file)
+      : file_(std::fopen(file.c_str(), "a")), ready_(file_.get()) {}
+
+  void beginAction(const std::string& set, const std::string& action, std::size_t number) {
+    ready_.beginAction(set, action, number);
+  }
+
+  void addStep(const RecordedStep& step, std::size_t number) {
+    ready_.addStep({step.name, number, step.enabled}, step.event, hostDescriptorOf(step).get());
+  }
+
+  void finish() { ready_.finish(); }
+
+ private:
+  File file_;
+  ReadyFile ready_;
+};
+
+template <class Steps>
+void writeSteps(actionfiles::ByteSource& source, const ChosenSteps& chosen,
+                const GeneratorSide& generator) {
+  Steps out(generator.file);
+  actionfiles::ActionFileReader reader(source);
+  const std::string set = reader.set().name.utf8;
+  std::size_t actionNumber = 0;
+  while (const actionfiles::ActionHead* action = reader.nextAction()) {
+    const ChosenAction& wanted = chosen.at(actionNumber++);
+    if (wanted.isChosen) out.beginAction(set, action->name.utf8, actionNumber);
+    std::size_t stepNumber = 0;
+    while (const actionfiles::Step* recorded = reader.nextStep()) {
+      generator.reached(reader.offset());
+      if (!wanted.steps.at(stepNumber++)) continue;
+      out.addStep(hostStep(*recorded, theHost().typeIds()), stepNumber);
+    }
+  }
+  out.finish();
 }
 
 }  // namespace
@@ -93,36 +154,30 @@ ChosenSteps chosenSteps(const StepChoice& choice, const SetOutline& set, const s
   if (choice.action && !any(actions)) {
     failChoice(file, "--action", *choice.action, "action", actions.size());
   }
-  ChosenSteps steps(actions.size());
+  ChosenSteps chosenOnes(actions.size());
   std::size_t most = 0;
   bool found = false;
   for (std::size_t i = 0; i < actions.size(); ++i) {
-    steps[i].resize(set.actions[i].steps.size());
+    ChosenAction& one = chosenOnes[i];
+    one.steps.resize(set.actions[i].steps.size());
     if (!actions[i]) continue;
-    steps[i] = chosen(choice.step, namesOf(set.actions[i].steps));
-    most = std::max(most, steps[i].size());
-    found |= any(steps[i]);
+    one.steps = chosen(choice.step, namesOf(set.actions[i].steps));
+    one.isChosen = !choice.step || any(one.steps);
+    most = std::max(most, one.steps.size());
+    found |= any(one.steps);
   }
   if (choice.step && !found) failChoice(file, "--step", *choice.step, "step", most);
-  return steps;
+  return chosenOnes;
 }
 
 void dumpActions(actionfiles::ByteSource& source, const ChosenSteps& steps,
                  const GeneratorSide& generator) {
-  actionfiles::ActionFileReader reader(source);
-  const std::string set = reader.set().name.utf8;
-  std::size_t actionIndex = 0;
-  while (const actionfiles::ActionHead* action = reader.nextAction()) {
-    const std::vector<bool>& wanted = steps.at(actionIndex++);
-    std::size_t stepIndex = 0;
-    while (const actionfiles::Step* recorded = reader.nextStep()) {
-      generator.reached(reader.offset());
-      if (!wanted.at(stepIndex++)) continue;
-      const RecordedStep step = hostStep(*recorded, theHost().typeIds());
-      writeComment(generator.file, set, action->name.utf8, stepIndex, step);
-      dumpStep(step, generator.file);
-    }
-  }
+  writeSteps<PlainSteps>(source, steps, generator);
+}
+
+void dumpReadyActions(actionfiles::ByteSource& source, const ChosenSteps& steps,
+                      const GeneratorSide& generator) {
+  writeSteps<ReadySteps>(source, steps, generator);
 }
 
 }  // namespace simulator

@@ -11,8 +11,15 @@
 
 namespace simulator {
 
-/// For each action, which of its steps are chosen.
-using ChosenSteps = std::vector<std::vector<bool>>;
+/// Which steps of an action are chosen, and whether the action itself is: with all of its steps, or
+/// with some.
+struct ChosenAction {
+  bool isChosen = false;
+  std::vector<bool> steps = {};
+};
+
+/// For each action of a file.
+using ChosenSteps = std::vector<ChosenAction>;
 
 /// Throws std::runtime_error, which names the option and what is allowed, if there is no such set,
 /// action or step. `file` is named in the error.
@@ -23,5 +30,9 @@ ChosenSteps chosenSteps(const StepChoice& choice, const SetOutline& set, const s
 /// Throws actionfiles::ActionFileError.
 void dumpActions(actionfiles::ByteSource& source, const ChosenSteps& steps,
                  const GeneratorSide& generator);
+
+/// The same in the ready form: one source file of the chosen actions.
+void dumpReadyActions(actionfiles::ByteSource& source, const ChosenSteps& steps,
+                      const GeneratorSide& generator);
 
 }  // namespace simulator

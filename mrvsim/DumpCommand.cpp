@@ -6,6 +6,8 @@
 #include <stdexcept>
 
 #include "codegen/DumpDescriptor.h"
+#include "codegen/ReadyFile.h"
+#include "hostutil/File.h"
 #include "mrvsim/ActionInput.h"
 #include "mrvsim/ActionOutline.h"
 #include "mrvsim/DumpActions.h"
@@ -62,16 +64,27 @@ appended in order, each with a comment that names set, action and step. --set,
 --action and --step choose by name, or by a number from 1 if nothing has that
 name; a name stands for everything that has it.
 
+--ready writes a C++17 source file that compiles as it is, in place of what FILE
+held: a function for each step, and PlayAction, which plays an action by the
+names of its set and itself. A descriptor in JSON becomes the action "1" in the
+set "dump". An item that cannot be rebuilt becomes a comment that begins with
+"Incomplete", and its step fails instead of doing something else. docs/dump.md
+says how to use the file.
+
 The text of nested descriptors is indented, so it grows with the square of their
 depth. A text longer than --max-size is an error, and nothing is written.
 
-Exit status: 0 if the text was appended, 2 if the descriptor, the event, the
+Exit status: 0 if the text was written, 2 if the descriptor, the event, the
 choice or a file cannot be used, 3 or 4 if the generator misused the host or
 broke: one line on standard error says why.)";
 
 namespace {
 
 constexpr const char* kDefaultEvent = "setd";
+
+// The set and the action that a descriptor in JSON stands in.
+constexpr const char* kJsonSet = "dump";
+constexpr const char* kJsonAction = "1";
 
 /// The JSON form of an ID on the command line: an integer, unless the text has four characters.
 Json idArgument(const std::string& text) {
@@ -92,6 +105,9 @@ std::uint32_t eventID(const std::string& text) {
 
 /// Throws if options are given that do not go with each other or with the kind of file.
 void requireFitting(const DumpOptions& options, const std::string& name, bool isAction) {
+  if (options.list && options.ready) {
+    throw std::runtime_error("--list writes nothing; leave out --ready");
+  }
   if (options.list && options.steps.isGiven()) {
     throw std::runtime_error("--list shows the whole file; leave out --set, --action and --step");
   }
@@ -113,7 +129,7 @@ ContainerPtr readDescriptor(const InputFile& input) {
 SetOutline readOutline(const DumpOptions& options, const InputFile& input, bool isAction) {
   if (!isAction) {
     const ContainerPtr content = readDescriptor(input);
-    SetOutline set{.name = "dump", .actions = {{.name = "1"}}};
+    SetOutline set{.name = kJsonSet, .actions = {{.name = kJsonAction}}};
     set.add({.event = eventID(options.event.value_or(kDefaultEvent)), .parameters = content},
             theHost().typeIds());
     return set;
@@ -127,16 +143,32 @@ std::function<void(const GeneratorSide&)> workOfActions(const DumpOptions& optio
                                                         const InputFile& input) {
   const ChosenSteps steps =
       chosenSteps(options.steps, readOutline(options, input, true), options.input);
-  return [&input, steps](const GeneratorSide& generator) {
+  const auto work = options.ready ? dumpReadyActions : dumpActions;
+  return [&input, steps, work](const GeneratorSide& generator) {
     ActionInput source(input);
-    dumpActions(source, steps, generator);
+    work(source, steps, generator);
   };
+}
+
+/// One action "1" in the set "dump".
+void dumpReadyDescriptor(const ContainerPtr& content, std::uint32_t event,
+                         const std::string& name) {
+  const File file(std::fopen(name.c_str(), "a"));
+  ReadyFile ready(file.get());
+  ready.beginAction(kJsonSet, kJsonAction, 1);
+  ready.addStep({}, event, content ? theHost().makeDescriptor(content) : nullptr);
+  ready.finish();
 }
 
 std::function<void(const GeneratorSide&)> workOfJson(const DumpOptions& options,
                                                      const InputFile& input) {
   const ContainerPtr content = readDescriptor(input);
   const std::uint32_t event = eventID(options.event.value_or(kDefaultEvent));
+  if (options.ready) {
+    return [content, event](const GeneratorSide& generator) {
+      dumpReadyDescriptor(content, event, generator.file);
+    };
+  }
   return [content, event](const GeneratorSide& generator) {
     PIUDumpDescriptor(event, content ? theHost().makeDescriptor(content) : nullptr,
                       generator.file.c_str());
@@ -161,7 +193,7 @@ void expectRoom(const DumpOptions& options, const std::string& name, std::uint64
 }
 
 int dump(const DumpOptions& options, const InputFile& input, bool isAction) {
-  Output out(options.file, Output::Mode::kAppend);
+  Output out(options.file, options.ready ? Output::Mode::kReplace : Output::Mode::kAppend);
   const auto work = isAction ? workOfActions(options, input) : workOfJson(options, input);
   out.expectNoneOf({options.input});
   out.open();

@@ -1,0 +1,121 @@
+// The body of one function of the ready form, while it is written.
+//
+// Containers lie in arrays of owners, one for descriptors and one for lists: an element for each
+// level of nesting, used again for the next container on that level. So a function has few
+// variables and no nested blocks however long and deep a descriptor is, and whatever it made is
+// freed on every path.
+#pragma once
+
+#include <PIActions.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "codegen/ContainerKinds.h"
+#include "codegen/ReadyNames.h"
+#include "codegen/SourceWriter.h"
+
+/// The owners of values that are no containers, each declared if the function uses it.
+struct UsedOwners {
+  bool reference = false;
+  bool alias = false;
+  bool bookmark = false;
+  bool text = false;
+};
+
+/// [main-thread]
+class ReadyFunction {
+ public:
+  explicit ReadyFunction(ReadyNames& names) : names_(names), writer_(body_) {}
+  ReadyFunction(const ReadyFunction&) = delete;
+  ReadyFunction& operator=(const ReadyFunction&) = delete;
+
+  /// Forgets the last function.
+  void begin();
+
+  // What ContainerWalk asks for.
+  void enter() {}
+  void leave() {}
+
+  /// Begins a container of `Kind` inside the innermost one that is open, and returns its variable.
+  template <class Kind>
+  std::string open() {
+    Slots& slots = slotsOf<Kind>();
+    if (slots.open == slots.most) ++slots.most;
+    return variable<Kind>(slots.open++);
+  }
+
+  /// Ends the innermost container of `Kind`, and returns its variable.
+  template <class Kind>
+  std::string close() {
+    return variable<Kind>(--slotsOf<Kind>().open);
+  }
+
+  /// The spelling of an identifier; marks the function incomplete if it has none.
+  std::string spelling(std::uint32_t id, const char* kind);
+
+  /// Writes "error = call;" and the check; the call consists of the parts.
+  template <class... Parts>
+  void statement(const Parts&... parts) {
+    writer_.line("  error = ", parts..., ";");
+    writer_.line("  if (error != 0) return error;");
+  }
+
+  /// Writes a comment about a part that the text lacks, and marks the function incomplete.
+  template <class... Parts>
+  void lacks(const Parts&... parts) {
+    isComplete_ = false;
+    writer_.line("  // Incomplete: ", parts..., ".");
+  }
+
+  template <class... Parts>
+  void comment(const Parts&... parts) {
+    writer_.line("  // ", parts...);
+  }
+
+  UsedOwners& owners() { return owners_; }
+  bool isComplete() const { return isComplete_; }
+
+  /// Writes the function `name`, which plays `event` with the container that was opened first, if
+  /// there was one, and before it the variables that it is the first to use. `comment` is the line
+  /// before the function, without its slashes.
+  void write(std::string_view comment, std::string_view name, std::uint32_t event,
+             SourceWriter& out);
+
+ private:
+  struct Slots {
+    std::size_t open = 0;
+    std::size_t most = 0;
+  };
+
+  template <class Kind>
+  Slots& slotsOf();
+
+  template <class Kind>
+  static std::string variable(std::size_t slot) {
+    return std::string(Kind::kVariable) + "[" + std::to_string(slot) + "]";
+  }
+
+  void writeLookUps(SourceWriter& out) const;
+  void writeOwners(SourceWriter& out) const;
+
+  ReadyNames& names_;
+  std::string body_;
+  SourceWriter writer_;
+  Slots descriptors_;
+  Slots lists_;
+  UsedOwners owners_;
+  bool isComplete_ = true;
+};
+
+template <>
+inline ReadyFunction::Slots& ReadyFunction::slotsOf<DescriptorKind>() {
+  return descriptors_;
+}
+
+template <>
+inline ReadyFunction::Slots& ReadyFunction::slotsOf<ListKind>() {
+  return lists_;
+}
