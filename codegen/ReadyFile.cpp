@@ -29,6 +29,9 @@ constexpr std::string_view kHead =
 #include "suites/HostObjects.h"
 #include "suites/Suites.h"
 
+// Recorded data may be longer than the literals that every compiler must take.
+#pragma GCC diagnostic ignored "-Woverlength-strings"
+
 )";
 
 constexpr std::string_view kTail =

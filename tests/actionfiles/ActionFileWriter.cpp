@@ -189,19 +189,6 @@ class Writer {
     }
   }
 };
-
-/// The bytes of a 'Pth ' item.
-std::string pathBytes(std::string_view ascii) {
-  std::string bytes = "txtu";
-  const auto littleEndian = [&](std::size_t value) {
-    for (int i = 0; i < 4; ++i) bytes += static_cast<char>(value >> (8 * i));
-  };
-  littleEndian(12 + 2 * ascii.size());
-  littleEndian(ascii.size());
-  for (const char c : ascii) bytes += {c, '\0'};
-  return bytes;
-}
-
 Reference everyForm() {
   Reference forms;
   const auto add = [&](std::uint32_t form, auto value) {
@@ -298,6 +285,24 @@ Step stepWith(Value value) {
   return stepOf(stringId("set"), "Set", std::move(items));
 }
 
+std::string pathBytes(std::string_view ascii) {
+  std::string bytes = "txtu";
+  const auto littleEndian = [&](std::size_t value) {
+    for (int i = 0; i < 4; ++i) bytes += static_cast<char>(value >> (8 * i));
+  };
+  littleEndian(12 + 2 * ascii.size());
+  littleEndian(ascii.size());
+  for (const char c : ascii) bytes += {c, '\0'};
+  return bytes;
+}
+
+std::string aliasRecord(std::string_view macRomanName) {
+  std::string record(150, '\0');
+  record[7] = 2;
+  record[50] = static_cast<char>(macRomanName.size());
+  return record.replace(51, macRomanName.size(), macRomanName);
+}
+
 std::vector<Value> everyType() {
   std::vector<Value> values;
   const auto add = [&](Value value) { values.push_back(std::move(value)); };
@@ -327,10 +332,7 @@ std::vector<Value> everyType() {
   add(valueOf(kReference, Reference{}));
   add(valueOf(kRawData, Data{std::string("\0\xFF raw", 6)}));
   add(valueOf(kRawData, Data{}));
-  std::string alias(150, '\0');
-  alias.replace(6, 2, std::string("\0\2", 2));
-  alias.replace(50, 7, "\6a\x8A.psd");
-  add(valueOf(kAlias, Data{alias}));
+  add(valueOf(kAlias, Data{aliasRecord("a\x8A.psd")}));
   add(valueOf(kPath, Data{pathBytes("/Users/a/b.psd")}));
   add(valueOf(kBookmark, Data{"book and more"}));
   add(valueOf(kUnitFloats, UnitFloats{fourCharCode("#Ang"), {1, 2, 3}}));

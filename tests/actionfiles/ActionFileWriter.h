@@ -64,6 +64,10 @@ actionfiles::Step stepOf(actionfiles::Id event, std::string name,
 /// A step of which only the descriptor's one item, under the key 'Key ', matters.
 actionfiles::Step stepWith(actionfiles::Value value);
 
+/// The bytes of a path item, and those of an alias record of version 2 that says the file's name.
+std::string pathBytes(std::string_view ascii);
+std::string aliasRecord(std::string_view macRomanName);
+
 /// The values of every item type, in the order of ActionFile.h; they hold every form of a
 /// reference, IDs of both kinds, texts that UTF-8 cannot encode, and empty ones.
 std::vector<actionfiles::Value> everyType();

@@ -101,7 +101,7 @@ Descriptor RandomSteps::descriptor(int level) {
 }
 
 Value RandomSteps::value(int level) {
-  if (level >= deepest_ || !oneIn(4)) return leaf();
+  if (level >= deepest_ || !oneIn(4)) return file_.empty() ? leaf() : leafOfAHost();
   if (oneIn(2)) {
     List list;
     const std::uint32_t count = below(5);
@@ -152,6 +152,25 @@ Value RandomSteps::leaf() {
     }
     default:
       return boxed(kText, text());
+  }
+}
+
+Value RandomSteps::leafOfAHost() {
+  for (;;) {
+    Value value = leaf();
+    switch (value.type) {
+      case kAlias:
+        return valueOf(kAlias, Data{aliasRecord("random.psd") + bytes(100)});
+      case kPath:
+        return valueOf(kPath, Data{pathBytes(file_)});
+      case kBookmark:
+        return valueOf(kBookmark, Data{"book" + bytes(100)});
+      case kUnitFloats:
+      case kObjectArray:
+        continue;
+      default:
+        return value;
+    }
   }
 }
 
