@@ -61,11 +61,11 @@ struct Walked {
 };
 
 void* walk(void* out) {
-  simulator::Host& host = simulator::theHost();
-  sSPBasic = host.basicSuite();
+  simulator::Host& simulated = simulator::theHost();
+  sSPBasic = simulated.basicSuite();
   LineCounter counter;
-  DumpInfoFromDescriptor(host.makeDescriptor(nested(kDepth)), counter.file());
-  *static_cast<Walked*>(out) = {counter.lines(), host.objectsOwned()};
+  DumpInfoFromDescriptor(simulated.makeDescriptor(nested(kDepth)), counter.file());
+  *static_cast<Walked*>(out) = {counter.lines(), simulated.objectsOwned()};
   return nullptr;
 }
 

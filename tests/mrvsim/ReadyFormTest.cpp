@@ -80,7 +80,7 @@ class ReadyForm : public testing::Test {
 TEST_F(ReadyForm, GivesTheHostEveryItemOfTheFileAndLeaksNothingWhateverFails) {
   RecordedSet set = everyTypeThatCanBePut();
   RandomSteps random(seed(), 3, file_);
-  for (auto& action : random.set(40).actions) set.actions.push_back(std::move(action));
+  for (auto& action : random.set(500).actions) set.actions.push_back(std::move(action));
   dumped(written(set));
   build();
   ASSERT_FALSE(HasFatalFailure());

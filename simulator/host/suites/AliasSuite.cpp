@@ -48,11 +48,12 @@ FilePath fileOfAlias(Handle alias, const char* procedure) {
 }
 
 FilePath fileOfBookmark(CFDataRef bookmark) {
+  constexpr std::size_t kMarkSize = 4;
   if (bookmark == nullptr) throw CallError{paramErr};
   if (auto path = pathOfBookmark(bookmark)) return {*path};
   std::string bytes(reinterpret_cast<const char*>(CFDataGetBytePtr(bookmark)),
                     static_cast<std::size_t>(CFDataGetLength(bookmark)));
-  if (!bytes.starts_with("book")) throw CallError{paramErr};
+  if (bytes.size() < kMarkSize) throw CallError{paramErr};
   return {"", std::move(bytes)};
 }
 

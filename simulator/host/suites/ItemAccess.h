@@ -68,7 +68,7 @@ NestedContainer integerList(uint32 count, const int32* values);
 void readIntegers(const Container& list, uint32 count, int32* values);
 
 /// The file of an alias or of bookmark data. Throw paramErr for anything else: an alias record has
-/// at least its header, and bookmark data begin with "book".
+/// at least its header of six bytes, and bookmark data begin with a mark of four.
 FilePath fileOfAlias(Handle alias, const char* procedure);
 FilePath fileOfBookmark(CFDataRef bookmark);
 
