@@ -77,14 +77,73 @@ class ReadyForm : public testing::Test {
   std::string program_ = folder_.file("program");
 };
 
-TEST_F(ReadyForm, GivesTheHostEveryItemOfTheFileAndLeaksNothingWhateverFails) {
+/// An action whose second step holds an object array.
+RecordedAction actionWithAnObjectArray() {
+  RecordedAction action;
+  action.head.name = textOf(u"Incomplete");
+  action.steps.push_back(stepWith(valueOf(kInteger, std::int32_t{1})));
+  action.steps.push_back(stepWith(boxed(kObjectArray, ObjectArray{})));
+  action.steps.push_back(stepWith(valueOf(kInteger, std::int32_t{2})));
+  return action;
+}
+
+TEST_F(ReadyForm, GivesTheHostEveryTypeOfItemAndLeaksNothingWhateverFails) {
   RecordedSet set = everyTypeThatCanBePut();
   RandomSteps random(seed(), 3, file_);
-  for (auto& action : random.set(500).actions) set.actions.push_back(std::move(action));
-  dumped(written(set));
+  for (auto& action : random.set(30).actions) set.actions.push_back(std::move(action));
+  set.actions.push_back(actionWithAnObjectArray());
+  const std::string text = dumped(written(set));
+  EXPECT_THAT(text, HasSubstr("false},  // incomplete\n"));
   build();
   ASSERT_FALSE(HasFatalFailure());
-  EXPECT_THAT(played({"--faults"}), testing::ContainsRegex("[1-9][0-9]+ compared, .* failures"));
+  EXPECT_THAT(played({"--faults"}),
+              testing::ContainsRegex("^[1-9][0-9]+ compared, .* 1 incomplete, .*[0-9]{3} failures"))
+      << "MRV_SEED=" << seed();
+}
+
+TEST_F(ReadyForm, GivesTheHostFiveHundredRandomSteps) {
+  dumped(written(RandomSteps(seed(), 3, file_).set(500)));
+  build();
+  ASSERT_FALSE(HasFatalFailure());
+  EXPECT_THAT(played(), testing::ContainsRegex("^[1-9][0-9]{2} compared, .* 0 incomplete"))
+      << "MRV_SEED=" << seed();
+}
+
+TEST_F(ReadyForm, IsTheSameEachTime) {
+  const std::string bytes = written(RandomSteps(seed()).set(20));
+  EXPECT_EQ(dumped(bytes), dumped(bytes));
+}
+
+TEST_F(ReadyForm, TakesThePlaceOfWhatTheFileHeld) {
+  writeFile(target_, "the old text\n");
+  EXPECT_THAT(dumped(written(setOf({}))), Not(HasSubstr("the old text")));
+}
+
+TEST_F(ReadyForm, ListsTheChosenStepsAlone) {
+  RecordedSet set = everyTypeThatCanBePut();
+  set.actions.push_back(actionWithAnObjectArray());
+  set.actions.push_back({});
+  set.actions.back().head.name = textOf(u"Empty");
+  const std::string all = dumped(written(set));
+  EXPECT_THAT(all, HasSubstr("    {\"Set\", \"Incomplete\", 3},\n    {\"Set\", \"Empty\", 0},\n"));
+  const std::string one = dumped(written(set), {"--action", "Incomplete", "--step", "3"});
+  EXPECT_THAT(one,
+              HasSubstr("kRecordedActions[] = {\n    {\"Set\", \"Incomplete\", 1},\n    {nullptr"));
+  EXPECT_THAT(one, HasSubstr("static int play2_3"));
+  EXPECT_THAT(one, Not(HasSubstr("static int play2_1")));
+  EXPECT_THAT(dumped(written(set), {"--action", "Empty"}),
+              HasSubstr("kRecordedActions[] = {\n    {\"Set\", \"Empty\", 0},\n    {nullptr"));
+}
+
+TEST_F(ReadyForm, MakesADescriptorInJsonAnActionOfItsOwn) {
+  source_ = folder_.file("descriptor.json");
+  const std::string text =
+      dumped(R"([{"key": "Wdth", "type": "long", "value": 7}])", {"--event", "slct"});
+  EXPECT_THAT(text,
+              HasSubstr("// Set \"dump\", action \"1\", step 1 \"\"\nstatic int play1_1() {\n"));
+  EXPECT_THAT(text, HasSubstr("0x736C6374 /* eventSelect 'slct' */, desc[0].get()"));
+  EXPECT_THAT(text, HasSubstr("    {\"dump\", \"1\", 1},\n    {nullptr, nullptr, 0},\n"));
+  EXPECT_THAT(dumped("null"), HasSubstr("0x73657464 /* eventSet 'setd' */, nullptr"));
 }
 
 }  // namespace
