@@ -11,6 +11,8 @@
 #include <string>
 
 #include "codegen/DumpDescriptor.h"
+#include "codegen/ReadyFile.h"
+#include "hostutil/File.h"
 #include "platform/host/HostTerms.h"
 #include "simulator/host/Host.h"
 #include "suites/BasicSuite.h"
@@ -25,15 +27,26 @@ std::string fileName(const char* name) {
   return (std::filesystem::temp_directory_path() / (name + std::to_string(getpid()))).string();
 }
 
+using Dump = void (*)(PIActionDescriptor descriptor, const std::string& file);
+
 /// Dumps the descriptor to a new file.
 void dump(PIActionDescriptor descriptor, const std::string& file) {
   std::filesystem::remove(file);
   PIUDumpDescriptor(kEventSet, descriptor, file.c_str());
 }
 
-void measureDump(benchmark::State& state, PIActionDescriptor descriptor) {
+/// The same in the ready form.
+void dumpReady(PIActionDescriptor descriptor, const std::string& file) {
+  const File stream(std::fopen(file.c_str(), "w"));
+  ReadyFile ready(stream.get());
+  ready.beginAction("Set", "Action", 1);
+  ready.addStep({}, kEventSet, descriptor);
+  ready.finish();
+}
+
+void measureDump(benchmark::State& state, PIActionDescriptor descriptor, Dump write) {
   const std::string file = fileName("dump");
-  for (auto _ : state) dump(descriptor, file);
+  for (auto _ : state) write(descriptor, file);
   state.SetBytesProcessed(state.iterations() *
                           static_cast<std::int64_t>(std::filesystem::file_size(file)));
   state.SetComplexityN(state.range(0));
@@ -56,7 +69,7 @@ PIActionDescriptor simulated(std::int64_t count) {
 
 void DumpFromSimulatedHost(benchmark::State& state) {
   PIUSuitesRelease();
-  measureDump(state, simulated(state.range(0)));
+  measureDump(state, simulated(state.range(0)), dump);
 }
 BENCHMARK(DumpFromSimulatedHost)
     ->RangeMultiplier(10)
@@ -101,13 +114,59 @@ struct BareHost {
 void DumpFromBareHost(benchmark::State& state) {
   PIUSuitesRelease();
   const BareHost host(state.range(0));
-  measureDump(state, reinterpret_cast<PIActionDescriptor>(0x600000000011));
+  measureDump(state, reinterpret_cast<PIActionDescriptor>(0x600000000011), dump);
 }
 BENCHMARK(DumpFromBareHost)
     ->RangeMultiplier(10)
     ->Range(kItems / 100, kItems)
     ->Unit(benchmark::kMillisecond)
     ->Complexity(benchmark::oN);
+
+void ReadyFromBareHost(benchmark::State& state) {
+  PIUSuitesRelease();
+  const BareHost host(state.range(0));
+  measureDump(state, reinterpret_cast<PIActionDescriptor>(0x600000000011), dumpReady);
+}
+BENCHMARK(ReadyFromBareHost)
+    ->RangeMultiplier(10)
+    ->Range(kItems / 100, kItems)
+    ->Unit(benchmark::kMillisecond)
+    ->Complexity(benchmark::oN);
+
+/// A list of objects as recorded steps have them, of seven items each.
+PIActionDescriptor recorded(std::int64_t objects) {
+  sSPBasic = simulator::theHost().basicSuite();
+  auto& ids = simulator::theHost().typeIds();
+  const simulator::ContainerPtr object = simulator::descriptorFromJson(simulator::jsonOf(R"([
+          {"key": "null", "type": "obj ", "value": [
+              {"form": "Enmr", "class": "Lyr ", "enumType": "Ordn", "value": "Trgt"}]},
+          {"key": "Md  ", "type": "enum", "enumType": "BlnM", "value": "Nrml"},
+          {"key": "$layerID", "type": "long", "value": 3},
+          {"key": "AntA", "type": "bool", "value": true},
+          {"key": "Nm  ", "type": "TEXT", "value": "Layer 1 copy, with a longer name"},
+          {"key": "Wdth", "type": "UntF", "unit": "#Pxl", "value": 13.57},
+          {"key": "Angl", "type": "doub", "value": 45}])"),
+                                                                       ids);
+  auto list = std::make_shared<simulator::Container>();
+  for (std::int64_t i = 0; i < objects; ++i) {
+    list->entries.push_back({0, {kTypeObject, simulator::Object{kClassLayer, object}}});
+  }
+  auto root = std::make_shared<simulator::Container>();
+  root->put(kKeyTo, {kTypeValueList, simulator::List{std::move(list)}});
+  return simulator::theHost().makeDescriptor(std::move(root));
+}
+
+void DumpRecorded(benchmark::State& state) {
+  PIUSuitesRelease();
+  measureDump(state, recorded(state.range(0)), dump);
+}
+BENCHMARK(DumpRecorded)->Arg(20000)->Unit(benchmark::kMillisecond);
+
+void ReadyRecorded(benchmark::State& state) {
+  PIUSuitesRelease();
+  measureDump(state, recorded(state.range(0)), dumpReady);
+}
+BENCHMARK(ReadyRecorded)->Arg(20000)->Unit(benchmark::kMillisecond);
 
 std::string dumpedText(std::int64_t items) {
   const std::string file = fileName("text");

@@ -73,7 +73,7 @@ void ReadyFile::beginAction(std::string_view set, std::string_view action, std::
 
 bool ReadyFile::addStep(const ReadyStep& step, std::uint32_t eventID,
                         PIActionDescriptor descriptor) {
-  function_.begin();
+  function_.begin(functionName(actionNumber_, step));
   if (!holdActionSuites()) {
     function_.lacks("the host has no action suites");
   } else if (descriptor != nullptr) {
@@ -81,11 +81,10 @@ bool ReadyFile::addStep(const ReadyStep& step, std::uint32_t eventID,
       function_.lacks("the host does not report the number of items");
     }
   }
-  const std::string name = functionName(actionNumber_, step);
-  function_.write(stepComment(set_, action_, step), name, eventID, out_);
+  function_.write(stepComment(set_, action_, step), eventID, out_);
   const bool isComplete = function_.isComplete();
   ++stepCount_;
-  steps_ += row(set_, action_) + stringLiteral(step.name) + ", " + name +
+  steps_ += row(set_, action_) + stringLiteral(step.name) + ", " + function_.name() +
             (step.isEnabled ? ", true" : ", false") +
             (isComplete ? ", true},\n" : ", false},  // incomplete\n");
   return isComplete;

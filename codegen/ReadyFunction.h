@@ -3,7 +3,8 @@
 // Containers lie in arrays of owners, one for descriptors and one for lists: an element for each
 // level of nesting, used again for the next container on that level. So a function has few
 // variables and no nested blocks however long and deep a descriptor is, and whatever it made is
-// freed on every path.
+// freed on every path. A long function is cut into parts, which take the arrays: the time that
+// compilers take grows faster than the length of a function.
 #pragma once
 
 #include <PIActions.h>
@@ -32,8 +33,11 @@ class ReadyFunction {
   ReadyFunction(const ReadyFunction&) = delete;
   ReadyFunction& operator=(const ReadyFunction&) = delete;
 
-  /// Forgets the last function.
-  void begin();
+  /// Forgets the last function and begins `name`.
+  void begin(std::string name);
+
+  /// Ends a part here if it is long enough. Called between two statements that share no owner.
+  void mayCut();
 
   // What ContainerWalk asks for.
   void enter() {}
@@ -60,7 +64,8 @@ class ReadyFunction {
   template <class... Parts>
   void statement(const Parts&... parts) {
     writer_.line("  error = ", parts..., ";");
-    writer_.line("  if (error != 0) return error;");
+    writer_.line(kCheck);
+    ++statements_;
   }
 
   /// Writes a comment about a part that the text lacks, and marks the function incomplete.
@@ -78,11 +83,12 @@ class ReadyFunction {
   UsedOwners& owners() { return owners_; }
   bool isComplete() const { return isComplete_; }
 
-  /// Writes the function `name`, which plays `event` with the container that was opened first, if
-  /// there was one, and before it the variables that it is the first to use. `comment` is the line
-  /// before the function, without its slashes.
-  void write(std::string_view comment, std::string_view name, std::uint32_t event,
-             SourceWriter& out);
+  const std::string& name() const { return name_; }
+
+  /// Writes the function, which plays `event` with the container that was opened first, if there
+  /// was one, and before it the variables that it is the first to use. `comment` is the line before
+  /// the function, without its slashes.
+  void write(std::string_view comment, std::uint32_t event, SourceWriter& out);
 
  private:
   struct Slots {
@@ -98,10 +104,21 @@ class ReadyFunction {
     return std::string(Kind::kVariable) + "[" + std::to_string(slot) + "]";
   }
 
+  static constexpr std::string_view kCheck = "  if (error != 0) return error;";
+
+  void cut();
+  std::string partName(std::size_t part) const;
+  std::string ownersOfBody() const;
+  void writePlay(std::uint32_t event);
   void writeLookUps(SourceWriter& out) const;
-  void writeOwners(SourceWriter& out) const;
+  void writeArrays(SourceWriter& out) const;
+  void writeCalls(SourceWriter& out) const;
 
   ReadyNames& names_;
+  std::string name_;
+  std::string parts_;  ///< the functions that were cut off
+  std::size_t partCount_ = 0;
+  std::size_t statements_ = 0;  ///< in the body
   std::string body_;
   SourceWriter writer_;
   Slots descriptors_;

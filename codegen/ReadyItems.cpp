@@ -86,12 +86,14 @@ std::int64_t sizeOf(std::string_view bytes) { return static_cast<std::int64_t>(b
 template <class Kind>
 ReadyItems<Kind>::ReadyItems(Container container, Output& out)
     : container_(container), out_(&out), variable_(out.open<Kind>()) {
+  out_->mayCut();
   out_->statement(Kind::kSuite, "->Make(", variable_, ".out())");
   variable_ += ".get()";
 }
 
 template <class Kind>
 std::string ReadyItems<Kind>::key(DescriptorKeyID key) {
+  out_->mayCut();
   if constexpr (std::is_same_v<Kind, ListKind>) {
     return {};
   } else {

@@ -227,6 +227,24 @@ TEST_F(Ready, TakesAnyNesting) {
               HasSubstr("  ActionDescriptor desc[5001];\n"));
 }
 
+TEST_F(Ready, CutsALongFunctionIntoParts) {
+  std::string values = R"({"type": "Objc", "class": "Lyr ", "value": []})";
+  for (int i = 0; i < 999; ++i) values += R"(, {"type": "long", "value": 1})";
+  const std::string json = R"([{"key": "Wdth", "type": "VlLs", "value": [)" + values + "]}]";
+  const std::string text = stepText(descriptor(json));
+  const std::string part2 =
+      "static int play1_1_Name_part2(ActionDescriptor*, ActionList* list) {\n"
+      "  int error = 0;\n"
+      "  error = sPSActionList->PutInteger(list[0].get(), 1);\n";
+  EXPECT_THAT(text, HasSubstr("static int play1_1_Name_part1(ActionDescriptor* desc, ActionList* "
+                              "list) {\n"));
+  EXPECT_THAT(text, HasSubstr(part2));
+  EXPECT_THAT(text, HasSubstr("  ActionDescriptor desc[2];\n  ActionList list[1];\n"
+                              "  error = play1_1_Name_part1(desc, list);\n" +
+                              kCheck + "  error = play1_1_Name_part2(desc, list);\n" + kCheck +
+                              "  error = sPSActionList->PutInteger("));
+}
+
 TEST_F(Ready, WritesAnIncompleteStepIfTheHostHasNoActionSuites) {
   simulator::theFaults().add({"Basic.AcquireSuite", -1, 0, 100});
   EXPECT_THAT(stepText(descriptor("[]")),

@@ -66,8 +66,20 @@ class ReadyForm : public testing::Test {
       items.push_back(
           {Id(0x2A2F3F00 + static_cast<std::uint32_t>(items.size())), std::move(value)});
     }
+    List list;
+    for (int i = 0; i < 1200; ++i) {
+      const bool isNested = i % 400 == 7;
+      list.values.push_back(isNested ? boxed(kObject, point()) : valueOf(kInteger, i));
+    }
+    steps.push_back(stepWith(valueOf(kList, std::move(list))));
     steps.push_back(stepOf(stringId("every type"), "Every \"type\" ?\?/", std::move(items)));
     return setOf(std::move(steps));
+  }
+
+  static Descriptor point() {
+    Descriptor made{className(stringId("point")), {}};
+    made.items.push_back({codeId("Hrzn"), valueOf(kFloat, 0.1)});
+    return made;
   }
 
   TemporaryFolder folder_;
