@@ -158,9 +158,17 @@ std::string codeComment(std::uint32_t id) {
     const char c = static_cast<char>(id >> shift);
     // An asterisk could begin or end a comment, and two question marks a trigraph.
     const bool isPlain = c > 0x1F && c < 0x7F && c != '*' && c != '?' && c != '\\';
-    code += isPlain ? std::string(1, c) : formatted("\\%03llo", static_cast<unsigned char>(c));
+    if (isPlain) {
+      code += c;
+    } else {
+      code += '\\';
+      for (int digit = 6; digit >= 0; digit -= 3) {
+        code += static_cast<char>('0' + ((static_cast<unsigned char>(c) >> digit) & 7));
+      }
+    }
   }
-  return code + "'";
+  code += '\'';
+  return code;
 }
 
 std::string realLiteral(double number) {

@@ -33,9 +33,29 @@ PlainItems<Kind>::PlainItems(Container container, Output& out)
 }
 
 template <class Kind>
+void PlainItems<Kind>::putNumber(const Key& key, std::int32_t value) {
+  put("PutInteger", key, value);
+}
+
+template <class Kind>
+void PlainItems<Kind>::putNumber(const Key& key, std::int64_t value) {
+  put("PutInteger64", key, value);
+}
+
+template <class Kind>
+void PlainItems<Kind>::putNumber(const Key& key, double value) {
+  put("PutFloat", key, value);
+}
+
+template <class Kind>
 void PlainItems<Kind>::putUnitFloat(const Key& key, DescriptorUnitID unit, double value) {
   const SpelledID unitID(*out_, unit, kUnitRole);
   put("PutUnitFloat", key, unitID.spelling(), value);
+}
+
+template <class Kind>
+void PlainItems<Kind>::putBoolean(const Key& key, bool value) {
+  put("PutBoolean", key, value ? "true" : "false");
 }
 
 template <class Kind>

@@ -41,11 +41,11 @@ class PlainItems {
 
   Key key(DescriptorKeyID key) { return Key(*out_, key, kKeyRole); }
 
-  void putNumber(const Key& key, std::int32_t value) { put("PutInteger", key, value); }
-  void putNumber(const Key& key, std::int64_t value) { put("PutInteger64", key, value); }
-  void putNumber(const Key& key, double value) { put("PutFloat", key, value); }
+  void putNumber(const Key& key, std::int32_t value);
+  void putNumber(const Key& key, std::int64_t value);
+  void putNumber(const Key& key, double value);
   void putUnitFloat(const Key& key, DescriptorUnitID unit, double value);
-  void putBoolean(const Key& key, bool value) { put("PutBoolean", key, value ? "true" : "false"); }
+  void putBoolean(const Key& key, bool value);
   void putEnumerated(const Key& key, DescriptorEnumTypeID type, DescriptorEnumID value);
   void putClass(const Key& key, DescriptorClassID value);
   void putReference(const Key& key, PIActionReference value);

@@ -61,7 +61,9 @@ std::string row(std::string_view set, std::string_view action) {
 
 }  // namespace
 
-ReadyFile::ReadyFile(std::FILE* stream) : out_(stream), function_(names_) { out_.write(kHead); }
+ReadyFile::ReadyFile(std::FILE* stream) : out_(stream), function_(names_, out_) {
+  out_.write(kHead);
+}
 
 void ReadyFile::beginAction(std::string_view set, std::string_view action, std::size_t number) {
   endAction();
@@ -81,7 +83,7 @@ bool ReadyFile::addStep(const ReadyStep& step, std::uint32_t eventID,
       function_.lacks("the host does not report the number of items");
     }
   }
-  function_.write(stepComment(set_, action_, step), eventID, out_);
+  function_.end(stepComment(set_, action_, step), eventID);
   const bool isComplete = function_.isComplete();
   ++stepCount_;
   steps_ += row(set_, action_) + stringLiteral(step.name) + ", " + function_.name() +

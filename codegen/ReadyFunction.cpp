@@ -26,8 +26,7 @@ void ReadyFunction::begin(std::string name) {
   names_.beginFunction();
   name_ = std::move(name);
   body_.clear();
-  parts_.clear();
-  partCount_ = 0;
+  parts_ = 0;
   statements_ = 0;
   descriptors_ = {};
   lists_ = {};
@@ -41,10 +40,10 @@ void ReadyFunction::mayCut() {
 
 void ReadyFunction::cut() {
   writer_.flush();
-  parts_ += "static int " + partName(++partCount_) + "(" +
-            parameter("ActionDescriptor*", "desc", body_) + ", " +
-            parameter("ActionList*", "list", body_) + ") {\n  int error = 0;\n" + ownersOfBody() +
-            body_ + "  return 0;\n}\n\n";
+  out_.write(names_.takeDeclarations(), "static int ", partName(++parts_), "(",
+             parameter("ActionDescriptor*", "desc", body_), ", ",
+             parameter("ActionList*", "list", body_), ") {\n  int error = 0;\n", ownersOfBody(),
+             body_, "  return 0;\n}\n\n");
   body_.clear();
   owners_ = {};
   statements_ = 0;
@@ -54,21 +53,22 @@ std::string ReadyFunction::partName(std::size_t part) const {
   return name_ + "_part" + std::to_string(part);
 }
 
-std::string ReadyFunction::spelling(std::uint32_t id, const char* kind) {
-  if (auto text = names_.spelling(id, kind)) return *std::move(text);
+std::string ReadyFunction::spelling(std::uint32_t id, const char* kind, std::string_view before) {
+  std::string text(before);
+  if (names_.append(id, kind, text)) return text;
   lacks("the host's string ID ", id, " does not lead back to its number");
-  return std::to_string(id);
+  return text + std::to_string(id);
 }
 
-void ReadyFunction::write(std::string_view comment, std::uint32_t event, SourceWriter& out) {
+void ReadyFunction::end(std::string_view comment, std::uint32_t event) {
   writePlay(event);
   writer_.flush();
-  out.write(names_.declarations(), parts_, "// ", comment, "\nstatic int ", name_, "() {\n");
-  writeLookUps(out);
-  writeArrays(out);
-  out.write(ownersOfBody());
-  writeCalls(out);
-  out.write(body_, "}\n\n");
+  out_.write(names_.takeDeclarations(), "// ", comment, "\nstatic int ", name_, "() {\n");
+  writeLookUps();
+  writeArrays();
+  out_.write(ownersOfBody());
+  writeCalls();
+  out_.write(body_, "}\n\n");
 }
 
 void ReadyFunction::writePlay(std::uint32_t event) {
@@ -83,25 +83,25 @@ void ReadyFunction::writePlay(std::uint32_t event) {
   }
 }
 
-void ReadyFunction::writeLookUps(SourceWriter& out) const {
+void ReadyFunction::writeLookUps() const {
   if (names_.lookUps().empty()) {
-    if (descriptors_.most > 0) out.line("  int error = 0;");
+    if (descriptors_.most > 0) out_.line("  int error = 0;");
     return;
   }
-  out.write("  int error = lookUp({");
+  out_.write("  int error = lookUp({");
   std::string_view separator;
   for (const std::string_view name : names_.lookUps()) {
-    out.write(separator, "&", name);
+    out_.write(separator, "&", name);
     separator = ",\n                      ";
   }
-  out.line("});");
-  out.line(kCheck);
+  out_.line("});");
+  out_.line(kCheck);
 }
 
-void ReadyFunction::writeArrays(SourceWriter& out) const {
+void ReadyFunction::writeArrays() const {
   const auto count = [](const Slots& slots) { return static_cast<std::int64_t>(slots.most); };
-  if (descriptors_.most > 0) out.line("  ActionDescriptor desc[", count(descriptors_), "];");
-  if (lists_.most > 0) out.line("  ActionList list[", count(lists_), "];");
+  if (descriptors_.most > 0) out_.line("  ActionDescriptor desc[", count(descriptors_), "];");
+  if (lists_.most > 0) out_.line("  ActionList list[", count(lists_), "];");
 }
 
 std::string ReadyFunction::ownersOfBody() const {
@@ -113,10 +113,10 @@ std::string ReadyFunction::ownersOfBody() const {
   return text;
 }
 
-void ReadyFunction::writeCalls(SourceWriter& out) const {
+void ReadyFunction::writeCalls() const {
   const std::string_view lists = lists_.most > 0 ? "list" : "nullptr";
-  for (std::size_t part = 1; part <= partCount_; ++part) {
-    out.line("  error = ", partName(part), "(desc, ", lists, ");");
-    out.line(kCheck);
+  for (std::size_t part = 1; part <= parts_; ++part) {
+    out_.line("  error = ", partName(part), "(desc, ", lists, ");");
+    out_.line(kCheck);
   }
 }

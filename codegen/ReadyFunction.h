@@ -29,7 +29,8 @@ struct UsedOwners {
 /// [main-thread]
 class ReadyFunction {
  public:
-  explicit ReadyFunction(ReadyNames& names) : names_(names), writer_(body_) {}
+  /// Writes to `out`, which outlives the function, as does `names`.
+  ReadyFunction(ReadyNames& names, SourceWriter& out) : names_(names), out_(out), writer_(body_) {}
   ReadyFunction(const ReadyFunction&) = delete;
   ReadyFunction& operator=(const ReadyFunction&) = delete;
 
@@ -57,8 +58,8 @@ class ReadyFunction {
     return variable<Kind>(--slotsOf<Kind>().open);
   }
 
-  /// The spelling of an identifier; marks the function incomplete if it has none.
-  std::string spelling(std::uint32_t id, const char* kind);
+  /// The spelling of an identifier after `before`; marks the function incomplete if it has none.
+  std::string spelling(std::uint32_t id, const char* kind, std::string_view before = "");
 
   /// Writes "error = call;" and the check; the call consists of the parts.
   template <class... Parts>
@@ -85,10 +86,9 @@ class ReadyFunction {
 
   const std::string& name() const { return name_; }
 
-  /// Writes the function, which plays `event` with the container that was opened first, if there
-  /// was one, and before it the variables that it is the first to use. `comment` is the line before
-  /// the function, without its slashes.
-  void write(std::string_view comment, std::uint32_t event, SourceWriter& out);
+  /// Ends the function, which plays `event` with the container that was opened first, if there was
+  /// one. `comment` is the line before the function, without its slashes.
+  void end(std::string_view comment, std::uint32_t event);
 
  private:
   struct Slots {
@@ -110,14 +110,14 @@ class ReadyFunction {
   std::string partName(std::size_t part) const;
   std::string ownersOfBody() const;
   void writePlay(std::uint32_t event);
-  void writeLookUps(SourceWriter& out) const;
-  void writeArrays(SourceWriter& out) const;
-  void writeCalls(SourceWriter& out) const;
+  void writeLookUps() const;
+  void writeArrays() const;
+  void writeCalls() const;
 
   ReadyNames& names_;
+  SourceWriter& out_;
   std::string name_;
-  std::string parts_;  ///< the functions that were cut off
-  std::size_t partCount_ = 0;
+  std::size_t parts_ = 0;       ///< the number of functions that were cut off
   std::size_t statements_ = 0;  ///< in the body
   std::string body_;
   SourceWriter writer_;

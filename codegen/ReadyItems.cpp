@@ -97,7 +97,7 @@ std::string ReadyItems<Kind>::key(DescriptorKeyID key) {
   if constexpr (std::is_same_v<Kind, ListKind>) {
     return {};
   } else {
-    return ", " + idOf(key, kKeyRole.kind);
+    return out_->spelling(key, kKeyRole.kind, ", ");
   }
 }
 

@@ -4,8 +4,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdio>
-#include <optional>
 #include <string>
 #include <string_view>
 
@@ -34,35 +32,37 @@ bool leadsBack(const std::string& string, std::uint32_t id) {
   return sPSActionControl->StringIDToTypeID(string.c_str(), &found) == 0 && found == id;
 }
 
-/// An identifier by value, with its name, if it has one, and its code as a comment.
-std::string valueOf(std::uint32_t id, const char* kind) {
-  char number[16];
-  std::snprintf(number, sizeof number, "0x%08X", static_cast<unsigned>(id));
+/// Appends an identifier by value, with its name, if it has one, and its code as a comment.
+void appendValue(std::uint32_t id, const char* kind, std::string& text) {
   char buffer[kNameSize];
   const IDName name = nameOfID(id, kind, buffer);
-  std::string text = number;
+  text += "0x";
+  for (int shift = 28; shift >= 0; shift -= 4) text += "0123456789ABCDEF"[(id >> shift) & 0xF];
   text += " /* ";
   if (name.kind == NameKind::kConstant) text.append(name.text).append(" ");
-  return text + codeComment(id) + " */";
+  text += codeComment(id);
+  text += " */";
 }
 
 }  // namespace
 
-std::optional<std::string> ReadyNames::spelling(std::uint32_t id, const char* kind) {
-  if (!isRuntimeID(id)) return valueOf(id, kind);
-  Variable& known = variable(id);
-  if (!known.isExact) return std::nullopt;
-  if (known.name.empty()) return valueOf(id, kind);
-  if (known.function != function_) {
-    known.function = function_;
-    lookUps_.push_back(known.name);
+bool ReadyNames::append(std::uint32_t id, const char* kind, std::string& text) {
+  Variable* const known = isRuntimeID(id) ? &variable(id) : nullptr;
+  if (known != nullptr && !known->isExact) return false;
+  if (known == nullptr || known->name.empty()) {
+    appendValue(id, kind, text);
+    return true;
   }
-  return known.name;
+  if (known->function != function_) {
+    known->function = function_;
+    lookUps_.push_back(known->name);
+  }
+  text += known->name;
+  return true;
 }
 
 void ReadyNames::beginFunction() {
   ++function_;
-  declarations_.clear();
   lookUps_.clear();
 }
 

@@ -3,25 +3,26 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
 #include <unordered_set>
+#include <utility>
 #include <vector>
 
 /// The names of one text. [main-thread]
 class ReadyNames {
  public:
-  /// The spelling of `id`, of which `kind` is as in nameOfID. nullopt if it is a run-time
-  /// identifier that its name does not lead back to. REQUIRES: the control suite is held.
-  std::optional<std::string> spelling(std::uint32_t id, const char* kind);
+  /// Appends the spelling of `id`, of which `kind` is as in nameOfID. False, with nothing appended,
+  /// if it is a run-time identifier that its name does not lead back to. REQUIRES: the control
+  /// suite is held.
+  bool append(std::uint32_t id, const char* kind, std::string& text);
 
   /// Begins a function: what it uses is noted from here on.
   void beginFunction();
 
-  /// The declarations of the variables that were first used since beginFunction.
-  const std::string& declarations() const { return declarations_; }
+  /// The declarations of the variables that were first used since the last call.
+  std::string takeDeclarations() { return std::exchange(declarations_, {}); }
 
   /// The variables that the function uses, each once, in the order of their first use.
   const std::vector<std::string_view>& lookUps() const { return lookUps_; }
