@@ -96,11 +96,20 @@ void Window::key(const SDL_KeyboardEvent& event, std::int64_t now) {
   }
 }
 
+/// Whether a list or a message lies over a part of the screen. Only with one of them is it asked
+/// what the mouse was over in the last picture, because it may have moved since.
+bool Window::isScreenCovered() const {
+  const bool isListOpen =
+      ImGui::IsPopupOpen("", ImGuiPopupFlags_AnyPopupId | ImGuiPopupFlags_AnyPopupLevel);
+  const bool isMessageShown = dismissed_ < driver_.seen().breakdowns;
+  return (isListOpen || isMessageShown) && ImGui::GetIO().WantCaptureMouse;
+}
+
 /// A click on the panels is not one of the host's.
 void Window::mouseButton(const SDL_MouseButtonEvent& event) {
   if (event.button != SDL_BUTTON_LEFT) return;
   mouse_ = ImVec2{static_cast<float>(event.x), static_cast<float>(event.y)};
-  const bool isOnScreen = screen_.contains(*mouse_) && !ImGui::GetIO().WantCaptureMouse;
+  const bool isOnScreen = screen_.contains(*mouse_) && !isScreenCovered();
   passMouse();
   if (event.type == SDL_MOUSEBUTTONDOWN && isOnScreen) {
     isButtonDown_ = true;

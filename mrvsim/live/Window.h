@@ -40,7 +40,7 @@ class Window {
  private:
   void key(const SDL_KeyboardEvent& event, std::int64_t now);
   void mouseButton(const SDL_MouseButtonEvent& event);
-  void click(Click click);
+  bool isScreenCovered() const;
   void paint();
   void showPaint(const PixelRect& changed);
   void layOut();
