@@ -138,6 +138,7 @@ void addPlay(CLI::App& app, Command& action) {
   addValue(*play, "--report", options->report,
            "Write a page of HTML that shows what happened; a log is then written only with --log")
       ->type_name(kFile);
+  play->add_flag("--quiet", options->quiet, "Show no progress");
   addTimeout(*play, options->timeout, "one step");
   play->footer(kPlayHelp);
   play->callback([options, &action] {

@@ -17,6 +17,7 @@
 #include "mrvsim/Output.h"
 #include "mrvsim/PluginFailure.h"
 #include "mrvsim/PluginFile.h"
+#include "mrvsim/ProgressBar.h"
 #include "mrvsim/report/Report.h"
 #include "simulator/base/Log.h"
 #include "simulator/loader/PluginModule.h"
@@ -252,13 +253,27 @@ class Play {
     if (options_.text && scenarios_.size() > 1) earlyText_ = scenario.name() + ":\n";
     WatchedProcess process([&](Channel& channel) { perform(scenario, home, channel); },
                            options_.timeout);
+    progress_.emplace(scenario.name(), scenario.steps(), isProgressWanted());
     const ProcessEnd end =
-        process.watch([&](char kind, std::string_view text) { receive(scenario, kind, text); });
+        process.watch([&](char kind, std::string_view text) { receive(scenario, kind, text); },
+                      [&](const Milestone& milestone) { progress_->update(milestone.step); });
+    progress_.reset();
     if (!failure_.empty()) {
       pluginBroke(scenario, end, failure_);
     } else if (end.how != ProcessEnd::kFinished) {
       pluginBroke(scenario, end, end.text(options_.timeout) + functionOf(end));
     }
+  }
+
+  void note(const std::string& text) {
+    progress_->clear();
+    complain("note: " + text);
+  }
+
+  /// It would mix with what is printed to the same terminal meanwhile.
+  bool isProgressWanted() const {
+    const bool prints = options_.text || options_.log == "-";
+    return !options_.quiet && !(prints && isatty(STDOUT_FILENO) != 0);
   }
 
   void perform(const ScenarioFile& scenario, const TemporaryHome& home, Channel& channel) {
@@ -274,7 +289,7 @@ class Play {
       case kLoaded:
         isLoaded_ = true;
         openOutputs();
-        for (const std::string& note : scenario.notes()) complain("note: " + note);
+        for (const std::string& line : scenario.notes()) note(line);
         break;
       case kLogLine:
         if (log_) earlyLog_ += text;
@@ -287,7 +302,7 @@ class Play {
         if (options_.summary) addSummary(scenario, text);
         break;
       case kLostMotion:
-        if (!text.empty()) complain(fmt::format("note: {}: {}", scenario.name(), text));
+        if (!text.empty()) note(fmt::format("{}: {}", scenario.name(), text));
         break;
       case kMisuse:
         status_ = kMisused;
@@ -358,6 +373,7 @@ class Play {
   std::string earlyLog_;
   std::string earlyText_;
   std::string summaries_;
+  std::optional<ProgressBar> progress_;  ///< of the scenario that is played
   std::string failure_;    ///< what the plug-in did wrong, if it did not end the process
   std::string whatBroke_;  ///< the line about a plug-in that broke
   int status_ = kDone;

@@ -13,6 +13,7 @@ struct PlayOptions {
   std::string plugin;    ///< a module or a bundle; empty: the module in the program's folder
   bool summary = false;  ///< print a summary to standard output
   bool text = false;     ///< print the log for people to standard output
+  bool quiet = false;    ///< show no progress
   double timeout = 10;   ///< the longest that the plug-in may take for one step, in seconds
 };
 

@@ -30,8 +30,11 @@ ProgressBar::ProgressBar(std::string what, std::uint64_t total, bool wanted)
       shown_(wanted && isatty(STDERR_FILENO) != 0),
       next_(Clock::now() + kPatience) {}
 
-ProgressBar::~ProgressBar() {
+ProgressBar::~ProgressBar() { clear(); }
+
+void ProgressBar::clear() {
   if (drawn_) std::fputs(kStartOfClearedLine, stderr);
+  drawn_ = false;
 }
 
 void ProgressBar::update(std::uint64_t done) {

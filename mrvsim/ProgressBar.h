@@ -22,6 +22,9 @@ class ProgressBar {
 
   void update(std::uint64_t done);
 
+  /// Clears the line, before something else is written to standard error.
+  void clear();
+
  private:
   using Clock = std::chrono::steady_clock;
 

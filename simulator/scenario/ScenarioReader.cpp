@@ -560,6 +560,7 @@ std::string noteOn(const Step& step) {
 ScenarioFile::ScenarioFile(InputFile input) : input_(std::move(input)) {
   std::set<std::string> noted;
   readDocument(input_, name(), setup_, [&](const Step& step, const StepPlace& place) {
+    ++steps_;
     const std::string note = noteOn(step);
     if (note.empty() || noted.size() >= kMostNotes || !noted.insert(note).second) return;
     notes_.push_back(lineOf(name(), place.position,

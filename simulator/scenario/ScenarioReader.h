@@ -44,6 +44,8 @@ class ScenarioFile {
   /// A line each about names that are allowed but not known, in the document's order and each once.
   const std::vector<std::string>& notes() const { return notes_; }
 
+  std::uint64_t steps() const { return steps_; }
+
   /// Reads the steps and passes them on in turn. Throws what the constructor throws, should the
   /// file have changed, and what `take` throws.
   void eachStep(const std::function<void(const Step&, const StepPlace&)>& take) const;
@@ -53,6 +55,7 @@ class ScenarioFile {
 
   InputFile input_;
   Scenario setup_;
+  std::uint64_t steps_ = 0;
   std::vector<std::string> notes_;
 };
 

@@ -303,7 +303,8 @@ ProcessEnd WatchedProcess::end(bool timedOut) const {
   return end;
 }
 
-ProcessEnd WatchedProcess::watch(const std::function<void(char, std::string_view)>& receive) {
+ProcessEnd WatchedProcess::watch(const std::function<void(char, std::string_view)>& receive,
+                                 const std::function<void(const Milestone&)>& progress) {
   using Clock = std::chrono::steady_clock;
   Watch watch(seconds_);
   const auto tick =
@@ -316,6 +317,7 @@ ProcessEnd WatchedProcess::watch(const std::function<void(char, std::string_view
     poll(events.data(), events.size(), static_cast<int>(watch.tick * 1000));
     if (events[0].revents != 0) receiveSome(receive);
     if (Clock::now() < nextTick) continue;
+    if (progress) progress(shared_->milestone);
     late = isLate(watch);
     if (late) break;
     nextTick = Clock::now() + tick;

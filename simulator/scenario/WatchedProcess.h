@@ -78,9 +78,10 @@ class WatchedProcess {
   WatchedProcess(const WatchedProcess&) = delete;
   WatchedProcess& operator=(const WatchedProcess&) = delete;
 
-  /// Passes on each message until the child has ended. What `receive` throws ends the child. Throws
-  /// `Interrupted`.
-  ProcessEnd watch(const std::function<void(char kind, std::string_view text)>& receive);
+  /// Passes on each message until the child has ended, and several times a second how far it is, if
+  /// `progress` is not empty. What they throw ends the child. Throws `Interrupted`.
+  ProcessEnd watch(const std::function<void(char kind, std::string_view text)>& receive,
+                   const std::function<void(const Milestone&)>& progress = {});
 
  private:
   struct Watch;

@@ -196,6 +196,29 @@ TEST(ListCommand, NamesWhatScenariosMayUse) {
   EXPECT_THAT(run({MRVSIM, "list", "procedures"}).output, HasSubstr("\nFramework.Install\n"));
 }
 
+/// What a terminal shows of a play in which the plug-in uses 1.2 s of processor time before it is
+/// ended: more than the half of a second after which progress is shown.
+std::string shownOnATerminal(const CaseFolder& folder, const std::string& option) {
+  writeFile(folder.file("s.json"), R"({"steps": [{"call": ["SP Interface", "Startup"]}]})");
+  const std::string command = folder.expanded("cd {dir}; MISBEHAVE=spin " MRVSIM
+                                              " play s.json --plugin {misbehaves} --log log"
+                                              " --timeout 1.2 " +
+                                              option);
+  return run({"script", "--quiet", "--command", command, folder.file("../typescript")}).output;
+}
+
+TEST(PlayCommandProgress, IsShownOnATerminalAndCleared) {
+  const CaseFolder folder;
+  const std::string shown = shownOnATerminal(folder, "");
+  EXPECT_THAT(shown, HasSubstr("\r\x1B[Ks.json [     "));
+  EXPECT_THAT(shown, HasSubstr("  0 %\r\x1B[Kmrvsim: s.json:1:12: /steps/0 (call): the plug-in "));
+}
+
+TEST(PlayCommandProgress, IsNotShownIfQuietIsAsked) {
+  const CaseFolder folder;
+  EXPECT_THAT(shownOnATerminal(folder, "--quiet"), testing::StartsWith("mrvsim: s.json:1:12:"));
+}
+
 TEST(ValidateCommand, AcceptsEveryScenarioOfTheProject) {
   std::vector<std::string> command = {MRVSIM, "validate"};
   std::string expected;
