@@ -6,7 +6,6 @@
 
 #include <cstdint>
 #include <cstdio>
-#include <cstring>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -70,7 +69,7 @@ class SourceWriter {
 
   void append(std::string_view text) {
     if (text.size() > kBufferSize - used_) return appendLong(text);
-    std::memcpy(buffer_.get() + used_, text.data(), text.size());
+    text.copy(buffer_.get() + used_, text.size());
     used_ += text.size();
   }
   /// A literal, whose length is known at compile time. REQUIRES: no zero byte but the last.
