@@ -14,7 +14,7 @@
 #include <HostTerms.h>
 
 #include <cstdint>
-#include <optional>
+#include <memory>
 #include <variant>
 
 #include "codegen/ContainerKinds.h"
@@ -61,7 +61,7 @@ class ItemWalker {
     if (container_ == nullptr || Kind::suite()->GetCount(container_, &place_.count) != 0)
       return false;
     if (!isCount(place_.count)) return false;
-    items_.emplace(container_, *out_);
+    items_ = std::make_unique<Items>(container_, *out_);
     return true;
   }
 
@@ -255,7 +255,7 @@ class ItemWalker {
 
   Container container_;
   typename Items::Output* out_;
-  std::optional<Items> items_;
+  std::unique_ptr<Items> items_;  ///< null before `begin`
   ItemPlace place_;
   DescriptorClassID nestedClass_ = 0;
   std::variant<std::monostate, ActionDescriptor, ActionList> nested_;

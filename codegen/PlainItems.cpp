@@ -10,6 +10,7 @@
 
 #include "codegen/ContainerKinds.h"
 #include "codegen/DumpState.h"
+#include "codegen/ItemWalker.h"
 #include "codegen/PathConversion.h"
 #include "codegen/PlainHeader.h"
 #include "codegen/PlainReference.h"

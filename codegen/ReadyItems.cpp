@@ -10,11 +10,16 @@
 #include <string_view>
 #include <type_traits>
 
+#include "codegen/ContainerKinds.h"
+#include "codegen/HostValues.h"
+#include "codegen/ItemWalker.h"
 #include "codegen/Literals.h"
 #include "codegen/PathConversion.h"
+#include "codegen/ReadyFunction.h"
 #include "codegen/ReferenceWalk.h"
 #include "codegen/SpelledID.h"
 #include "codegen/TextConversion.h"
+#include "suites/Suites.h"
 
 namespace {
 

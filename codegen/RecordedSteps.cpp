@@ -10,7 +10,9 @@
 #include <new>
 #include <vector>
 
+#include "codegen/HostValues.h"
 #include "codegen/PathConversion.h"
+#include "suites/Suites.h"
 
 namespace {
 

@@ -100,7 +100,8 @@ std::optional<std::string> unitsToCString(std::u16string_view units) {
     char32_t character = units[i];
     if (character == 0 || isLowSurrogate(units[i])) return std::nullopt;
     if (isHighSurrogate(units[i])) {
-      if (++i == units.size() || !isLowSurrogate(units[i])) return std::nullopt;
+      ++i;
+      if (i == units.size() || !isLowSurrogate(units[i])) return std::nullopt;
       character = kFirstOfPairs + ((character & 0x3FF) << 10) + (units[i] & 0x3FFu);
     }
     appendUTF8(character, utf8);
