@@ -16,6 +16,7 @@
 
 #include "simulator/base/Json.h"
 #include "tests/support/Process.h"
+#include "tests/support/Scenarios.h"
 
 namespace {
 
@@ -24,24 +25,10 @@ using simulator::jsonOf;
 using testing_support::Finished;
 using testing_support::readFile;
 using testing_support::run;
+using testing_support::scenarioName;
+using testing_support::scenariosWith;
 
 const std::filesystem::path kScenarios = MRV_SCENARIOS;
-
-/// The scenarios that have a file of this ending beside them.
-std::vector<std::string> scenariosWith(const std::string& ending) {
-  std::vector<std::string> names;
-  for (const auto& entry : std::filesystem::directory_iterator(kScenarios)) {
-    const std::string name = entry.path().filename().string();
-    if (name.ends_with(ending)) names.push_back(name.substr(0, name.size() - ending.size()));
-  }
-  std::sort(names.begin(), names.end());
-  return names;
-}
-
-std::string testName(std::string scenario) {
-  std::replace(scenario.begin(), scenario.end(), '-', '_');
-  return scenario;
-}
 
 std::vector<Json> parseLines(const std::string& text) {
   std::vector<Json> lines;
@@ -78,7 +65,7 @@ TEST_P(PlayCommandLog, MatchesTheExpectedLog) {
 }
 
 INSTANTIATE_TEST_SUITE_P(, PlayCommandLog, testing::ValuesIn(scenariosWith(".expected.jsonl")),
-                         [](const auto& test) { return testName(test.param); });
+                         scenarioName);
 
 TEST(PlayCommandScenarios, IncludeAtLeastEighteenExpectedLogs) {
   EXPECT_GE(scenariosWith(".expected.jsonl").size(), 18U);
@@ -93,8 +80,7 @@ TEST_P(PlayCommandSummary, MatchesTheExpectedSummary) {
 }
 
 INSTANTIATE_TEST_SUITE_P(, PlayCommandSummary,
-                         testing::ValuesIn(scenariosWith(".expected.summary")),
-                         [](const auto& test) { return testName(test.param); });
+                         testing::ValuesIn(scenariosWith(".expected.summary")), scenarioName);
 
 class PlayCommandText : public testing::TestWithParam<std::string> {};
 
@@ -105,7 +91,7 @@ TEST_P(PlayCommandText, MatchesTheExpectedText) {
 }
 
 INSTANTIATE_TEST_SUITE_P(, PlayCommandText, testing::ValuesIn(scenariosWith(".expected.txt")),
-                         [](const auto& test) { return testName(test.param); });
+                         scenarioName);
 
 TEST(PlayCommandTextForm, GoesTogetherWithALogAndASummary) {
   const testing_support::TemporaryFolder folder;

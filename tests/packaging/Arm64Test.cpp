@@ -7,13 +7,16 @@
 #include <vector>
 
 #include "simulator/base/Json.h"
-#include "tests/packaging/Scenarios.h"
 #include "tests/support/Process.h"
+#include "tests/support/Scenarios.h"
 
 namespace {
 
 using testing_support::Finished;
 using testing_support::run;
+using testing_support::scenarioFile;
+using testing_support::scenarioName;
+using testing_support::scenariosWith;
 
 constexpr const char* kNeeded = "built only with arm64 Linux: set MRV_ARM64_ROOT";
 
@@ -51,7 +54,7 @@ TEST_P(Arm64Scenarios, GiveTheSameLogAsOnIntel) {
   EXPECT_EQ(arm64.output, intel.output);
 }
 
-INSTANTIATE_TEST_SUITE_P(, Arm64Scenarios, testing::ValuesIn(scenarios()), scenarioName);
+INSTANTIATE_TEST_SUITE_P(, Arm64Scenarios, testing::ValuesIn(scenariosWith(".json")), scenarioName);
 
 // The check of the time that loading takes is in it: qemu translates the code meanwhile.
 TEST_F(Arm64, PassesEveryCheck) {

@@ -3,13 +3,16 @@
 
 #include <string>
 
-#include "tests/packaging/Scenarios.h"
 #include "tests/support/Process.h"
+#include "tests/support/Scenarios.h"
 
 namespace {
 
 using testing_support::Finished;
 using testing_support::run;
+using testing_support::scenarioFile;
+using testing_support::scenarioName;
+using testing_support::scenariosWith;
 
 void expectTheSameLog(const std::string& name, const std::string& file) {
   SCOPED_TRACE(name);
@@ -26,16 +29,19 @@ class BundleScenarios : public testing::TestWithParam<std::string> {};
 
 TEST_P(BundleScenarios, GiveTheSameLogAsWithTheModule) { expectTheSameLog(GetParam(), MRV_BUNDLE); }
 
-INSTANTIATE_TEST_SUITE_P(, BundleScenarios, testing::ValuesIn(scenarios()), scenarioName);
+INSTANTIATE_TEST_SUITE_P(, BundleScenarios, testing::ValuesIn(scenariosWith(".json")),
+                         scenarioName);
 
 // The bundle of the preset macos-cross.
 TEST(NativeBundle, GivesTheSameLogsAsTheModule) {
   const std::string bundle = MRV_NATIVE_BUNDLE;
   if (bundle.empty()) GTEST_SKIP() << "built only with an SDK: set MACOS_SDK";
-  for (const std::string& name : scenarios()) expectTheSameLog(name, bundle);
+  for (const std::string& name : scenariosWith(".json")) expectTheSameLog(name, bundle);
 }
 
-TEST(BundleScenariosFolder, HoldsAtLeast18Scenarios) { EXPECT_GE(scenarios().size(), 18U); }
+TEST(BundleScenariosFolder, HoldsAtLeast18Scenarios) {
+  EXPECT_GE(scenariosWith(".json").size(), 18U);
+}
 
 TEST(BundleScenariosPlayer, AcceptsTheBinaryInsideABundle) {
   const std::string scenario = MRV_SCENARIOS "/lifecycle.json";

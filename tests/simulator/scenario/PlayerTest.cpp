@@ -1,32 +1,20 @@
 // Whole scenarios in this process, with the device's thread in it.
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <filesystem>
 #include <string>
-#include <vector>
 
 #include "simulator/base/Log.h"
 #include "simulator/scenario/OutputCapture.h"
 #include "simulator/scenario/Player.h"
 #include "simulator/scenario/ScenarioReader.h"
 #include "tests/support/Process.h"
+#include "tests/support/Scenarios.h"
 
 namespace {
 
 using namespace simulator;
-
-/// The names of the scenarios whose log is kept, without extension.
-std::vector<std::string> scenariosWithLog() {
-  const std::string extension = ".expected.jsonl";
-  std::vector<std::string> names;
-  for (const auto& entry : std::filesystem::directory_iterator(MRV_SCENARIOS)) {
-    const std::string name = entry.path().filename().string();
-    if (name.ends_with(extension)) names.push_back(name.substr(0, name.size() - extension.size()));
-  }
-  std::sort(names.begin(), names.end());
-  return names;
-}
+using testing_support::scenarioName;
+using testing_support::scenariosWith;
 
 class PlayerLog : public testing::TestWithParam<std::string> {
  protected:
@@ -61,12 +49,11 @@ TEST_P(PlayerLog, MatchesTheExpectedLog) {
   EXPECT_EQ(log, testing_support::readFile(path(".expected.jsonl")));
 }
 
-INSTANTIATE_TEST_SUITE_P(, PlayerLog, testing::ValuesIn(scenariosWithLog()), [](const auto& test) {
-  std::string name = test.param;
-  std::replace(name.begin(), name.end(), '-', '_');
-  return name;
-});
+INSTANTIATE_TEST_SUITE_P(, PlayerLog, testing::ValuesIn(scenariosWith(".expected.jsonl")),
+                         scenarioName);
 
-TEST(PlayerLogs, AreKeptForAtLeastEighteenScenarios) { EXPECT_GE(scenariosWithLog().size(), 18U); }
+TEST(PlayerLogs, AreKeptForAtLeastEighteenScenarios) {
+  EXPECT_GE(scenariosWith(".expected.jsonl").size(), 18U);
+}
 
 }  // namespace

@@ -1,4 +1,5 @@
-// The project's scenarios, by name.
+// The project's scenarios, by name. A program that includes this is compiled with MRV_SCENARIOS,
+// their folder.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -8,11 +9,14 @@
 #include <string>
 #include <vector>
 
-/// The names of all scenarios in tests/scenarios, sorted.
-inline std::vector<std::string> scenarios() {
+namespace testing_support {
+
+/// The names of the scenarios that have a file of this ending, sorted. All have ".json".
+inline std::vector<std::string> scenariosWith(const std::string& ending) {
   std::vector<std::string> names;
   for (const auto& entry : std::filesystem::directory_iterator(MRV_SCENARIOS)) {
-    if (entry.path().extension() == ".json") names.push_back(entry.path().stem().string());
+    const std::string name = entry.path().filename().string();
+    if (name.ends_with(ending)) names.push_back(name.substr(0, name.size() - ending.size()));
   }
   std::sort(names.begin(), names.end());
   return names;
@@ -28,3 +32,5 @@ inline std::string scenarioName(const testing::TestParamInfo<std::string>& test)
   std::replace(name.begin(), name.end(), '-', '_');
   return name;
 }
+
+}  // namespace testing_support
