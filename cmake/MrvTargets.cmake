@@ -60,8 +60,8 @@ function(mrv_library folder)
   # A module that contains a unique symbol cannot be unloaded.
   target_compile_options(${library} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-fno-gnu-unique>
                                             -ffunction-sections -fdata-sections)
-  # Each source is compiled by itself, also in a build of several at a time: it must include what it
-  # needs.
+  # Also in a build of several sources at a time, each source is compiled by itself, as in the bundle:
+  # it must include what it needs.
   set_target_properties(${library} PROPERTIES CXX_VISIBILITY_PRESET hidden
                                               VISIBILITY_INLINES_HIDDEN ON UNITY_BUILD OFF)
   mrv_count_lines(${library})
@@ -130,11 +130,12 @@ function(mrv_join_processors target file)
                  "-DCMAKE_CXX_FLAGS=${CMAKE_CXX_FLAGS}"
                  "-DCMAKE_CXX_COMPILER_LAUNCHER=${CMAKE_CXX_COMPILER_LAUNCHER}"
                  "-DCMAKE_COMPILE_WARNING_AS_ERROR=${CMAKE_COMPILE_WARNING_AS_ERROR}"
-                 "-DMACOS_SDK=${MACOS_SDK}"
+                 "-DMACOS_SDK=${MACOS_SDK}" "-DMRV_MAKERSRC=${MRV_MAKERSRC}"
       BUILD_COMMAND "${CMAKE_COMMAND}" --build "${build}" --target ${target} -- --quiet
       BUILD_BYPRODUCTS "${build}/${file}"
       BUILD_ALWAYS ON
       INSTALL_COMMAND "")
+    add_dependencies(${target}_${processor} mrv_makersrc)
     add_dependencies(${target} ${target}_${processor})
     list(APPEND slices "${build}/${file}")
   endforeach()

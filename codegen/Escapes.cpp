@@ -10,22 +10,24 @@ unsigned char byteAt(std::string_view text, std::size_t at) {
   return at < text.size() ? static_cast<unsigned char>(text[at]) : 0;
 }
 
-bool isWithin(unsigned byte, unsigned low, unsigned high) { return low <= byte && byte <= high; }
+bool isByteWithin(unsigned byte, unsigned low, unsigned high) {
+  return low <= byte && byte <= high;
+}
 
-bool isContinuation(unsigned byte) { return isWithin(byte, 0x80, 0xBF); }
+bool isContinuation(unsigned byte) { return isByteWithin(byte, 0x80, 0xBF); }
 
 }  // namespace
 
 std::size_t longSequence(std::string_view text) {
   const unsigned lead = byteAt(text, 0);
   const unsigned second = byteAt(text, 1);
-  if (isWithin(lead, 0xC2, 0xDF)) return isContinuation(second) ? 2 : 0;
+  if (isByteWithin(lead, 0xC2, 0xDF)) return isContinuation(second) ? 2 : 0;
   if (!isContinuation(byteAt(text, 2))) return 0;
-  if (isWithin(lead, 0xE0, 0xEF)) {
-    return isWithin(second, lead == 0xE0 ? 0xA0 : 0x80, lead == 0xED ? 0x9F : 0xBF) ? 3 : 0;
+  if (isByteWithin(lead, 0xE0, 0xEF)) {
+    return isByteWithin(second, lead == 0xE0 ? 0xA0 : 0x80, lead == 0xED ? 0x9F : 0xBF) ? 3 : 0;
   }
-  if (!isWithin(lead, 0xF0, 0xF4) || !isContinuation(byteAt(text, 3))) return 0;
-  return isWithin(second, lead == 0xF0 ? 0x90 : 0x80, lead == 0xF4 ? 0x8F : 0xBF) ? 4 : 0;
+  if (!isByteWithin(lead, 0xF0, 0xF4) || !isContinuation(byteAt(text, 3))) return 0;
+  return isByteWithin(second, lead == 0xF0 ? 0x90 : 0x80, lead == 0xF4 ? 0x8F : 0xBF) ? 4 : 0;
 }
 
 std::size_t plainLength(std::string_view text, char quote) {

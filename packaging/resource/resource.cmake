@@ -4,7 +4,10 @@ set(MRV_RESOURCE_SOURCES
   "${CMAKE_CURRENT_LIST_DIR}/ResourceFork.cpp")
 set(MRV_RESOURCE_TOOL_SOURCES ${MRV_RESOURCE_SOURCES} "${CMAKE_CURRENT_LIST_DIR}/makersrc.cpp")
 
-if(APPLE AND CMAKE_CROSSCOMPILING)
+if(MRV_MAKERSRC)
+  # The build that this one is a part of has the tool.
+  add_custom_target(mrv_makersrc)
+elseif(APPLE AND CMAKE_CROSSCOMPILING)
   # The tool runs on the build machine.
   find_program(MRV_BUILD_CXX NAMES c++ g++ clang++ clang++-19 REQUIRED)
   set(MRV_MAKERSRC "${CMAKE_CURRENT_BINARY_DIR}/makersrc")
@@ -14,6 +17,7 @@ if(APPLE AND CMAKE_CROSSCOMPILING)
     COMMAND "${MRV_BUILD_CXX}" -std=c++20 -I "${MRV_ROOT}" ${MRV_RESOURCE_TOOL_SOURCES} -o "${MRV_MAKERSRC}"
     DEPENDS ${MRV_RESOURCE_TOOL_SOURCES} ${headers}
     COMMENT "Building the resource tool" VERBATIM)
+  add_custom_target(mrv_makersrc DEPENDS "${MRV_MAKERSRC}")
 else()
   add_library(mrv_hostresource STATIC ${MRV_RESOURCE_SOURCES})
   mrv_compile_options(mrv_hostresource)
