@@ -15,20 +15,29 @@ thread_local std::shared_ptr<RunLoop> currentLoop;
 
 }  // namespace
 
-// All loops share the lock of `Threads`, because waitUntilIdle depends on every loop.
+// All loops share the lock of `Threads`, because waitUntilIdle depends on every loop. Threads wait
+// for a semaphore and an atomic, which ask the system twice less a sample than condition variables
+// with their lock.
 
 void RunLoop::perform(std::function<void()> work) {
   Threads& threads = theThreads();
   {
     const std::lock_guard lock(threads.mutex_);
-    if (waiting_ && isTask_ && work_.empty()) ++threads.busy_;
+    stopWaiting();
     work_.push_back(std::move(work));
   }
-  // Without the lock, for which the woken thread would have to sleep again.
-  wake_.notify_one();
+  wake_.release();
 }
 
-void RunLoop::finishWork(std::unique_lock<std::mutex>& lock) {
+void RunLoop::stopWaiting() {
+  if (waiting_ && isTask_) ++theThreads().busy_;
+  waiting_ = false;
+}
+
+/// Returns when no work is left; then the loop counts as waiting.
+void RunLoop::finishWork() {
+  Threads& threads = theThreads();
+  std::unique_lock lock(threads.mutex_);
   while (!work_.empty()) {
     const auto work = std::move(work_.front());
     work_.pop_front();
@@ -36,34 +45,26 @@ void RunLoop::finishWork(std::unique_lock<std::mutex>& lock) {
     work();
     lock.lock();
   }
+  if (waiting_) return;
+  waiting_ = true;
+  lock.unlock();
+  if (isTask_) threads.setBusy(-1);
 }
 
 void RunLoop::run(double seconds) {
   using Clock = std::chrono::steady_clock;
   const auto end = Clock::now() + std::chrono::duration_cast<Clock::duration>(
                                       std::chrono::duration<double>(seconds));
-  Threads& threads = theThreads();
-  std::unique_lock lock(threads.mutex_);
   while (true) {
-    finishWork(lock);
-    waiting_ = true;
-    if (isTask_) --threads.busy_;
-    lock.unlock();
-    threads.idle_.notify_all();
-    lock.lock();
-    const auto hasWork = [this] { return !work_.empty(); };
-    bool woken = true;
+    finishWork();
     if (seconds < 0) {
-      wake_.wait(lock, hasWork);
-    } else {
-      woken = wake_.wait_until(lock, end, hasWork);
-    }
-    waiting_ = false;
-    if (!woken) {
-      if (isTask_) ++threads.busy_;
-      return;
+      wake_.acquire();
+    } else if (!wake_.try_acquire_until(end)) {
+      break;
     }
   }
+  const std::lock_guard lock(theThreads().mutex_);
+  stopWaiting();
 }
 
 OSStatus Threads::start(TaskProc entry, void* parameter, ByteCount stackSize, MPTaskID* task) {
@@ -76,7 +77,7 @@ OSStatus Threads::start(TaskProc entry, void* parameter, ByteCount stackSize, MP
   MPTaskID id = nullptr;
   {
     const std::lock_guard lock(mutex_);
-    ++busy_;
+    setBusy(1);
     ++started_;
     id = reinterpret_cast<MPTaskID>(static_cast<std::uintptr_t>(started_));
   }
@@ -114,8 +115,7 @@ void Threads::waitAtStart() {
 }
 
 void Threads::waitUntilIdle() {
-  std::unique_lock lock(mutex_);
-  idle_.wait(lock, [this] { return busy_ == 0; });
+  for (int busy = busy_; busy != 0; busy = busy_) busy_.wait(busy);
 }
 
 std::shared_ptr<RunLoop> Threads::current() {
@@ -129,9 +129,7 @@ int Threads::started() {
 }
 
 void Threads::setBusy(int change) {
-  const std::lock_guard lock(mutex_);
-  busy_ += change;
-  idle_.notify_all();
+  if ((busy_ += change) == 0) busy_.notify_all();
 }
 
 Threads& theThreads() {

@@ -3,12 +3,13 @@
 
 #include <CoreServices/CoreServices.h>
 
+#include <atomic>
 #include <condition_variable>
 #include <deque>
 #include <functional>
 #include <memory>
 #include <mutex>
-#include <vector>
+#include <semaphore>
 
 namespace simulator {
 
@@ -23,10 +24,11 @@ class RunLoop {
 
  private:
   friend class Threads;
-  void finishWork(std::unique_lock<std::mutex>& lock);
+  void finishWork();
+  void stopWaiting();
 
   std::deque<std::function<void()>> work_;
-  std::condition_variable wake_;
+  std::counting_semaphore<> wake_{0};  ///< what has been queued since the loop last looked
   bool waiting_ = false;
   bool isTask_ = false;
 };
@@ -65,10 +67,9 @@ class Threads {
   void waitAtStart();
 
   std::mutex mutex_;
-  std::condition_variable idle_;
   std::condition_variable released_;
   bool held_ = false;
-  int busy_ = 0;  ///< threads that have neither ended nor wait in their event loop
+  std::atomic<int> busy_ = 0;  ///< threads that have neither ended nor wait in their event loop
   int started_ = 0;
 };
 

@@ -34,6 +34,8 @@ OutputCapture::~OutputCapture() {
 
 void OutputCapture::readMore() {
   if (std::fflush(stdout) != 0) error_ = errno;
+  // Standard output and `memory_` have one position, the end of what was printed.
+  if (lseek(memory_, 0, SEEK_CUR) == position_) return;
   char bytes[4096];
   ssize_t count;
   while ((count = pread(memory_, bytes, sizeof bytes, position_)) > 0) {
