@@ -5,6 +5,7 @@
 #include <imgui.h>
 
 #include <array>
+#include <cstdint>
 #include <memory>
 #include <string>
 
@@ -46,6 +47,7 @@ class Canvas {
   ImFont* fixed() const { return fixed_; }  ///< all letters as wide as each other
 
  private:
+  SDL_RendererInfo createRenderer(std::uint32_t flags);
   void loadFonts();
   void draw(const ImDrawList& list);
   void draw(const ImDrawList& list, const ImDrawCmd& command);

@@ -45,6 +45,8 @@ class Sdl {
     SDL_SetHint(SDL_HINT_JOYSTICK_ALLOW_BACKGROUND_EVENTS, "1");
     SDL_SetHint(SDL_HINT_MOUSE_FOCUS_CLICKTHROUGH, "1");
     SDL_SetHint(SDL_HINT_VIDEO_X11_NET_WM_BYPASS_COMPOSITOR, "0");
+    // What the processor has drawn goes to the screen as it is, not through OpenGL.
+    SDL_SetHint(SDL_HINT_FRAMEBUFFER_ACCELERATION, "0");
     // Without a session bus, SDL's library for it would start one, which stays after the window.
     setenv("DBUS_SESSION_BUS_ADDRESS", "disabled:", 0);
     SDL_SetMainReady();

@@ -91,15 +91,25 @@ void drawFlash(const Stage& stage, ImVec2 pointer) {
   }
 }
 
+bool isWithin(const Rect& rect, ImVec2 place) {
+  return rect.from.x <= place.x && place.x < rect.to.x && rect.from.y <= place.y &&
+         place.y < rect.to.y;
+}
+
+/// Over the document, the pointer is a ring as large as the brush; elsewhere, and for a brush too
+/// small to be seen, it is a cross.
 void drawPointer(const Stage& stage, const ScreenMap& map) {
   const HostState& host = stage.driver.seen().host;
   const ImVec2 pointer = map.toWindow(stage.driver.setup().mouse);
+  const Rect content = onWindow(map, host.content);
   ImDrawList& list = *ImGui::GetWindowDrawList();
   const float radius = static_cast<float>(host.brush / 2 * host.zoom * map.scale);
-  if (host.brush > 0 && radius >= 2) {
+  if (host.hasWindow && isWithin(content, pointer) && radius >= 2) {
     const int segments = std::clamp(static_cast<int>(radius), 16, 64);
+    list.PushClipRect(content.from, content.to, true);
     list.AddCircle(pointer, radius + 1, kDesk.shade(0.7), segments, 1);
     list.AddCircle(pointer, radius, kText, segments, 1);
+    list.PopClipRect();
   } else {
     list.AddLine({pointer.x - 6, pointer.y}, {pointer.x + 7, pointer.y}, kText);
     list.AddLine({pointer.x, pointer.y - 6}, {pointer.x, pointer.y + 7}, kText);

@@ -29,10 +29,11 @@ class LiveOnAScreen : public testing::Test {
  protected:
   LiveOnAScreen() {
     setenv("DISPLAY", server_.display().c_str(), 1);
-    setenv("SDL_RENDER_DRIVER", "software", 1);
     setenv("XDG_CONFIG_HOME", folder_.file("config").c_str(), 1);
     setenv("TMPDIR", folder_.file("").c_str(), 1);
-    for (const char* const name : {"SDL_VIDEODRIVER", "WAYLAND_DISPLAY"}) unsetenv(name);
+    for (const char* const name : {"SDL_RENDER_DRIVER", "SDL_VIDEODRIVER", "WAYLAND_DISPLAY"}) {
+      unsetenv(name);
+    }
     // The libraries of the display keep memory to the end. That the program itself keeps none is
     // seen without a display.
     setenv("LSAN_OPTIONS", "detect_leaks=0", 1);
