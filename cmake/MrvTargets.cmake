@@ -5,6 +5,9 @@
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 set(MRV_ROOT "${CMAKE_CURRENT_SOURCE_DIR}")
+# Below the prefix of what is installed.
+include(GNUInstallDirs)
+set(MRV_INSTALLED_HEADERS "${CMAKE_INSTALL_INCLUDEDIR}/mrv")
 
 # mrv_folders(KIND OUTPUT): sets OUTPUT to the folders of one kind, in the order of
 # cmake/folders.txt.
@@ -17,7 +20,7 @@ endfunction()
 # mrv_compile_options(TARGET): sets the language, the warnings, the arithmetic and the sanitizers of a
 # target.
 function(mrv_compile_options target)
-  target_compile_features(${target} PUBLIC cxx_std_20)
+  target_compile_features(${target} PRIVATE cxx_std_20)
   set_target_properties(${target} PROPERTIES CXX_EXTENSIONS OFF)
   target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wshadow -Wconversion
                                            -Wno-deprecated-declarations)
@@ -49,8 +52,9 @@ function(mrv_count_lines target)
 endfunction()
 
 # mrv_library(FOLDER SOURCES... [LIBRARIES ...] [FRAMEWORKS ...]): defines the static library
-# mrv_FOLDER with the alias mrv::FOLDER. LIBRARIES: the folders that it calls. FRAMEWORKS: the
-# platform's frameworks that it calls; except on a Mac, the simulated Mac replaces all of them.
+# mrv_FOLDER with the alias mrv::FOLDER. LIBRARIES: the folders that it calls; platform is one.
+# FRAMEWORKS: the platform's frameworks that it calls; except on a Mac, the simulated Mac replaces all
+# of them, and without one, the program that links the library must.
 function(mrv_library folder)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "LIBRARIES;FRAMEWORKS")
   set(library mrv_${folder})
@@ -65,14 +69,20 @@ function(mrv_library folder)
   set_target_properties(${library} PROPERTIES CXX_VISIBILITY_PRESET hidden
                                               VISIBILITY_INLINES_HIDDEN ON UNITY_BUILD OFF)
   mrv_count_lines(${library})
-  target_include_directories(${library} PUBLIC "${MRV_ROOT}")
+  # The headers ask for less than the sources.
+  target_compile_features(${library} INTERFACE cxx_std_17)
+  target_include_directories(${library} PUBLIC "$<BUILD_INTERFACE:${MRV_ROOT}>"
+                                               "$<INSTALL_INTERFACE:${MRV_INSTALLED_HEADERS}>")
+  set_target_properties(${library} PROPERTIES EXPORT_NAME ${folder}
+                        MRV_LIBRARIES "${arg_LIBRARIES}" MRV_FRAMEWORKS "${arg_FRAMEWORKS}")
   list(TRANSFORM arg_LIBRARIES PREPEND mrv_)
-  target_link_libraries(${library} PUBLIC ${arg_LIBRARIES} mrv_platform)
+  target_link_libraries(${library} PUBLIC ${arg_LIBRARIES})
   if(APPLE)
     list(TRANSFORM arg_FRAMEWORKS REPLACE "^(.+)$" "-framework \\1")
     target_link_libraries(${library} INTERFACE ${arg_FRAMEWORKS})
-  elseif(arg_FRAMEWORKS)
-    target_link_libraries(${library} INTERFACE mrv_simulator)
+  elseif(arg_FRAMEWORKS AND MRV_SIMULATOR)
+    target_link_libraries(${library}
+                          INTERFACE "$<BUILD_INTERFACE:$<LINK_ONLY:mrv_simulator>>")
   endif()
 endfunction()
 
