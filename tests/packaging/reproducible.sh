@@ -25,4 +25,5 @@ grep -q ' MrvDeviceEvents::messageHandlerProc(' "$scratch"/dist-one/*.map
 cd "$scratch"/unpacked/*
 sha256sum -c --quiet SHA256SUMS
 test "$(find . -type f | wc -l)" = "$(($(wc -l <SHA256SUMS) + 1))"
+grep -q 'Reads the item under' api/DescriptorUtilities_8h.html
 test -x MrvPhotoshop.plugin/Contents/MacOS/MrvPhotoshop
