@@ -1,6 +1,7 @@
 # Builds the project in outside/ with the toolkit.
 #
 #   WAY=installed   with what BUILD, a build of the toolkit, installs, after it was moved
+#   WAY=alone       with what a build of ROOT without the plug-in and the simulator installs
 #   WAY=taken-in    with the sources in ROOT, without the plug-in, the simulator and their libraries
 #   OUTSIDE         the libraries of which programs are built
 #   TOOLCHAIN       a toolchain for the Mac; empty to build for this machine, and to run the programs
@@ -22,15 +23,23 @@ else()
   list(APPEND options "-DCMAKE_CXX_COMPILER=${COMPILER}")
 endif()
 
-if(WAY STREQUAL "installed")
+# The toolkit must not look for the libraries of the simulator.
+set(without -DMRV_SIMULATOR=OFF)
+foreach(package IN ITEMS benchmark CLI11 fmt GTest nlohmann_json PkgConfig SDL2 Threads)
+  list(APPEND without -DCMAKE_DISABLE_FIND_PACKAGE_${package}=ON)
+endforeach()
+
+if(WAY STREQUAL "taken-in")
+  list(APPEND options "-DMRV_SOURCE=${ROOT}" ${without})
+else()
+  if(WAY STREQUAL "alone")
+    set(BUILD "${FOLDER}/toolkit")
+    run("${CMAKE_COMMAND}" -S "${ROOT}" -B "${BUILD}" ${options} ${without})
+    run("${CMAKE_COMMAND}" --build "${BUILD}")
+  endif()
   run("${CMAKE_COMMAND}" --install "${BUILD}" --component toolkit --prefix "${FOLDER}/first")
   file(RENAME "${FOLDER}/first" "${FOLDER}/prefix")
   list(APPEND options "-DMrv_ROOT=${FOLDER}/prefix")
-else()
-  list(APPEND options "-DMRV_SOURCE=${ROOT}" -DMRV_SIMULATOR=OFF)
-  foreach(package IN ITEMS benchmark CLI11 fmt GTest nlohmann_json PkgConfig SDL2 Threads)
-    list(APPEND options -DCMAKE_DISABLE_FIND_PACKAGE_${package}=ON)
-  endforeach()
 endif()
 
 list(JOIN OUTSIDE "\\;" outside)
