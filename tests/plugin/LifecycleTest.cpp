@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "device/MrvDeviceEvents.h"
+#include "simulator/macos/EventManager.h"
 #include "simulator/macos/RunLoops.h"
 #include "simulator/moravin/Framework.h"
 #include "tests/support/Calls.h"
@@ -33,6 +34,12 @@ class Lifecycle : public testing::Test {
     const auto lines = machine.drain();
     return static_cast<std::size_t>(std::count_if(
         lines.begin(), lines.end(), [](const Json& l) { return l["what"] == "posted"; }));
+  }
+
+  std::size_t posted(const char* eventClass) const {
+    const auto lines = machine.lines("posted");
+    return static_cast<std::size_t>(std::count_if(
+        lines.begin(), lines.end(), [&](const Json& l) { return l["class"] == eventClass; }));
   }
 
   Machine machine;
@@ -78,6 +85,38 @@ TEST_F(Lifecycle, AllowsAShutDownBeforeTheDeviceThreadIsReady) {
   runMainLoopUntilIdle();
   EXPECT_EQ(theThreads().started(), 200);
   EXPECT_EQ(handlerInstalls("mrvE"), 1U);
+  EXPECT_EQ(theHost().suitesHeld(), 0);
+}
+
+/// The receiver of device events stays installed until the process ends.
+TEST_F(Lifecycle, StillPostsTheTickOfASampleThatWaitsWhileThePlugInShutsDown) {
+  startUp();
+  runMainLoopUntilIdle();
+  theFramework().send(kMoravinMessageDeviceState, axesRecord(1, {0, 11, 0, 0, 0, 0}));
+  theThreads().waitUntilIdle();
+  ASSERT_EQ(theEventManager().queued(), 1U);
+  EXPECT_EQ(shutDown(), 0);
+  EXPECT_TRUE(machine.lines("wheel").empty());
+  machine.drain();
+  runMainLoopUntilIdle();
+  EXPECT_EQ(machine.lines("wheel").size(), 1U);
+  EXPECT_EQ(theHost().suitesHeld(), 0);
+  EXPECT_EQ(theEventManager().live(), 0U);
+}
+
+/// Unloading releases them, or the next shut-down.
+TEST_F(Lifecycle, HoldsSuitesAgainAfterATwistThatWaitsWhileThePlugInShutsDown) {
+  startUp();
+  runMainLoopUntilIdle();
+  theFramework().send(kMoravinMessageDeviceState, axesRecord(1, {0, 0, 0, 0, 600, 0}));
+  theThreads().waitUntilIdle();
+  EXPECT_EQ(shutDown(), 0);
+  EXPECT_EQ(theHost().suitesHeld(), 0);
+  EXPECT_EQ(posted("keyb"), 0U);
+  runMainLoopUntilIdle();
+  EXPECT_EQ(posted("keyb"), 2U);
+  EXPECT_EQ(theHost().suitesHeld(), 3);
+  EXPECT_EQ(shutDown(), 0);
   EXPECT_EQ(theHost().suitesHeld(), 0);
 }
 

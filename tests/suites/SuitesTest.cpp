@@ -1,5 +1,8 @@
-#include <gtest/gtest.h>
+#include <fmt/format.h>
+#include <gmock/gmock.h>
 
+#include <cstdio>
+#include <cstdlib>
 #include <string>
 #include <tuple>
 #include <type_traits>
@@ -179,6 +182,28 @@ TEST(Suites, AreReleasedWhenTheirHolderIsDestroyed) {
     const AutoSuite<PSAliasSuite> neverUsed("of a test", 10);
   }
   EXPECT_EQ(RecordingHost::released, (std::vector<SuiteKey>{{"of a test", 9}}));
+}
+
+/// Exits with every suite held. The host prints what is released.
+void exitHoldingEverySuite() {
+  static SPBasicSuite basic = {};
+  basic.AcquireSuite = RecordingHost::acquire;
+  basic.ReleaseSuite = [](const char* name, std::int32_t version) -> SPErr {
+    fmt::print(stderr, "{} {}\n", name, version);
+    return 0;
+  };
+  sSPBasic = &basic;
+  forEachHolder([](auto& holder) { holder.AcquireSuite(true); });
+  std::exit(0);
+}
+
+/// Without the exchange of two rows that PIUSuitesRelease makes.
+TEST(Suites, AreReleasedInTheReverseOrderOfTheTableWhenTheProcessEnds) {
+  std::string released;
+  for (const auto& [name, version] : kTable) {
+    released.insert(0, fmt::format("{} {}\n", name, version));
+  }
+  EXPECT_EXIT(exitHoldingEverySuite(), testing::ExitedWithCode(0), testing::Eq(released));
 }
 
 TEST(Suites, AreNotReleasedIfTheirHolderHasNoName) {
