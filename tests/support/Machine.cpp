@@ -18,10 +18,11 @@ Machine::Machine() {
 
 Machine::~Machine() {
   reportAllLeaks();
-  EXPECT_EQ(theLog().misuses(), expectedMisuses_);
-  for (const Json& line : lines("misuse")) {
-    if (theLog().misuses() != expectedMisuses_) ADD_FAILURE() << line.dump();
-  }
+  std::vector<std::string> misuses;
+  for (const Json& line : lines("misuse")) misuses.push_back(line["text"]);
+  EXPECT_THAT(misuses, expectedMisuses_);
+  // Those that came while a test had taken the log away are only counted.
+  EXPECT_EQ(theLog().misuses(), static_cast<int>(misuses.size()));
   theLog().setSink({});
 }
 

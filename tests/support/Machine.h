@@ -2,6 +2,7 @@
 #pragma once
 
 #include <SPMData.h>
+#include <gmock/gmock.h>
 
 #include <functional>
 #include <string>
@@ -36,8 +37,12 @@ class Machine {
   /// The lines since the last call.
   std::vector<simulator::Json> drain();
 
-  /// Sets how many misuses the test causes; a different number fails it.
-  void expectMisuses(int count) { expectedMisuses_ = count; }
+  /// Sets the misuses that the test causes; others, or others in number, fail it.
+  using Misuses = testing::Matcher<const std::vector<std::string>&>;
+  void expectMisuses(const Misuses& texts) { expectedMisuses_ = texts; }
+  void expectMisuse(const testing::Matcher<const std::string&>& text) {
+    expectMisuses(testing::ElementsAre(text));
+  }
 
   /// The preferences folder, which contains the host's settings folders.
   std::filesystem::path preferences() const;
@@ -46,7 +51,7 @@ class Machine {
   simulator::TemporaryHome home_;
   std::vector<simulator::Json> lines_;
   std::size_t drained_ = 0;
-  int expectedMisuses_ = 0;
+  Misuses expectedMisuses_ = testing::IsEmpty();
 };
 
 /// The `types` of a "handler" line, from pairs of class and kind.

@@ -357,7 +357,8 @@ TEST_F(EventManagerHandlers, NeedATargetAndAFunction) {
 }
 
 TEST_F(EventManagerHandlers, MisuseACallThatIsOver) {
-  machine.expectMisuses(2);
+  machine.expectMisuses(testing::ElementsAreArray(std::vector<std::string>(
+      2, "CallNextEventHandler: called outside of the handler that was given the call")));
   EventHandlerCallRef kept = nullptr;
   const Handler<1> handler([&](EventHandlerCallRef call, EventRef) {
     kept = call;
@@ -368,8 +369,6 @@ TEST_F(EventManagerHandlers, MisuseACallThatIsOver) {
   EXPECT_EQ(CallNextEventHandler(kept, event), paramErr);
   EXPECT_EQ(CallNextEventHandler(nullptr, event), paramErr);
   ReleaseEvent(event);
-  EXPECT_EQ(machine.lines("misuse").at(0)["text"],
-            "CallNextEventHandler: called outside of the handler that was given the call");
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 #include <objc/message.h>
 #include <objc/runtime.h>
 
@@ -20,11 +20,12 @@ Result send(id receiver, const char* selector) {
 
 class WindowServerWindow : public testing::Test {
  protected:
-  std::vector<std::string> misuses() {
-    std::vector<std::string> texts;
-    for (const Json& line : machine_.lines("misuse")) texts.push_back(line["text"]);
-    machine_.expectMisuses(static_cast<int>(texts.size()));
-    return texts;
+  /// Expects these misuses so far, and no others until the end of the test.
+  void expectMisuses(const std::vector<std::string>& texts) {
+    std::vector<std::string> found;
+    for (const Json& line : machine_.lines("misuse")) found.push_back(line["text"]);
+    EXPECT_EQ(found, texts);
+    machine_.expectMisuses(testing::ElementsAreArray(texts));
   }
 
   static id mainWindow() {
@@ -37,14 +38,12 @@ class WindowServerWindow : public testing::Test {
   WindowServer& server_ = theWindowServer();
 };
 
-using Texts = std::vector<std::string>;
-
 TEST_F(WindowServerWindow, IsFreedWhenTheHostClosesIt) {
   const id window = server_.windowObject();
   server_.closeWindow();
   EXPECT_EQ(mainWindow(), nullptr);
   EXPECT_EQ(send(window, "contentView"), nullptr);
-  EXPECT_EQ(misuses(), Texts{"message 'contentView' to a freed NSWindow"});
+  expectMisuses({"message 'contentView' to a freed NSWindow"});
 }
 
 TEST_F(WindowServerWindow, LivesOnWhileItIsRetained) {
@@ -53,26 +52,26 @@ TEST_F(WindowServerWindow, LivesOnWhileItIsRetained) {
   server_.closeWindow();
   EXPECT_EQ(mainWindow(), nullptr);
   EXPECT_NE(send(window, "contentView"), nullptr);
-  EXPECT_EQ(misuses(), Texts{});
+  expectMisuses({});
   send<void>(window, "release");
-  EXPECT_EQ(misuses(), Texts{});
+  expectMisuses({});
   send<void>(window, "release");
-  EXPECT_EQ(misuses(), Texts{"message 'release' to a freed NSWindow"});
+  expectMisuses({"message 'release' to a freed NSWindow"});
 }
 
 TEST_F(WindowServerWindow, FreesItsContentViewWithIt) {
   const id view = send(server_.windowObject(), "contentView");
   server_.closeWindow();
   EXPECT_FALSE(send<BOOL>(view, "needsDisplay"));
-  EXPECT_EQ(misuses(), Texts{"message 'needsDisplay' to a freed NSView"});
+  expectMisuses({"message 'needsDisplay' to a freed NSView"});
 }
 
 TEST_F(WindowServerWindow, IsFreedByOneReleaseTooMany) {
   const id window = server_.windowObject();
   send<void>(window, "release");
   EXPECT_FALSE(send<BOOL>(window, "viewsNeedDisplay"));
-  EXPECT_EQ(misuses(), (Texts{"the window was released more often than it was retained",
-                              "message 'viewsNeedDisplay' to a freed NSWindow"}));
+  expectMisuses({"the window was released more often than it was retained",
+                 "message 'viewsNeedDisplay' to a freed NSWindow"});
 }
 
 TEST_F(WindowServerWindow, IsClosedOnlyOnce) {
@@ -100,10 +99,10 @@ TEST_F(WindowServerWindow, MayBeKeptByOneReferenceAndLeakedByMore) {
   server_.closeWindow();
   server_.openWindow();
   server_.reportLeaks();
-  EXPECT_EQ(misuses(), Texts{});
+  expectMisuses({});
   send(server_.windowObject(), "retain");
   server_.reportLeaks();
-  EXPECT_EQ(misuses(), Texts{"references to the window were leaked: 1"});
+  expectMisuses({"references to the window were leaked: 1"});
   send<void>(server_.windowObject(), "release");
 }
 
@@ -111,7 +110,7 @@ TEST_F(WindowServerWindow, AnswersAnUnknownMessageWithZeroInEveryRegister) {
   const CGPoint place = send<CGPoint>(server_.windowObject(), "cursorPlace");
   EXPECT_EQ(place.x, 0.0);
   EXPECT_EQ(place.y, 0.0);
-  EXPECT_EQ(misuses(), Texts{"NSWindow does not understand 'cursorPlace'"});
+  expectMisuses({"NSWindow does not understand 'cursorPlace'"});
 }
 
 }  // namespace
