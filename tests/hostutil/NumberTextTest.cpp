@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <cstdlib>
 #include <limits>
 #include <string>
 
@@ -59,7 +60,13 @@ TEST(NumToString, WritesTheExtremes) {
   EXPECT_EQ(text.text(), "0");
 }
 
-TEST(NumToString, IgnoresANullDestination) { NumToString(1, nullptr); }
+TEST(NumToString, IgnoresANullDestination) {
+  const auto convertAndExit = [] {
+    NumToString(1, nullptr);
+    std::exit(0);
+  };
+  EXPECT_EXIT(convertAndExit(), testing::ExitedWithCode(0), "");
+}
 
 // --- fractions to text
 
