@@ -210,6 +210,7 @@ TEST(HostMatch, MatchesAnEmptyPatternInAnEmptyTextAtZero) {
 
 TEST(HostMatch, DoesNotReadAnEmptyTextBeyondItsZeroByte) {
   EXPECT_EQ(HostMatch(CString(""), "abc", false, 255), -1);
+  EXPECT_EQ(HostMatch("\0abc", "abc", false, 255), -1);
 }
 
 TEST(HostMatch, ReturnsMinusOneIfTheLimitStopsItInsideTheText) {
