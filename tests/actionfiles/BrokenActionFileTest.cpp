@@ -1,9 +1,10 @@
 // Files that are cut off or changed at random: reading ends with an error that names the offset, or
 // reads something else, in little memory.
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <algorithm>
 #include <random>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -112,6 +113,92 @@ class Mutator {
                                            "Pth ", "alis", "bkmk", "UnFl", "ObAr", "prop", "name"};
   std::mt19937 random_;
 };
+
+/// What a file that cannot be read says that it expects, without the number at its end.
+void collectExpected(ByteSource&& source, std::set<std::string>& expected) {
+  try {
+    readAll(source);
+  } catch (const ActionFileError& error) {
+    const std::string what = error.what();
+    const std::size_t begin = what.find(": ", what.find("byte ")) + 2;
+    const std::string name = what.substr(begin, what.find(" is expected") - begin);
+    expected.insert(name.substr(0, name.find_last_not_of("0123456789") + 1));
+  }
+}
+
+/// Every place is cut off, with the length of the file known and not, and changed to the largest
+/// number.
+TEST(BrokenActionFile, NamesEachPartThatItLacks) {
+  std::vector<Step> steps;
+  steps.push_back(stepOf(codeId("setd"), "Set", {}));
+  for (Value& value : everyType()) steps.push_back(stepWith(std::move(value)));
+  const std::string full = written(setOf(std::move(steps)));
+  std::set<std::string> expected;
+  for (std::size_t at = 0; at < full.size(); ++at) {
+    const std::string cut = full.substr(0, at);
+    collectExpected(MemorySource(cut, "FILE"), expected);
+    collectExpected(Trickle(cut), expected);
+    std::string changed = full;
+    changed.replace(at, 4, "\xFF\xFF\xFF\xFF");
+    collectExpected(MemorySource(changed, "FILE"), expected);
+  }
+  EXPECT_THAT(expected,
+              testing::UnorderedElementsAreArray({"a Boolean",
+                                                  "a colour",
+                                                  "a floating-point number",
+                                                  "a form of a reference",
+                                                  "a four-character code",
+                                                  "a function key",
+                                                  "a length of data",
+                                                  "a length of data of at most ",
+                                                  "a number of UTF-16 units",
+                                                  "a number of UTF-16 units of at most ",
+                                                  "a number of actions",
+                                                  "a number of actions of at most ",
+                                                  "a number of floating-point numbers",
+                                                  "a number of floating-point numbers of at most ",
+                                                  "a number of forms",
+                                                  "a number of forms of at most ",
+                                                  "a number of items",
+                                                  "a number of items of at most ",
+                                                  "a number of keys",
+                                                  "a number of keys of at most ",
+                                                  "a number of objects",
+                                                  "a number of steps",
+                                                  "a number of steps of at most ",
+                                                  "a step's dialog options",
+                                                  "a unit",
+                                                  "an event ('TEXT' or 'long')",
+                                                  "an event's code",
+                                                  "an identifier",
+                                                  "an index",
+                                                  "an integer",
+                                                  "an integer of 64 bits",
+                                                  "an item type",
+                                                  "an offset",
+                                                  "the end of the file",
+                                                  "the length of a command's name",
+                                                  "the length of a command's name of at most ",
+                                                  "the length of a string ID",
+                                                  "the length of a string ID of at most ",
+                                                  "the length of an event's string ID",
+                                                  "the length of an event's string ID of at most ",
+                                                  "the rest of a Unicode text",
+                                                  "the rest of a command's name",
+                                                  "the rest of a string ID",
+                                                  "the rest of an event's string ID",
+                                                  "the rest of the data",
+                                                  "the type 'UnFl'",
+                                                  "the version 16 of an action file",
+                                                  "whether a descriptor follows",
+                                                  "whether the action is expanded",
+                                                  "whether the command key is held",
+                                                  "whether the set is expanded",
+                                                  "whether the shift key is held",
+                                                  "whether the step has a dialog",
+                                                  "whether the step is enabled",
+                                                  "whether the step is expanded"}));
+}
 
 }  // namespace
 
