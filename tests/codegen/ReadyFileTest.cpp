@@ -1,11 +1,14 @@
 #include <HostTerms.h>
 
+#include <sstream>
 #include <string>
+#include <vector>
 
 #include "codegen/ReadyFile.h"
 #include "simulator/base/Faults.h"
 #include "tests/codegen/GeneratorFixture.h"
 #include "tests/codegen/MemoryStream.h"
+#include "tests/support/AlteredSuite.h"
 
 namespace {
 
@@ -31,6 +34,16 @@ class Ready : public GeneratorFixture {
     const std::string make = "  error = sPSActionDescriptor->Make(desc[0].out());\n" + kCheck;
     const std::size_t begin = text.find(make) + make.size();
     return text.substr(begin, text.find("  ActionDescriptor result;") - begin);
+  }
+
+  /// The lines of the text but the checks of errors.
+  std::vector<std::string> linesOf(std::string text) const {
+    for (std::size_t at; (at = text.find(kCheck)) != std::string::npos;)
+      text.erase(at, kCheck.size());
+    std::vector<std::string> lines;
+    std::istringstream stream(text);
+    for (std::string line; std::getline(stream, line);) lines.push_back(line);
+    return lines;
   }
 
   const std::string kCheck = "  if (error != 0) return error;\n";
@@ -190,6 +203,68 @@ TEST_F(Ready, WritesTextThatACStringCannotHoldByItsUnits) {
   EXPECT_THAT(text, HasSubstr(R"(textOfUnits(u"a\x0000" u"b", 3, text);)"));
   EXPECT_THAT(itemText(R"("key": "Wdth", "type": "TEXT", "value": "\u00e9")"),
               HasSubstr("PutString(desc[0].get(), 0x57647468 /* keyWidth 'Wdth' */, \"\u00E9\");"));
+}
+
+TEST_F(Ready, WritesEveryFormOfAReference) {
+  const std::string text = itemText(R"("key": "null", "type": "obj ", "value": [
+      {"form": "Clss", "class": "Lyr "},
+      {"form": "Enmr", "class": "Lyr ", "enumType": "Ordn", "value": "Trgt"},
+      {"form": "Idnt", "class": "Lyr ", "value": 7},
+      {"form": "indx", "class": "Lyr ", "value": 8},
+      {"form": "rele", "class": "Lyr ", "value": -9},
+      {"form": "prop", "class": "Prpr", "key": "Wdth"},
+      {"form": "name", "class": "Lyr ", "value": "n"}])");
+  const std::string layer = "(ref.get(), 0x4C797220 /* classLayer 'Lyr ' */";
+  EXPECT_THAT(
+      linesOf(text),
+      testing::ElementsAre(
+          "  error = sPSActionReference->Make(ref.out());",
+          "  error = sPSActionReference->PutClass" + layer + ");",
+          "  error = sPSActionReference->PutEnumerated" + layer +
+              ", 0x4F72646E /* typeOrdinal 'Ordn' */, 0x54726774 /* enumTarget 'Trgt' */);",
+          "  error = sPSActionReference->PutIdentifier" + layer + ", 7u);",
+          "  error = sPSActionReference->PutIndex" + layer + ", 8u);",
+          "  error = sPSActionReference->PutOffset" + layer + ", -9);",
+          "  error = sPSActionReference->PutProperty(ref.get(), 0x50727072 /* classProperty 'Prpr' "
+          "*/, 0x57647468 /* keyWidth 'Wdth' */);",
+          "  error = sPSActionReference->PutName" + layer + ", \"n\");",
+          "  error = sPSActionDescriptor->PutReference(desc[0].get(), 0x6E756C6C /* keyNull 'null' "
+          "*/, ref.get());"));
+}
+
+TEST_F(Ready, WritesANameThatACStringCannotHoldByItsUnits) {
+  const std::string text = stepText(descriptor(R"([{"key": "null", "type": "obj ", "value": [
+      {"form": "name", "class": "Lyr ", "value": "a\u0000b"}]}])"));
+  EXPECT_THAT(text, HasSubstr("  ActionReference ref;\n  OwnedText text;\n"));
+  EXPECT_THAT(text, HasSubstr(R"(  error = textOfUnits(u"a\x0000" u"b", 3, text);)"));
+  EXPECT_THAT(text, HasSubstr("PutNameZString(ref.get(), 0x4C797220 /* classLayer 'Lyr ' */, "
+                              "text.get());"));
+}
+
+TEST_F(Ready, MarksAStepAsIncompleteIfTheHostHasNoBookmarkToReturn) {
+  const PIActionDescriptor desc =
+      descriptor(R"([{"key": "Wdth", "type": "bkmk", "value": "/no"}])");
+  testing_support::AlteredSuite descriptors(sPSActionDescriptor);
+  descriptors->GetBookmark = [](PIActionDescriptor, DescriptorKeyID, CFDataRef* value) -> OSErr {
+    *value = nullptr;
+    return 0;
+  };
+  EXPECT_THAT(stepText(desc), HasSubstr("// Incomplete: "));
+}
+
+TEST_F(Ready, DeclaresTheOwnersThatItUsesAndNoOthers) {
+  const std::pair<const char*, const char*> owners[] = {
+      {R"("type": "obj ", "value": [])", "  ActionReference ref;\n"},
+      {R"("type": "alis", "value": "/no")", "  OwnedAlias alias;\n"},
+      {R"("type": "bkmk", "value": "/no")", "  OwnedBookmark bookmark;\n"},
+      {R"("type": "TEXT", "value": "a\u0000b")", "  OwnedText text;\n"}};
+  for (const auto& [fields, used] : owners) {
+    const std::string text =
+        stepText(descriptor(std::string(R"([{"key": "Wdth", )") + fields + "}]"));
+    for (const auto& [ignored, owner] : owners) {
+      EXPECT_EQ(text.find(owner) != std::string::npos, owner == used) << used << " " << owner;
+    }
+  }
 }
 
 TEST_F(Ready, KeepsAReferenceWithoutForms) {
