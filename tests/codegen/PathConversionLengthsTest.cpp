@@ -1,6 +1,7 @@
-// A platform that answers with lengths that no path has. This program defines the platform's
-// functions that return lengths itself.
+// A platform that answers with lengths that no path has, and that resolves no alias. This program
+// defines the platform's functions that do so itself.
 #include <CoreFoundation/CoreFoundation.h>
+#include <CoreServices/CoreServices.h>
 #include <gtest/gtest.h>
 
 #include <limits>
@@ -16,6 +17,7 @@ constexpr CFIndex kFirst = std::numeric_limits<CFIndex>::min();
 CFIndex pathCount = 1;
 CFIndex textLength = 13;
 CFIndex maximumSize = 39;
+int pathsAsked = 0;
 
 class PathConversionLengths : public testing::Test {
  protected:
@@ -56,8 +58,21 @@ TEST_F(PathConversionLengths, AreErrorsIfTheNumberOfPathsIsNotPositive) {
   }
 }
 
+TEST(PathConversionOfAnAlias, AsksForNoPathIfTheAliasCannotBeResolved) {
+  char path[64] = "old";
+  AliasToFullPath(nullptr, path, sizeof path);
+  EXPECT_STREQ(path, "");
+  EXPECT_EQ(pathsAsked, 0);
+}
+
 }  // namespace
 
+OSErr FSResolveAlias(const FSRef*, AliasHandle, FSRef*, Boolean*) { return fnfErr; }
+OSStatus FSRefMakePath(const FSRef*, UInt8* path, UInt32) {
+  ++pathsAsked;
+  path[0] = '/';
+  return noErr;
+}
 CFIndex CFArrayGetCount(CFArrayRef) { return pathCount; }
 CFIndex CFStringGetLength(CFStringRef) { return textLength; }
 CFIndex CFStringGetMaximumSizeForEncoding(CFIndex length, CFStringEncoding) {
