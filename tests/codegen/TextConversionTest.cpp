@@ -76,4 +76,15 @@ TEST_F(TextConversion, ReturnsNulloptIfTheHostFails) {
   error = 0;
 }
 
+TEST(UnitsToCString, TakesWholePairsOfSurrogatesAndNoHalves) {
+  EXPECT_EQ(unitsToCString(u"a\u00E9\u20AC"), "a\u00E9\u20AC");
+  EXPECT_EQ(unitsToCString(u"x\U0001F58Cy\U00010000\U0010FFFF"),
+            "x\U0001F58Cy\U00010000\U0010FFFF");
+  for (const std::u16string& text :
+       {std::u16string{u'a', 0xD800}, std::u16string{0xDBFF, u'a'}, std::u16string{0xD800, 0xD800},
+        std::u16string{0xDC00}, std::u16string{0xDFFF, u'a'}, std::u16string{u'a', 0, u'b'}}) {
+    EXPECT_EQ(unitsToCString(text), std::nullopt) << text.size();
+  }
+}
+
 }  // namespace
