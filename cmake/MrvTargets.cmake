@@ -69,8 +69,8 @@ function(mrv_library folder)
   set_target_properties(${library} PROPERTIES CXX_VISIBILITY_PRESET hidden
                                               VISIBILITY_INLINES_HIDDEN ON UNITY_BUILD OFF)
   mrv_count_lines(${library})
-  # The headers ask for less than the sources.
-  target_compile_features(${library} INTERFACE cxx_std_17)
+  # The headers ask for less than the sources. What is built together is compiled alike.
+  target_compile_features(${library} INTERFACE "$<BUILD_INTERFACE:cxx_std_20>" cxx_std_17)
   target_include_directories(${library} PUBLIC "$<BUILD_INTERFACE:${MRV_ROOT}>"
                                                "$<INSTALL_INTERFACE:${MRV_INSTALLED_HEADERS}>")
   set_target_properties(${library} PROPERTIES EXPORT_NAME ${folder}

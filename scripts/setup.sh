@@ -8,10 +8,10 @@ BUILD_PACKAGES=(g++ cmake ninja-build nlohmann-json3-dev libfmt-dev libcli11-dev
 BUNDLE_PACKAGES=(g++ cmake ninja-build zip clang-19 lld-19 llvm-19 libc++-19-dev
                  doxygen)
 LIBRARY_PACKAGES=(libgtest-dev libgmock-dev libbenchmark-dev libeigen3-dev libglm-dev)
-DESKTOP_PACKAGES=(libgnustep-gui-dev gnustep-back0.29-cairo gobjc xvfb xdotool)
+DESKTOP_PACKAGES=(libgnustep-gui-dev gnustep-back0.29-cairo gobjc xvfb xdotool libx11-dev)
 TEST_PACKAGES=("${BUILD_PACKAGES[@]}" "${BUNDLE_PACKAGES[@]}" "${LIBRARY_PACKAGES[@]}"
                "${DESKTOP_PACKAGES[@]}" git gcovr unzip binutils python3 python3-jsonschema
-               groff-base zsh dpkg-dev file libclang-rt-19-dev clang-format-19 clang-tidy-19
+               groff-base zsh dpkg-dev file locales libclang-rt-19-dev clang-format-19 clang-tidy-19
                shellcheck qemu-user-static pkgconf chromium chromium-driver python3-selenium)
 
 # need PACKAGE...: installs the packages of the distribution that are missing.

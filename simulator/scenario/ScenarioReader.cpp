@@ -243,9 +243,9 @@ std::uint32_t readValue(const Field& field) {
 }
 
 std::uint32_t readCode(const Field& field) {
-  const std::string text = field.text();
-  if (text.size() != 4) field.fail("must be a text of four characters");
-  return fourCharCode({text[0], text[1], text[2], text[3], '\0'});
+  const auto code = codeOf(field.text());
+  if (!code) field.fail("must be a text of four ASCII characters");
+  return *code;
 }
 
 DeviceMessage plainMessage() { return {.type = kMoravinMessageDeviceState, .client = {}}; }

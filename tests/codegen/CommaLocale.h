@@ -1,5 +1,5 @@
 // A locale in which numbers have a decimal comma. It is built for the test, because no locale but
-// "C" need be installed.
+// "C" need be installed; the distribution's package locales has the tables for that.
 #pragma once
 
 #include <gtest/gtest.h>

@@ -3,10 +3,8 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
-#include <array>
 #include <functional>
 #include <map>
-#include <random>
 #include <set>
 #include <sstream>
 #include <string>
@@ -15,137 +13,24 @@
 #include "simulator/base/Json.h"
 #include "tests/support/Build.h"
 #include "tests/support/Process.h"
+#include "tests/support/RandomScenario.h"
 
 namespace {
 
 using simulator::Json;
 using simulator::jsonOf;
 using testing_support::Finished;
+using testing_support::RandomScenario;
+using testing_support::randomScenario;
 using testing_support::run;
 using testing_support::TemporaryFolder;
+using testing_support::textOf;
 
 #ifdef MRV_LONG_TESTS
 constexpr unsigned kScenarios = testing_support::kSanitized ? 300 : 3000;
 #else
 constexpr unsigned kScenarios = testing_support::kSanitized ? 10 : 40;
 #endif
-
-struct RandomScenario {
-  Json host = Json::object();
-  std::vector<Json> steps;  ///< without their times
-};
-
-/// The text of a scenario in which each step is a millisecond after the one before, so that the
-/// time of a log's line names its step.
-std::string textOf(const RandomScenario& scenario) {
-  std::string text = "{\"host\": " + scenario.host.dump() + ", \"steps\": [";
-  for (std::size_t i = 0; i < scenario.steps.size(); ++i) {
-    Json step = scenario.steps[i];
-    step["at"] = i;
-    text += (i == 0 ? "\n  " : ",\n  ") + step.dump();
-  }
-  return text + "\n]}\n";
-}
-
-class Generator {
- public:
-  explicit Generator(unsigned seed) : random_(seed) {}
-
-  RandomScenario scenario() {
-    scenario_ = {};
-    if (below(2) == 0) scenario_.host["redrawDelay"] = below(20);
-    if (below(4) == 0) scenario_.host["zoomWithScrollWheel"] = true;
-    add({{"call", {"SP Interface", "Startup"}}});
-    const int parts = 5 + below(25);
-    for (int part = 0; part < parts; ++part) addPart();
-    return scenario_;
-  }
-
- private:
-  int below(int limit) { return static_cast<int>(random_() % static_cast<unsigned>(limit)); }
-  void add(Json step) { scenario_.steps.push_back(std::move(step)); }
-  void addAxes(const std::array<int, 6>& axes) { add({{"axes", axes}}); }
-
-  int strength() { return (below(2) == 0 ? 1 : -1) * (30 + below(300)); }
-
-  void addMotion() {
-    const int kind = below(5);
-    const int samples = 1 + below(kind == 0 ? 140 : 30);
-    const int strong = strength();
-    for (int i = 0; i < samples; ++i) {
-      switch (kind) {
-        case 0:
-          addAxes({0, strong, 0, 0, 0, 0});
-          break;
-        case 1:
-          addAxes({strong, 0, below(50), 0, 0, 0});
-          break;
-        case 2:
-          addAxes({0, 0, 0, 0, strong, 0});
-          break;
-        default:
-          addAxes({strength() / 30, strength() / 30, strength() / 30, 0, strength() / 30, 0});
-      }
-    }
-    if (below(3) != 0) addAxes({0, 0, 0, 0, 0, 0});
-  }
-
-  void addPart() {
-    static const std::vector<std::string> kProcedures = {"ActionControl.Get",
-                                                         "ActionDescriptor.GetObject",
-                                                         "ActionDescriptor.GetUnitFloat",
-                                                         "ActionReference.Make",
-                                                         "ActionDescriptor.GetInteger",
-                                                         "ActionReference.PutProperty",
-                                                         "Basic.AcquireSuite",
-                                                         "ActionDescriptor.GetEnumerated",
-                                                         "ActionDescriptor.HasKey",
-                                                         "ActionReference.PutEnumerated",
-                                                         "Framework.Install"};
-    static const std::vector<std::string> kTools = {"paintbrushTool", "lassoTool", "eraserTool"};
-    static const std::vector<std::string> kClicks = {"down", "up", "moved", "dragged"};
-    static const Json kWindow = {{"frame", {100, 50, 800, 622}}, {"content", {100, 50, 800, 600}}};
-    switch (below(20)) {
-      case 0:
-        return add({{"active", below(2) == 0}});
-      case 1:
-        return add({{"window", below(3) == 0 ? Json(nullptr) : kWindow}});
-      case 2:
-        add({{"closeWindow", true}});
-        return below(2) == 0 ? add({{"window", kWindow}}) : void();
-      case 3:
-        return add({{"toolbarPending", below(2) == 0}});
-      case 4:
-        return add({{"mouse", {below(1200), below(900)}}});
-      case 5:
-        return add({{"tool", kTools[static_cast<std::size_t>(below(3))]}});
-      case 6:
-        return add({{"brush", below(4) == 0 ? Json(nullptr) : Json(1 + below(100))}});
-      case 7:
-        return add({{"fail",
-                     {{"procedure", kProcedures[random_() % kProcedures.size()]},
-                      {"error", -1 - below(5)},
-                      {"after", below(3)}}}});
-      case 8:
-        if (below(2) == 0) add({{"call", {"SP Interface", "Shutdown"}}});
-        return add({{"call", {"SP Interface", "Startup"}}});
-      case 9:
-        return add({{"button", {below(4), below(2)}}});
-      case 10:
-        return add({{"message", {{"client", 77}, {"axes", {0, 500, 0, 0, 0, 0}}}}});
-      case 11:
-        return add({{"modifiers", below(0x10000)}});
-      case 12:
-      case 13:
-        return add({{"click", kClicks[static_cast<std::size_t>(below(4))]}});
-      default:
-        return addMotion();
-    }
-  }
-
-  std::mt19937 random_;
-  RandomScenario scenario_;
-};
 
 /// What a scenario does to the plug-in, followed step by step beside the log.
 class Observer {
@@ -281,7 +166,7 @@ RandomScenario shrunk(RandomScenario scenario,
 
 TEST(Properties, HoldOfRandomScenarios) {
   for (unsigned seed = 1; seed <= kScenarios; ++seed) {
-    const RandomScenario scenario = Generator(seed).scenario();
+    const RandomScenario scenario = randomScenario(seed);
     const std::string broken = brokenProperty(scenario);
     if (broken.empty()) continue;
     const RandomScenario least = shrunk(
@@ -294,8 +179,8 @@ TEST(Properties, HoldOfRandomScenarios) {
 TEST(PropertiesGenerator, MakesTheSameScenarioOfASeedAndManyKindsOfSteps) {
   std::set<std::string> kinds;
   for (unsigned seed = 1; seed <= 20; ++seed) {
-    const RandomScenario scenario = Generator(seed).scenario();
-    EXPECT_EQ(textOf(scenario), textOf(Generator(seed).scenario()));
+    const RandomScenario scenario = randomScenario(seed);
+    EXPECT_EQ(textOf(scenario), textOf(randomScenario(seed)));
     for (const Json& step : scenario.steps) kinds.insert(step.begin().key());
   }
   EXPECT_THAT(kinds, testing::IsSupersetOf({"active", "axes", "brush", "button", "call", "click",
@@ -303,7 +188,7 @@ TEST(PropertiesGenerator, MakesTheSameScenarioOfASeedAndManyKindsOfSteps) {
 }
 
 TEST(PropertiesShrinking, LeavesTheStepsThatTheFailureNeeds) {
-  RandomScenario scenario = Generator(3).scenario();
+  RandomScenario scenario = randomScenario(3);
   scenario.steps.insert(scenario.steps.begin() + 7, {{"closeWindow", true}});
   scenario.steps.push_back({{"layout", "x"}});
   const auto count = [](const RandomScenario& of, const char* kind) {

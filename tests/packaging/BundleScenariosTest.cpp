@@ -4,19 +4,28 @@
 #include <string>
 
 #include "tests/support/Process.h"
+#include "tests/support/RandomScenario.h"
 #include "tests/support/Scenarios.h"
 
 namespace {
 
 using testing_support::Finished;
+using testing_support::randomScenario;
 using testing_support::run;
 using testing_support::scenarioFile;
 using testing_support::scenarioName;
 using testing_support::scenariosWith;
+using testing_support::textOf;
+using testing_support::writeFile;
 
-void expectTheSameLog(const std::string& name, const std::string& file) {
-  SCOPED_TRACE(name);
-  const std::string scenario = scenarioFile(name);
+#ifdef MRV_LONG_TESTS
+constexpr unsigned kRandomScenarios = 300;
+#else
+constexpr unsigned kRandomScenarios = 20;
+#endif
+
+/// `scenario`: a file.
+void expectTheSameLogOf(const std::string& scenario, const std::string& file) {
   const Finished module = run({MRVSIM, "play", scenario});
   const Finished bundle = run({MRVSIM, "play", scenario, "--plugin", file});
   EXPECT_EQ(bundle.errors, module.errors);
@@ -25,12 +34,26 @@ void expectTheSameLog(const std::string& name, const std::string& file) {
   EXPECT_EQ(bundle.output, module.output);
 }
 
+void expectTheSameLog(const std::string& name, const std::string& file) {
+  SCOPED_TRACE(name);
+  expectTheSameLogOf(scenarioFile(name), file);
+}
+
 class BundleScenarios : public testing::TestWithParam<std::string> {};
 
 TEST_P(BundleScenarios, GiveTheSameLogAsWithTheModule) { expectTheSameLog(GetParam(), MRV_BUNDLE); }
 
 INSTANTIATE_TEST_SUITE_P(, BundleScenarios, testing::ValuesIn(scenariosWith(".json")),
                          scenarioName);
+
+TEST(BundleScenariosOfRandomSteps, GiveTheSameLogAsWithTheModule) {
+  const testing_support::TemporaryFolder folder;
+  for (unsigned seed = 1; seed <= kRandomScenarios; ++seed) {
+    SCOPED_TRACE(seed);
+    writeFile(folder.file("s.json"), textOf(randomScenario(seed)));
+    expectTheSameLogOf(folder.file("s.json"), MRV_BUNDLE);
+  }
+}
 
 // The bundle of the preset macos-cross.
 TEST(NativeBundle, GivesTheSameLogsAsTheModule) {

@@ -8,17 +8,6 @@ namespace simulator {
 
 namespace {
 
-bool isCode(std::string_view text) {
-  return text.size() == 4 &&
-         std::all_of(text.begin(), text.end(), [](unsigned char c) { return c < 0x80; });
-}
-
-std::uint32_t codeOf(std::string_view text) {
-  std::uint32_t code = 0;
-  for (const char c : text) code = code << 8 | static_cast<unsigned char>(c);
-  return code;
-}
-
 std::uint32_t numericId(const Json& json) {
   const auto id = integerInRange<std::uint32_t>(json);
   if (!id) throw JsonFault{"", "must be from 0 to 4294967295 for an ID"};
@@ -41,12 +30,20 @@ std::string pointerStep(std::string_view name) {
   return text;
 }
 
+std::optional<std::uint32_t> codeOf(std::string_view text) {
+  const auto isAscii = [](unsigned char c) { return c < 0x80; };
+  if (text.size() != 4 || !std::all_of(text.begin(), text.end(), isAscii)) return std::nullopt;
+  std::uint32_t code = 0;
+  for (const char c : text) code = code << 8 | static_cast<unsigned char>(c);
+  return code;
+}
+
 std::uint32_t readId(const Json& json, TypeIds& ids) {
   if (json.is_number_integer()) return numericId(json);
   if (json.is_string()) {
     const std::string_view text = json.get_ref<const std::string&>();
     if (text.size() > 1 && text.front() == '$') return ids.idOf(text.substr(1));
-    if (isCode(text)) return codeOf(text);
+    if (const auto code = codeOf(text)) return *code;
   }
   throw JsonFault{
       "",
@@ -75,10 +72,9 @@ std::uint32_t JsonFields::id(const char* name) const {
 
 std::uint32_t JsonFields::code(const char* name) const {
   const Json& json = at(name);
-  if (!json.is_string() || !isCode(json.get_ref<const std::string&>())) {
-    throw JsonFault{place(name), "must be a text of four ASCII characters"};
-  }
-  return codeOf(json.get_ref<const std::string&>());
+  const auto code = json.is_string() ? codeOf(json.get_ref<const std::string&>()) : std::nullopt;
+  if (!code) throw JsonFault{place(name), "must be a text of four ASCII characters"};
+  return *code;
 }
 
 double JsonFields::number(const char* name) const {

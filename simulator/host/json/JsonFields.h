@@ -32,6 +32,9 @@ std::optional<T> integerInRange(const Json& json) {
 /// A name as a step of a JSON pointer (RFC 6901).
 std::string pointerStep(std::string_view name);
 
+/// The four-character code that a text spells; nullopt unless it is four ASCII characters.
+std::optional<std::uint32_t> codeOf(std::string_view text);
+
 /// Reads an ID in any of its three forms. Throws JsonFault.
 std::uint32_t readId(const Json& json, TypeIds& ids);
 
