@@ -28,8 +28,9 @@ std::string Faults::lastFired() {
 std::optional<std::int32_t> Faults::strike(std::string_view procedure) {
   if (!armed_.load(std::memory_order_relaxed)) return std::nullopt;
   const std::lock_guard lock(mutex_);
+  const std::string_view all = procedure.starts_with("Mac.") ? "Mac.*" : "*";
   const auto rule = std::find_if(rules_.begin(), rules_.end(), [&](const FaultRule& r) {
-    return r.procedure == procedure || r.procedure == "*";
+    return r.procedure == procedure || r.procedure == all;
   });
   if (rule == rules_.end()) return std::nullopt;
   if (rule->after > 0) {

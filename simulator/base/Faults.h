@@ -1,4 +1,5 @@
-// Failures on command: any procedure of the simulated host can be made to fail at its n-th call.
+// Failures on command: any procedure of the simulated host, and any of the platform's calls that
+// can fail, can be made to fail at its n-th call.
 #pragma once
 
 #include <atomic>
@@ -12,7 +13,8 @@
 namespace simulator {
 
 /// One order to fail. Procedures are named "Suite.Member" ("ActionControl.Get",
-/// "Basic.AcquireSuite", "Framework.Install"); "*" matches every procedure.
+/// "Basic.AcquireSuite", "Framework.Install"), the platform's calls "Mac.CreateEvent". "Mac.*"
+/// matches every call of the platform, "*" every other procedure.
 struct FaultRule {
   std::string procedure;
   std::int32_t error = 0;   ///< what each failing call returns

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <span>
 #include <string>
 
 #include "simulator/base/Log.h"
@@ -61,7 +62,8 @@ CGPoint pointerInContent(CGPoint location) {
 
 std::uint32_t keyCodeOf(EventRef event) {
   std::uint32_t code = 0;
-  GetEventParameter(event, kEventParamKeyCode, typeUInt32, nullptr, sizeof code, nullptr, &code);
+  theEventManager().getParameter(event, kEventParamKeyCode, typeUInt32, nullptr,
+                                 std::as_writable_bytes(std::span(&code, 1)), nullptr);
   return code;
 }
 

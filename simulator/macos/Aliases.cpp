@@ -9,6 +9,7 @@
 #include "simulator/base/Text.h"
 #include "simulator/macos/CFObjects.h"
 #include "simulator/macos/Folders.h"
+#include "simulator/macos/MacFaults.h"
 #include "simulator/macos/MemoryHandles.h"
 
 namespace simulator {
@@ -40,6 +41,7 @@ std::optional<std::string> pathOfAlias(AliasHandle alias, const char* procedure)
 using namespace simulator;
 
 OSErr FSResolveAlias(const FSRef*, AliasHandle alias, FSRef* target, Boolean* wasChanged) {
+  if (const auto error = failureOf(MacCall::kFSResolveAlias)) return static_cast<OSErr>(*error);
   if (alias == nullptr) return paramErr;
   const auto path = pathOfAlias(alias, "FSResolveAlias");
   std::error_code error;
@@ -51,6 +53,7 @@ OSErr FSResolveAlias(const FSRef*, AliasHandle alias, FSRef* target, Boolean* wa
 
 OSStatus FSCopyAliasInfo(AliasHandle alias, HFSUniStr255*, HFSUniStr255*, CFStringRef* pathString,
                          FSAliasInfoBitmap*, FSAliasInfo*) {
+  if (const auto error = failureOf(MacCall::kFSCopyAliasInfo)) return *error;
   if (alias == nullptr) return paramErr;
   if (pathString == nullptr) return noErr;
   const auto path = pathOfAlias(alias, "FSCopyAliasInfo");
@@ -71,6 +74,7 @@ Size GetAliasSize(AliasHandle alias) {
 }
 
 OSErr PtrToHand(const void* bytes, Handle* handle, long size) {
+  if (const auto error = failureOf(MacCall::kPtrToHand)) return static_cast<OSErr>(*error);
   *handle = theMemoryHandles().make(
       std::string_view(static_cast<const char*>(bytes), static_cast<std::size_t>(size)),
       "PtrToHand");
@@ -79,6 +83,7 @@ OSErr PtrToHand(const void* bytes, Handle* handle, long size) {
 
 OSStatus FSRefMakePath(const FSRef* ref, UInt8* path, UInt32 pathBufferSize) {
   constexpr OSStatus kPathTooLong = -2110;
+  if (const auto error = failureOf(MacCall::kFSRefMakePath)) return *error;
   const auto known = pathOfRef(*ref);
   if (!known) return fnfErr;
   if (known->size() >= pathBufferSize) return kPathTooLong;

@@ -10,6 +10,7 @@
 #include "simulator/base/Text.h"
 #include "simulator/macos/CFObjects.h"
 #include "simulator/macos/FileURLs.h"
+#include "simulator/macos/MacFaults.h"
 
 namespace simulator {
 
@@ -53,11 +54,13 @@ CFDataRef CFDataCreate(CFAllocatorRef, const UInt8* bytes, CFIndex length) {
     theLog().misuse(fmt::format("CFDataCreate: {} bytes", length));
     return nullptr;
   }
+  if (failureOf(MacCall::kCFDataCreate)) return nullptr;
   return makeData({reinterpret_cast<const char*>(bytes), static_cast<std::size_t>(length)});
 }
 
 CFDataRef CFURLCreateBookmarkData(CFAllocatorRef, CFURLRef url, CFURLBookmarkCreationOptions,
                                   CFArrayRef, CFURLRef, CFErrorRef*) {
+  if (failureOf(MacCall::kCFURLCreateBookmarkData)) return nullptr;
   const auto known = theCFObjects().get<CFUrl>(url, "CFURLCreateBookmarkData");
   if (!known) return nullptr;
   const std::string path = absolutePathOf(*known);
@@ -81,6 +84,7 @@ const CFStringRef kCFURLPathKey = CFSTR("NSURLPathKey");
 // A simulated bookmark holds its path and nothing else.
 CFTypeRef CFURLCreateResourcePropertyForKeyFromBookmarkData(CFAllocatorRef, CFStringRef key,
                                                             CFDataRef bookmark) {
+  if (failureOf(MacCall::kCFURLCreateResourcePropertyForKeyFromBookmarkData)) return nullptr;
   const auto path = bookmark != nullptr ? pathOfBookmark(bookmark) : std::nullopt;
   if (key != kCFURLPathKey || !path || !isUtf8(*path)) return nullptr;
   return theCFObjects().make(CFText{utf16From(*path)});
@@ -89,6 +93,7 @@ CFTypeRef CFURLCreateResourcePropertyForKeyFromBookmarkData(CFAllocatorRef, CFSt
 CFURLRef CFURLCreateByResolvingBookmarkData(CFAllocatorRef, CFDataRef bookmark,
                                             CFURLBookmarkResolutionOptions, CFURLRef, CFArrayRef,
                                             Boolean* isStale, CFErrorRef*) {
+  if (failureOf(MacCall::kCFURLCreateByResolvingBookmarkData)) return nullptr;
   const auto path = bookmark != nullptr ? pathOfBookmark(bookmark) : std::nullopt;
   if (!path || !exists(*path)) return nullptr;
   if (isStale != nullptr) *isStale = false;

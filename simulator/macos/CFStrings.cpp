@@ -9,6 +9,7 @@
 #include "simulator/base/Log.h"
 #include "simulator/base/Text.h"
 #include "simulator/macos/CFObjects.h"
+#include "simulator/macos/MacFaults.h"
 #include "simulator/macos/MacRoman.h"
 
 namespace simulator {
@@ -46,6 +47,7 @@ CFStringRef CFStringCreateWithCharacters(CFAllocatorRef, const UniChar* chars, C
     theLog().misuse(fmt::format("CFStringCreateWithCharacters: {} characters", numChars));
     return nullptr;
   }
+  if (failureOf(MacCall::kCFStringCreateWithCharacters)) return nullptr;
   std::u16string units(chars, chars + numChars);
   return static_cast<CFStringRef>(theCFObjects().make(CFText{std::move(units)}));
 }
@@ -67,6 +69,7 @@ CFIndex CFStringGetMaximumSizeForEncoding(CFIndex length, CFStringEncoding encod
 Boolean CFStringGetCString(CFStringRef theString, char* buffer, CFIndex bufferSize,
                            CFStringEncoding encoding) {
   const auto text = theCFObjects().get<CFText>(theString, "CFStringGetCString");
+  if (failureOf(MacCall::kCFStringGetCString)) return false;
   if (!text || bufferSize < 1) return false;
   buffer[0] = '\0';
   const auto bytes = convert(text->units, encoding);

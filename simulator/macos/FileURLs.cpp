@@ -11,6 +11,7 @@
 #include "simulator/base/Log.h"
 #include "simulator/base/Text.h"
 #include "simulator/macos/Folders.h"
+#include "simulator/macos/MacFaults.h"
 
 namespace simulator {
 
@@ -118,6 +119,7 @@ using namespace simulator;
 
 CFURLRef CFURLCreateFromFileSystemRepresentation(CFAllocatorRef, const UInt8* buffer,
                                                  CFIndex bufLen, Boolean isDirectory) {
+  if (failureOf(MacCall::kCFURLCreateFromFileSystemRepresentation)) return nullptr;
   if (bufLen <= 0) return nullptr;
   const std::string_view bytes(reinterpret_cast<const char*>(buffer),
                                static_cast<std::size_t>(bufLen));
@@ -127,6 +129,7 @@ CFURLRef CFURLCreateFromFileSystemRepresentation(CFAllocatorRef, const UInt8* bu
 }
 
 CFURLRef CFURLCreateFromFSRef(CFAllocatorRef, const FSRef* fsRef) {
+  if (failureOf(MacCall::kCFURLCreateFromFSRef)) return nullptr;
   const std::optional<std::string> path = pathOfRef(*fsRef);
   if (!path) return nullptr;
   std::error_code error;
@@ -134,6 +137,7 @@ CFURLRef CFURLCreateFromFSRef(CFAllocatorRef, const FSRef* fsRef) {
 }
 
 CFStringRef CFURLCopyFileSystemPath(CFURLRef anURL, CFURLPathStyle pathStyle) {
+  if (failureOf(MacCall::kCFURLCopyFileSystemPath)) return nullptr;
   const auto url = theCFObjects().get<CFUrl>(anURL, "CFURLCopyFileSystemPath");
   if (!url) return nullptr;
   if (pathStyle != kCFURLPOSIXPathStyle) {
@@ -148,6 +152,7 @@ CFStringRef CFURLCopyFileSystemPath(CFURLRef anURL, CFURLPathStyle pathStyle) {
 /// Does not decompose the characters of a relative path, as the platform does.
 Boolean CFURLGetFileSystemRepresentation(CFURLRef url, Boolean resolveAgainstBase, UInt8* buffer,
                                          CFIndex maxBufLen) {
+  if (failureOf(MacCall::kCFURLGetFileSystemRepresentation)) return false;
   if (url == nullptr) return false;
   const auto known = theCFObjects().get<CFUrl>(url, "CFURLGetFileSystemRepresentation");
   if (!known) return false;

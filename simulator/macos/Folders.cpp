@@ -5,6 +5,8 @@
 #include <mutex>
 #include <vector>
 
+#include "simulator/macos/MacFaults.h"
+
 namespace simulator {
 
 namespace {
@@ -65,6 +67,9 @@ std::optional<std::string> pathOfRef(const FSRef& ref) {
 
 OSErr FSFindFolder(FSVolumeRefNum vRefNum, OSType folderType, Boolean createFolder,
                    FSRef* foundRef) {
+  if (const auto error = simulator::failureOf(simulator::MacCall::kFSFindFolder)) {
+    return static_cast<OSErr>(*error);
+  }
   const auto home = simulator::homeFolder();
   const bool known = vRefNum == kUserDomain && folderType == kPreferencesFolderType;
   if (!home || !known) return fnfErr;

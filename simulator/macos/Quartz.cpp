@@ -5,6 +5,7 @@
 
 #include "simulator/base/Log.h"
 #include "simulator/macos/CFObjects.h"
+#include "simulator/macos/MacFaults.h"
 #include "simulator/macos/ThreadRules.h"
 #include "simulator/macos/VariadicCalls.h"
 #include "simulator/macos/WindowServer.h"
@@ -26,6 +27,7 @@ void changeEvent(CGEventRef event, const char* procedure, Change change) {
 
 CGEventRef simulator::createScrollWheelEvent(CGScrollEventUnit units,
                                              std::vector<std::int32_t> wheels) {
+  if (failureOf(MacCall::kCGEventCreateScrollWheelEvent)) return nullptr;
   SynthesizedEvent event;
   event.input = WheelEvent{units, std::move(wheels)};
   event.type = kCGEventScrollWheel;
@@ -34,6 +36,7 @@ CGEventRef simulator::createScrollWheelEvent(CGScrollEventUnit units,
 }
 
 CGEventRef CGEventCreateKeyboardEvent(CGEventSourceRef, CGKeyCode virtualKey, bool keyDown) {
+  if (failureOf(MacCall::kCGEventCreateKeyboardEvent)) return nullptr;
   SynthesizedEvent event;
   event.input = KeyboardEvent{virtualKey, keyDown};
   event.type = keyDown ? kCGEventKeyDown : kCGEventKeyUp;
@@ -68,12 +71,14 @@ void CGEventPost(CGEventTapLocation tap, CGEventRef event) {
 }
 
 CGError CGSetLocalEventsSuppressionInterval(CFTimeInterval seconds) {
+  if (const auto error = failureOf(MacCall::kCGSetLocalEventsSuppressionInterval)) return *error;
   theLog().write("suppression", {{"seconds", seconds}});
   return 0;
 }
 
 CGError CGRegisterScreenRefreshCallback(CGScreenRefreshCallback callback, void* userInfo) {
   requireMainThread("CGRegisterScreenRefreshCallback");
+  if (const auto error = failureOf(MacCall::kCGRegisterScreenRefreshCallback)) return *error;
   theWindowServer().registerRefresh(callback, userInfo);
   return 0;
 }

@@ -6,6 +6,7 @@
 #include <chrono>
 
 #include "simulator/base/Log.h"
+#include "simulator/macos/MacFaults.h"
 
 namespace simulator {
 
@@ -141,11 +142,15 @@ Threads& theThreads() {
 
 OSStatus MPCreateTask(TaskProc entryPoint, void* parameter, ByteCount stackSize, MPQueueID, void*,
                       void*, MPTaskOptions, MPTaskID* task) {
+  if (const auto error = simulator::failureOf(simulator::MacCall::kMPCreateTask)) return *error;
   return simulator::theThreads().start(entryPoint, parameter, stackSize, task);
 }
 
 OSStatus RunCurrentEventLoop(EventTimeout inTimeout) {
   constexpr OSStatus kLoopTimedOut = -9875;
+  if (const auto error = simulator::failureOf(simulator::MacCall::kRunCurrentEventLoop)) {
+    return *error;
+  }
   simulator::Threads::current()->run(inTimeout);
   return kLoopTimedOut;
 }

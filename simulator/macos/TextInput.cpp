@@ -5,6 +5,7 @@
 #include <atomic>
 
 #include "simulator/macos/CFObjects.h"
+#include "simulator/macos/MacFaults.h"
 #include "simulator/macos/ThreadRules.h"
 
 namespace simulator {
@@ -38,12 +39,14 @@ UInt32 GetCurrentKeyModifiers() {
 
 TISInputSourceRef TISCopyCurrentKeyboardInputSource() {
   requireMainThread("TISCopyCurrentKeyboardInputSource");
+  if (failureOf(MacCall::kTISCopyCurrentKeyboardInputSource)) return nullptr;
   const CFTypeRef source = theCFObjects().make(InputSource{makeCFString(keyboardLayout())});
   return static_cast<TISInputSourceRef>(const_cast<void*>(source));
 }
 
 void* TISGetInputSourceProperty(TISInputSourceRef inputSource, CFStringRef propertyKey) {
   requireMainThread("TISGetInputSourceProperty");
+  if (failureOf(MacCall::kTISGetInputSourceProperty)) return nullptr;
   if (propertyKey != kTISPropertyInputSourceID) return nullptr;
   const auto source = theCFObjects().get<InputSource>(inputSource, "TISGetInputSourceProperty");
   return source ? const_cast<__CFString*>(source->identifier) : nullptr;

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <array>
 
+#include "simulator/macos/MacFaults.h"
+
 namespace simulator {
 
 namespace {
@@ -38,6 +40,7 @@ struct AppKitMethods {
   static id sharedApplication(id, SEL) { return &theWindowServer().application_; }
 
   static id mainWindow(id, SEL) {
+    if (failureOf(MacCall::kMainWindow)) return nullptr;
     WindowServer& server = theWindowServer();
     return server.window().isMain ? server.windowObject() : nullptr;
   }
@@ -58,9 +61,13 @@ struct AppKitMethods {
     return contentRectFor(stateOf(self), frame);
   }
 
-  static id contentView(id self, SEL) { return &windowOf(self).view; }
+  static id contentView(id self, SEL) {
+    if (failureOf(MacCall::kContentView)) return nullptr;
+    return &windowOf(self).view;
+  }
 
   static id windowScreen(id, SEL) {
+    if (failureOf(MacCall::kScreen)) return nullptr;
     WindowServer& server = theWindowServer();
     return server.windowHasScreen ? &server.screen_ : nullptr;
   }

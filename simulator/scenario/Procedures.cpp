@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "simulator/host/Host.h"
+#include "simulator/macos/MacFaults.h"
 
 namespace simulator {
 
@@ -14,6 +15,7 @@ const std::set<std::string_view>& allProcedures() {
     const std::vector<std::string_view> host = hostProcedures();
     std::set<std::string_view> names(host.begin(), host.end());
     names.insert("Framework.Install");
+    for (const std::string_view call : macProcedures()) names.insert(call);
     return names;
   }();
   return all;
