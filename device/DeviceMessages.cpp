@@ -9,6 +9,7 @@
 #include "device/MrvDeviceEvents.h"
 #include "device/SharedWord.h"
 #include "navigate/DeviceEvent.h"
+#include "navigate/Navigate2D.h"
 
 std::int16_t axisData[6] = {};
 bool gIn3DTool = false;
@@ -90,10 +91,19 @@ EventRef translate(const MoravinDeviceState& state) {
   }
 }
 
-void post(EventRef event, std::uint64_t deviceTime) {
+/// Returns whether the queue took the event; without an event, false.
+bool post(EventRef event, std::uint64_t deviceTime) {
+  if (event == nullptr) return false;
   SetEventParameter(event, kDeviceTime, typeSInt64, sizeof deviceTime, &deviceTime);
-  PostEventToQueue(loadShared(MrvDeviceEvents::m_mainEventQueue), event, kEventPriorityHigh);
+  const OSStatus status =
+      PostEventToQueue(loadShared(MrvDeviceEvents::m_mainEventQueue), event, kEventPriorityHigh);
   ReleaseEvent(event);
+  return status == noErr;
+}
+
+bool isAtRest() {
+  return std::all_of(std::begin(axisData), std::end(axisData),
+                     [](std::int16_t value) { return value == 0; });
 }
 
 }  // namespace
@@ -103,6 +113,7 @@ void MrvDeviceEvents::messageHandlerProc(std::uint32_t, std::uint32_t messageTyp
   if (messageType != kMoravinMessageDeviceState) return;
   const auto& state = *static_cast<const MoravinDeviceState*>(messageArgument);
   if (state.client != loadShared(m_clientID)) return;
-  const EventRef event = translate(state);
-  if (event != nullptr) post(event, state.time);
+  const bool posted = post(translate(state), state.time);
+  const bool expected = state.command == kMoravinCommandAxes && !loadShared(gIn3DTool);
+  if (expected) setRestLost(!posted && isAtRest());
 }

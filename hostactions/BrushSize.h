@@ -20,5 +20,7 @@ void ResetBrushSizeAccumulator();
 void SetNewBrushSize();
 
 /// Posts the press and the release of a key to the main event queue. `keyCode` is a virtual key
-/// code, `modifiers` the Carbon modifiers. Returns 0; an event that cannot be created is skipped.
+/// code, `modifiers` the Carbon modifiers. Returns 0; an event that cannot be created or posted is
+/// skipped. A release that is skipped after its press is posted by the next sample that comes to
+/// `AdjustBrushSize` or `ResetBrushSizeAccumulator`; no other key is pressed before that.
 int SimulateKeyboardEvent(unsigned int keyCode, char character, unsigned int modifiers);

@@ -8,6 +8,14 @@ namespace {
 
 enum : EventParamName { kSynthesizedMarker = fourCharCode("MrVe") };
 
+/// Whether the filter is installed only because the platform refused to remove it.
+bool isRemovalRefused = false;
+
+/// Written on the device thread. A plain word that announces no other memory.
+bool isRestLost = false;
+
+bool isAtWork() { return !isRemovalRefused && !__atomic_load_n(&isRestLost, __ATOMIC_RELAXED); }
+
 bool isClick(EventRef event) {
   const UInt32 kind = GetEventKind(event);
   return kind == kEventMouseDown || kind == kEventMouseUp;
@@ -21,20 +29,26 @@ bool isSynthesized(EventRef event) {
 
 }  // namespace
 
+void setRestLost(bool lost) { __atomic_store_n(&isRestLost, lost, __ATOMIC_RELAXED); }
+
 OSStatus mouseDownHandler(EventHandlerCallRef nextHandler, EventRef event, void*) {
-  if (isClick(event) && !isSynthesized(event)) return noErr;
+  if (isClick(event) && !isSynthesized(event) && isAtWork()) return noErr;
   return CallNextEventHandler(nextHandler, event);
 }
 
 void Navigate2D::InstallMouseDownHandler() {
+  isRemovalRefused = false;
   if (m_mouseDownHandlerRef != nullptr) return;
   static constexpr EventTypeSpec kTypes[] = {{kEventClassMouse, kEventMouseDown},
                                              {kEventClassMouse, kEventMouseUp}};
-  InstallEventHandler(GetEventDispatcherTarget(), mouseDownHandler, std::size(kTypes), kTypes,
-                      nullptr, &m_mouseDownHandlerRef);
+  EventHandlerRef handler = nullptr;
+  const OSStatus status = InstallEventHandler(GetEventDispatcherTarget(), mouseDownHandler,
+                                              std::size(kTypes), kTypes, nullptr, &handler);
+  if (status == noErr) m_mouseDownHandlerRef = handler;
 }
 
 void Navigate2D::RemoveMouseDownHandler() {
-  if (m_mouseDownHandlerRef != nullptr) RemoveEventHandler(m_mouseDownHandlerRef);
-  m_mouseDownHandlerRef = nullptr;
+  if (m_mouseDownHandlerRef == nullptr) return;
+  isRemovalRefused = RemoveEventHandler(m_mouseDownHandlerRef) != noErr;
+  if (!isRemovalRefused) m_mouseDownHandlerRef = nullptr;
 }

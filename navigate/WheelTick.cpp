@@ -10,15 +10,29 @@ namespace {
 constexpr CGKeyCode kOptionKeyCode = 58;
 constexpr CGKeyCode kCommandKeyCode = 55;
 
+/// The modifiers of the keys that are still down because their release could not be created.
+UInt32 heldModifiers = 0;
+
 void postAndRelease(CGEventRef event) {
   CGEventPost(kCGSessionEventTap, event);
-  if (event != nullptr) CFRelease(event);
+  CFRelease(event);
 }
 
-void postKey(CGKeyCode key, bool down) {
+/// Returns whether the event could be created and so was posted.
+bool postKey(CGKeyCode key, bool down) {
   const CGEventRef event = CGEventCreateKeyboardEvent(nullptr, key, down);
+  if (event == nullptr) return false;
   CGEventSetType(event, down ? kCGEventKeyDown : kCGEventKeyUp);
   postAndRelease(event);
+  return true;
+}
+
+void releaseKey(CGKeyCode key, UInt32 modifier) {
+  if (postKey(key, false)) {
+    heldModifiers &= ~modifier;
+  } else {
+    heldModifiers |= modifier;
+  }
 }
 
 CGEventRef createWheelEvent(UInt16 axis, SInt32 delta) {
@@ -30,6 +44,7 @@ CGEventRef createWheelEvent(UInt16 axis, SInt32 delta) {
 
 void postWheel(UInt16 axis, SInt32 delta, Point where, CGEventFlags flags) {
   const CGEventRef event = createWheelEvent(axis, delta);
+  if (event == nullptr) return;
   if (flags != 0) CGEventSetFlags(event, flags);
   convertNSMousePtToCG(&where);
   CGEventSetLocation(event, {static_cast<CGFloat>(where.h), static_cast<CGFloat>(where.v)});
@@ -48,9 +63,14 @@ int Navigate2D::SimulateWheelMovedEvent(WindowRef, UInt16 axis, SInt32 delta, Po
   if (option) postKey(kOptionKeyCode, true);
   if (command) postKey(kCommandKeyCode, true);
   postWheel(axis, delta, where, flags);
-  if (command) postKey(kCommandKeyCode, false);
-  if (option) postKey(kOptionKeyCode, false);
+  if (command) releaseKey(kCommandKeyCode, cmdKey);
+  if (option) releaseKey(kOptionKeyCode, optionKey);
   return 0;
+}
+
+void Navigate2D::ReleaseHeldModifiers() {
+  if ((heldModifiers & cmdKey) != 0) releaseKey(kCommandKeyCode, cmdKey);
+  if ((heldModifiers & optionKey) != 0) releaseKey(kOptionKeyCode, optionKey);
 }
 
 int Navigate2D::SimulateMouseDragEvent(WindowRef, Point, Point) { return 0; }

@@ -128,4 +128,38 @@ TEST_F(ClickFilter, IsRemovedAtMostOnce) {
   EXPECT_TRUE(clicksPass());
 }
 
+TEST_F(ClickFilter, PassesClicksIfItCannotBeRemovedAndIsRemovedByTheNextRest) {
+  navigator->PanEvent(1, 0);
+  simulator::theFaults().add({"Mac.RemoveEventHandler", -1, 0, 1});
+  navigator->PanEvent(0, 0);
+  EXPECT_NE(navigator->m_mouseDownHandlerRef, nullptr);
+  EXPECT_TRUE(clicksPass());
+  navigator->PanEvent(0, 0);
+  EXPECT_EQ(navigator->m_mouseDownHandlerRef, nullptr);
+}
+
+TEST_F(ClickFilter, SwallowsClicksAgainIfAPanBeginsBeforeItCouldBeRemoved) {
+  navigator->PanEvent(1, 0);
+  simulator::theFaults().add({"Mac.RemoveEventHandler", -1, 0, 1});
+  navigator->PanEvent(0, 0);
+  navigator->PanEvent(1, 0);
+  EXPECT_FALSE(passes(kEventMouseDown));
+}
+
+TEST_F(ClickFilter, IsInstalledByTheNextSampleIfAnInstallationIsRefused) {
+  simulator::theFaults().add({"Mac.InstallEventHandler", -1, 0, 1});
+  navigator->PanEvent(1, 0);
+  EXPECT_EQ(navigator->m_mouseDownHandlerRef, nullptr);
+  navigator->PanEvent(1, 0);
+  EXPECT_FALSE(passes(kEventMouseDown));
+}
+
+TEST_F(ClickFilter, PassesClicksWhileARestIsLost) {
+  navigator->PanEvent(1, 0);
+  setRestLost(true);
+  EXPECT_TRUE(clicksPass());
+  setRestLost(false);
+  EXPECT_FALSE(passes(kEventMouseDown));
+}
+
 }  // namespace
