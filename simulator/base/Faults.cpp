@@ -18,6 +18,12 @@ void Faults::clear() {
   armed_ = false;
   fired_ = 0;
   lastFired_.clear();
+  calls_.clear();
+}
+
+std::map<std::string, std::uint64_t> Faults::calls() {
+  const std::lock_guard lock(mutex_);
+  return {calls_.begin(), calls_.end()};
 }
 
 std::string Faults::lastFired() {
@@ -28,6 +34,9 @@ std::string Faults::lastFired() {
 std::optional<std::int32_t> Faults::strike(std::string_view procedure) {
   if (!armed_.load(std::memory_order_relaxed)) return std::nullopt;
   const std::lock_guard lock(mutex_);
+  auto count = calls_.find(procedure);
+  if (count == calls_.end()) count = calls_.emplace(procedure, 0).first;
+  ++count->second;
   const std::string_view all = procedure.starts_with("Mac.") ? "Mac.*" : "*";
   const auto rule = std::find_if(rules_.begin(), rules_.end(), [&](const FaultRule& r) {
     return r.procedure == procedure || r.procedure == all;

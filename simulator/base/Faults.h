@@ -4,6 +4,8 @@
 
 #include <atomic>
 #include <cstdint>
+#include <functional>
+#include <map>
 #include <mutex>
 #include <optional>
 #include <string>
@@ -36,6 +38,9 @@ class Faults {
   /// may proceed.
   std::optional<std::int32_t> strike(std::string_view procedure);
 
+  /// How often each procedure was called since the last `clear`, counted while there are orders.
+  std::map<std::string, std::uint64_t> calls();
+
   /// How many calls were made to fail since the last `clear`.
   std::uint64_t fired() const { return fired_.load(); }
 
@@ -46,6 +51,7 @@ class Faults {
   std::mutex mutex_;
   std::vector<FaultRule> rules_;
   std::string lastFired_;
+  std::map<std::string, std::uint64_t, std::less<>> calls_;
   std::atomic<bool> armed_{false};
   std::atomic<std::uint64_t> fired_{0};
 };
