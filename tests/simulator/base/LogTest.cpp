@@ -2,7 +2,9 @@
 
 #include <cmath>
 #include <limits>
+#include <map>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "simulator/base/Log.h"
@@ -94,6 +96,88 @@ TEST_F(LogText, RunsThePreludeBeforeEachLineButNotForItsOwn) {
   theLog().write("a", {});
   theLog().setPrelude({});
   EXPECT_EQ(text_, R"({"t":0,"what":"printed"}{"t":0,"what":"a"})");
+}
+
+TEST(Log, CountsMisusesWhetherThereIsASinkOrNot) {
+  Log log;
+  log.misuse("one");
+  EXPECT_EQ(log.misuses(), 1);
+  std::string text;
+  log.setSink([&](const LogLine& line) { line.appendTo(text); });
+  log.misuse("two");
+  EXPECT_EQ(log.misuses(), 2);
+  EXPECT_EQ(text, R"({"t":0,"what":"misuse","text":"two"})");
+}
+
+TEST(Log, IsSilentWithoutASink) {
+  Log log;
+  int lines = 0;
+  int preludes = 0;
+  log.setPrelude([&] { ++preludes; });
+  EXPECT_FALSE(log.enabled());
+  log.write("x", {});
+  log.setSink([&](const LogLine&) { ++lines; });
+  EXPECT_TRUE(log.enabled());
+  log.write("x", {});
+  log.setSink({});
+  EXPECT_FALSE(log.enabled());
+  log.write("x", {});
+  log.writeObject("x", Json::object());
+  EXPECT_EQ(lines, 1);
+  EXPECT_EQ(preludes, 1);
+}
+
+TEST(Log, StampsEachLineWithTheVirtualTime) {
+  Log log;
+  std::string text;
+  log.setSink([&](const LogLine& line) { line.appendTo(text); });
+  log.setNow(-3);
+  log.write("x", {});
+  log.setNow(90'000'000'000);
+  log.writeObject("y", Json::object());
+  EXPECT_EQ(text, R"({"t":-3,"what":"x"}{"t":90000000000,"what":"y"})");
+}
+
+TEST(Log, PassesOnWholeLinesOfSeveralThreads) {
+  constexpr int kThreads = 4;
+  constexpr int kLines = 200;
+  Log log;
+  std::map<int, int> next;  // for each thread, the number that its next line must have
+  int inOrder = 0;
+  log.setSink([&](const LogLine& line) {
+    const Json json = line;
+    if (json["number"] == next[json["thread"]]++) ++inOrder;
+  });
+  std::vector<std::thread> threads;
+  for (int thread = 0; thread < kThreads; ++thread) {
+    threads.emplace_back([&log, thread] {
+      for (int i = 0; i < kLines; ++i) log.write("x", {{"thread", thread}, {"number", i}});
+    });
+  }
+  for (std::thread& thread : threads) thread.join();
+  EXPECT_EQ(inOrder, kThreads * kLines);
+}
+
+TEST(LogLine, HasAMemberOnlyAsItWasWritten) {
+  Log log;
+  bool has = false;
+  bool hasOther = true;
+  log.setSink([&](const LogLine& line) {
+    has = line.has("\"down\":true");
+    hasOther = line.has("\"down\":false");
+  });
+  log.write("key", {{"down", true}});
+  EXPECT_TRUE(has);
+  EXPECT_FALSE(hasOther);
+}
+
+TEST(IdText, IsTheFourCharactersOrTheNumberIfOneIsNotPrintable) {
+  EXPECT_EQ(idText(0x6D727645), "mrvE");
+  EXPECT_EQ(idText(0x20207E20), "  ~ ");
+  EXPECT_EQ(idText(0x6D72761F), "0x6d72761f");
+  EXPECT_EQ(idText(0x7F727645), "0x7f727645");
+  EXPECT_EQ(idText(0x6D80FF45), "0x6d80ff45");
+  EXPECT_EQ(idText(1), "0x00000001");
 }
 
 }  // namespace
