@@ -3,6 +3,7 @@
 #include <objc/runtime.h>
 
 #include <string>
+#include <variant>
 #include <vector>
 
 #include "simulator/macos/WindowServer.h"
@@ -111,6 +112,86 @@ TEST_F(WindowServerWindow, AnswersAnUnknownMessageWithZeroInEveryRegister) {
   EXPECT_EQ(place.x, 0.0);
   EXPECT_EQ(place.y, 0.0);
   expectMisuses({"NSWindow does not understand 'cursorPlace'"});
+}
+
+class WindowServerInput : public WindowServerWindow {
+ protected:
+  WindowServerInput() {
+    server_.setApplication([this](const SynthesizedEvent& event) {
+      const CGKeyCode key = std::get<KeyboardEvent>(event.input).key;
+      delivered_.push_back(key);
+      // The answer of an application to one key.
+      if (key == 1) post(10);
+    });
+  }
+  ~WindowServerInput() override {
+    server_.setApplication([](const SynthesizedEvent&) {});
+  }
+
+  void post(CGKeyCode key) {
+    SynthesizedEvent event;
+    event.input = KeyboardEvent{key, true};
+    event.type = kCGEventKeyDown;
+    server_.post(kCGSessionEventTap, event);
+  }
+
+  std::vector<int> delivered_;
+};
+
+TEST_F(WindowServerInput, WaitsUntilItIsDeliveredAndKeepsItsOrder) {
+  post(1);
+  post(2);
+  EXPECT_TRUE(delivered_.empty());
+  server_.deliverInput();
+  EXPECT_EQ(delivered_, (std::vector{1, 2, 10}));
+  server_.deliverInput();
+  EXPECT_EQ(delivered_.size(), 3U);
+}
+
+TEST_F(WindowServerInput, IsLoggedWhenItIsPosted) {
+  post(7);
+  SynthesizedEvent wheel;
+  wheel.input = WheelEvent{0, {1, -2}};
+  wheel.flags = 0x80000;
+  wheel.type = kCGEventScrollWheel;
+  wheel.location = {1.5, 2};
+  server_.post(2, wheel);
+  const std::vector<Json> lines = machine_.lines();
+  ASSERT_EQ(lines.size(), 2U);
+  EXPECT_EQ(lines[0].dump(), R"({"t":0,"what":"key","key":7,"down":true,"type":10,"tap":1})");
+  EXPECT_EQ(lines[1].dump(), R"({"t":0,"what":"wheel","units":0,"wheels":[1,-2],"flags":524288,)"
+                             R"("location":[1.5,2.0],"type":22,"tap":2})");
+  server_.setApplication([](const SynthesizedEvent&) {});
+  server_.deliverInput();
+}
+
+using Calls = std::vector<std::string>;
+
+void noteRefresh(std::uint32_t count, const CGRect*, void* calls) {
+  static_cast<Calls*>(calls)->push_back("one " + std::to_string(count));
+}
+
+void noteRefreshOnce(std::uint32_t, const CGRect* rects, void* calls) {
+  static_cast<Calls*>(calls)->push_back("once at " + std::to_string(rects[0].origin.x));
+  CGUnregisterScreenRefreshCallback(noteRefreshOnce, calls);
+  CGUnregisterScreenRefreshCallback(noteRefresh, calls);
+}
+
+TEST_F(WindowServerWindow, ReportsWhatWasRedrawnToEachCallback) {
+  Calls calls;
+  Calls others;
+  CGRegisterScreenRefreshCallback(noteRefreshOnce, &calls);
+  CGRegisterScreenRefreshCallback(noteRefresh, &calls);
+  CGRegisterScreenRefreshCallback(noteRefresh, &others);
+  const CGRect rect = {{3, 4}, {5, 6}};
+  server_.refresh({rect, rect});
+  EXPECT_EQ(calls, (Calls{"once at 3.000000", "one 2"})) << "removed with effect from the next one";
+  server_.refresh({rect});
+  EXPECT_EQ(calls.size(), 2U);
+  EXPECT_EQ(others, (Calls{"one 2", "one 1"}));
+  CGUnregisterScreenRefreshCallback(noteRefresh, &others);
+  server_.refresh({rect});
+  EXPECT_EQ(others.size(), 2U);
 }
 
 }  // namespace
