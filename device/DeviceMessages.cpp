@@ -9,7 +9,6 @@
 #include "device/MrvDeviceEvents.h"
 #include "device/SharedWord.h"
 #include "navigate/DeviceEvent.h"
-#include "navigate/Navigate2D.h"
 
 std::int16_t axisData[6] = {};
 bool gIn3DTool = false;
@@ -91,19 +90,10 @@ EventRef translate(const MoravinDeviceState& state) {
   }
 }
 
-/// Returns whether the queue took the event; without an event, false.
-bool post(EventRef event, std::uint64_t deviceTime) {
-  if (event == nullptr) return false;
+void post(EventRef event, std::uint64_t deviceTime) {
   SetEventParameter(event, kDeviceTime, typeSInt64, sizeof deviceTime, &deviceTime);
-  const OSStatus status =
-      PostEventToQueue(loadShared(MrvDeviceEvents::m_mainEventQueue), event, kEventPriorityHigh);
+  PostEventToQueue(loadShared(MrvDeviceEvents::m_mainEventQueue), event, kEventPriorityHigh);
   ReleaseEvent(event);
-  return status == noErr;
-}
-
-bool isAtRest() {
-  return std::all_of(std::begin(axisData), std::end(axisData),
-                     [](std::int16_t value) { return value == 0; });
 }
 
 }  // namespace
@@ -113,7 +103,6 @@ void MrvDeviceEvents::messageHandlerProc(std::uint32_t, std::uint32_t messageTyp
   if (messageType != kMoravinMessageDeviceState) return;
   const auto& state = *static_cast<const MoravinDeviceState*>(messageArgument);
   if (state.client != loadShared(m_clientID)) return;
-  const bool posted = post(translate(state), state.time);
-  const bool expected = state.command == kMoravinCommandAxes && !loadShared(gIn3DTool);
-  if (expected) setRestLost(!posted && isAtRest());
+  const EventRef event = translate(state);
+  if (event != nullptr) post(event, state.time);
 }

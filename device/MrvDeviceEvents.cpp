@@ -34,9 +34,7 @@ MrvDeviceEvents::MrvDeviceEvents() {
   if (InstallMoravinHandlers == nullptr) return;
   storeShared(m_mainEventQueue, GetMainEventQueue());
   // Installs the receiver of device events, before the device thread can post any.
-  Navigate2D& navigator = Navigate2D::Instance();
-  // Its constructor, which runs once in the process, may have been refused the installation.
-  if (navigator.m_deviceHandlerRef == nullptr) navigator.installDeviceHandler();
+  Navigate2D::Instance();
   startDeviceThread();
 }
 

@@ -11,9 +11,9 @@
 
 class MrvDeviceEvents {
  public:
-  /// Starts the connection: creates the receiver of the events (`Navigate2D`), installs it again if
-  /// that was refused, then starts the device thread. Does nothing if the framework is absent.
-  /// Throws what `Navigate2D::Instance` throws. [main-thread]
+  /// Starts the connection: creates the receiver of the events (`Navigate2D`), then the device
+  /// thread. Does nothing if the framework is absent. Throws what `Navigate2D::Instance` throws.
+  /// [main-thread]
   MrvDeviceEvents();
 
   /// Removes the application handler and unregisters from the framework. The device thread stays
@@ -39,8 +39,7 @@ class MrvDeviceEvents {
 
   /// The framework's message callback: posts a device-state message to the main queue as an event.
   /// Posts nothing for other message types, other clients, unknown commands, or if the event cannot
-  /// be created. If a sample at rest cannot be posted, the click filter stops holding clicks back.
-  /// Axis values are zero while the host is in the background. `productID` is ignored.
+  /// be created. Axis values are zero while the host is in the background. `productID` is ignored.
   /// [device-thread]
   /// REQUIRES: `messageArgument` points to a `MoravinDeviceState` if `messageType` says so.
   static void messageHandlerProc(std::uint32_t productID, std::uint32_t messageType,

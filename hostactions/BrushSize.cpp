@@ -5,7 +5,6 @@
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
-#include <optional>
 
 #include "hostactions/ActiveTool.h"
 #include "hostactions/PsUIBoss.h"
@@ -73,33 +72,15 @@ void accumulate(int delta) {
   brushSizeAccumulator = kAfterKey;
 }
 
-struct Key {
-  UInt32 code;
-  char character;
-  UInt32 modifiers;
-};
-
-/// Returns whether the event could be created and was taken by the queue.
-bool postKey(EventQueueRef queue, UInt32 kind, const Key& key) {
+void postKey(EventQueueRef queue, UInt32 kind, UInt32 keyCode, char character, UInt32 modifiers) {
   EventRef event = nullptr;
   CreateEvent(nullptr, kEventClassKeyboard, kind, 0.0, kEventAttributeUserEvent, &event);
-  if (event == nullptr) return false;
-  SetEventParameter(event, kEventParamKeyCode, typeUInt32, sizeof key.code, &key.code);
-  SetEventParameter(event, kEventParamKeyMacCharCodes, typeChar, sizeof key.character,
-                    &key.character);
-  SetEventParameter(event, kEventParamKeyModifiers, typeUInt32, sizeof key.modifiers,
-                    &key.modifiers);
-  const OSStatus status = PostEventToQueue(queue, event, kEventPriorityHigh);
+  if (event == nullptr) return;
+  SetEventParameter(event, kEventParamKeyCode, typeUInt32, sizeof keyCode, &keyCode);
+  SetEventParameter(event, kEventParamKeyMacCharCodes, typeChar, sizeof character, &character);
+  SetEventParameter(event, kEventParamKeyModifiers, typeUInt32, sizeof modifiers, &modifiers);
+  PostEventToQueue(queue, event, kEventPriorityHigh);
   ReleaseEvent(event);
-  return status == noErr;
-}
-
-/// The key that was pressed and whose release could not be posted.
-std::optional<Key> heldKey;
-
-/// Every sample tries again, so that the key does not stay down.
-void releaseHeldKey() {
-  if (heldKey && postKey(GetMainEventQueue(), kEventRawKeyUp, *heldKey)) heldKey.reset();
 }
 
 }  // namespace
@@ -113,7 +94,6 @@ void InitBrushSize(char*) {
 }
 
 void AdjustBrushSize(int delta) {
-  releaseHeldKey();
   static int toolID = kOtherTool;
   static int psToolID = 0;
   static int brushSize = 0;
@@ -126,20 +106,13 @@ void AdjustBrushSize(int delta) {
   if (hasBrush(toolID)) accumulate(delta);
 }
 
-void ResetBrushSizeAccumulator() {
-  releaseHeldKey();
-  brushSizeAccumulator = 0;
-}
+void ResetBrushSizeAccumulator() { brushSizeAccumulator = 0; }
 
 void SetNewBrushSize() {}
 
 int SimulateKeyboardEvent(unsigned int keyCode, char character, unsigned int modifiers) {
-  const Key key = {keyCode, character, modifiers};
-  releaseHeldKey();
-  if (heldKey) return noErr;
   const EventQueueRef queue = GetMainEventQueue();
-  const bool pressed = postKey(queue, kEventRawKeyDown, key);
-  const bool released = postKey(queue, kEventRawKeyUp, key);
-  if (pressed && !released) heldKey = key;
+  postKey(queue, kEventRawKeyDown, keyCode, character, modifiers);
+  postKey(queue, kEventRawKeyUp, keyCode, character, modifiers);
   return noErr;
 }

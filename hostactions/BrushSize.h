@@ -20,7 +20,5 @@ void ResetBrushSizeAccumulator();
 void SetNewBrushSize();
 
 /// Posts the press and the release of a key to the main event queue. `keyCode` is a virtual key
-/// code, `modifiers` the Carbon modifiers. Returns 0; an event that cannot be created or posted is
-/// skipped. A release that is skipped after its press is posted by the next sample that comes to
-/// `AdjustBrushSize` or `ResetBrushSizeAccumulator`; no other key is pressed before that.
+/// code, `modifiers` the Carbon modifiers. Returns 0; an event that cannot be created is skipped.
 int SimulateKeyboardEvent(unsigned int keyCode, char character, unsigned int modifiers);

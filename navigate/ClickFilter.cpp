@@ -8,13 +8,11 @@ namespace {
 
 enum : EventParamName { kSynthesizedMarker = fourCharCode("MrVe") };
 
-/// Whether the filter is installed only because the platform refused to remove it.
-bool isRemovalRefused = false;
+/// Whether the platform has refused to remove the filter, which then stays for good.
+bool isLeftInstalled = false;
 
-/// Written on the device thread. A plain word that announces no other memory.
-bool isRestLost = false;
-
-bool isAtWork() { return !isRemovalRefused && !__atomic_load_n(&isRestLost, __ATOMIC_RELAXED); }
+/// Whether the filter, left installed, has nothing to hold back.
+bool isOff = false;
 
 bool isClick(EventRef event) {
   const UInt32 kind = GetEventKind(event);
@@ -29,26 +27,24 @@ bool isSynthesized(EventRef event) {
 
 }  // namespace
 
-void setRestLost(bool lost) { __atomic_store_n(&isRestLost, lost, __ATOMIC_RELAXED); }
-
 OSStatus mouseDownHandler(EventHandlerCallRef nextHandler, EventRef event, void*) {
-  if (isClick(event) && !isSynthesized(event) && isAtWork()) return noErr;
+  if (!isOff && isClick(event) && !isSynthesized(event)) return noErr;
   return CallNextEventHandler(nextHandler, event);
 }
 
 void Navigate2D::InstallMouseDownHandler() {
-  isRemovalRefused = false;
+  isOff = false;
   if (m_mouseDownHandlerRef != nullptr) return;
   static constexpr EventTypeSpec kTypes[] = {{kEventClassMouse, kEventMouseDown},
                                              {kEventClassMouse, kEventMouseUp}};
-  EventHandlerRef handler = nullptr;
-  const OSStatus status = InstallEventHandler(GetEventDispatcherTarget(), mouseDownHandler,
-                                              std::size(kTypes), kTypes, nullptr, &handler);
-  if (status == noErr) m_mouseDownHandlerRef = handler;
+  InstallEventHandler(GetEventDispatcherTarget(), mouseDownHandler, std::size(kTypes), kTypes,
+                      nullptr, &m_mouseDownHandlerRef);
 }
 
 void Navigate2D::RemoveMouseDownHandler() {
-  if (m_mouseDownHandlerRef == nullptr) return;
-  isRemovalRefused = RemoveEventHandler(m_mouseDownHandlerRef) != noErr;
-  if (!isRemovalRefused) m_mouseDownHandlerRef = nullptr;
+  if (m_mouseDownHandlerRef != nullptr && RemoveEventHandler(m_mouseDownHandlerRef) != noErr) {
+    isLeftInstalled = true;
+  }
+  m_mouseDownHandlerRef = nullptr;
+  isOff = isLeftInstalled;
 }

@@ -42,7 +42,6 @@ void makeIdleMouseEvent() {
 short negated(std::int16_t value) { return static_cast<short>(-value); }
 
 void act(Navigate2D& navigator, const Motion& motion) {
-  Navigate2D::ReleaseHeldModifiers();
   const Act dominant = dominantAct(motion);
   // Only consecutive twists accumulate; any other sample ends the brush gesture.
   if (dominant != Act::kBrush) ResetBrushSizeAccumulator();

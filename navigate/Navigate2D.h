@@ -64,10 +64,6 @@ class Navigate2D {
   int SimulateWheelMovedEvent(WindowRef window, UInt16 axis, SInt32 delta, Point where,
                               UInt32 modifiers);
 
-  /// Releases the modifier keys whose release could not be created after a tick. Every sample does
-  /// so first: a key that stayed down would change what the user does by hand.
-  static void ReleaseHeldModifiers();
-
   /// Placeholder: does nothing and returns 0.
   int SimulateMouseDragEvent(WindowRef window, Point start, Point end);
 
@@ -78,7 +74,7 @@ class Navigate2D {
   void InstallMouseDownHandler();
 
   /// Removes the click filter if it is installed. If the platform refuses that, the filter passes
-  /// every click until the next installation, and the next call tries again.
+  /// every click until the next installation.
   void RemoveMouseDownHandler();
 
   /// Reads whether the host zooms with the scroll wheel; see `readZoomWithScrollWheel` in
@@ -114,11 +110,6 @@ OSStatus deviceHandler(EventHandlerCallRef nextHandler, EventRef event, void* us
 /// compared with the window's y without conversion; the pacing of ticks depends on that.
 /// [main-thread]
 void screenRefreshCallback(std::uint32_t count, const CGRect* rects, void* userInfo);
-
-/// Says whether the last sample of the device, a rest, was lost on its way to the main thread.
-/// While it is, the click filter passes every click: it waits for a sample that does not come.
-/// [any-thread]
-void setRestLost(bool lost);
 
 /// The click filter: while it is installed, no real click reaches the host. It passes a mouse-down
 /// or mouse-up on only if the first byte of its parameter 'MrVe' (typeChar) is 1, and passes every

@@ -10,29 +10,16 @@ namespace {
 constexpr CGKeyCode kOptionKeyCode = 58;
 constexpr CGKeyCode kCommandKeyCode = 55;
 
-/// The modifiers of the keys that are still down because their release could not be created.
-UInt32 heldModifiers = 0;
-
 void postAndRelease(CGEventRef event) {
   CGEventPost(kCGSessionEventTap, event);
   CFRelease(event);
 }
 
-/// Returns whether the event could be created and so was posted.
-bool postKey(CGKeyCode key, bool down) {
+void postKey(CGKeyCode key, bool down) {
   const CGEventRef event = CGEventCreateKeyboardEvent(nullptr, key, down);
-  if (event == nullptr) return false;
+  if (event == nullptr) return;
   CGEventSetType(event, down ? kCGEventKeyDown : kCGEventKeyUp);
   postAndRelease(event);
-  return true;
-}
-
-void releaseKey(CGKeyCode key, UInt32 modifier) {
-  if (postKey(key, false)) {
-    heldModifiers &= ~modifier;
-  } else {
-    heldModifiers |= modifier;
-  }
 }
 
 CGEventRef createWheelEvent(UInt16 axis, SInt32 delta) {
@@ -63,14 +50,9 @@ int Navigate2D::SimulateWheelMovedEvent(WindowRef, UInt16 axis, SInt32 delta, Po
   if (option) postKey(kOptionKeyCode, true);
   if (command) postKey(kCommandKeyCode, true);
   postWheel(axis, delta, where, flags);
-  if (command) releaseKey(kCommandKeyCode, cmdKey);
-  if (option) releaseKey(kOptionKeyCode, optionKey);
+  if (command) postKey(kCommandKeyCode, false);
+  if (option) postKey(kOptionKeyCode, false);
   return 0;
-}
-
-void Navigate2D::ReleaseHeldModifiers() {
-  if ((heldModifiers & cmdKey) != 0) releaseKey(kCommandKeyCode, cmdKey);
-  if ((heldModifiers & optionKey) != 0) releaseKey(kOptionKeyCode, optionKey);
 }
 
 int Navigate2D::SimulateMouseDragEvent(WindowRef, Point, Point) { return 0; }

@@ -6,7 +6,6 @@
 
 #include "device/DeviceMessages.h"
 #include "device/MrvDeviceEvents.h"
-#include "navigate/Navigate2D.h"
 #include "simulator/macos/TextInput.h"
 #include "tests/support/DeviceRecords.h"
 #include "tests/support/Machine.h"
@@ -256,42 +255,6 @@ TEST_F(DeviceMessages, UpdateAxisDataEvenIfTheEventCannotBeCreated) {
 TEST_F(DeviceMessages, LeakNothingIfTheQueueRefusesTheEvent) {
   MrvDeviceEvents::m_mainEventQueue = nullptr;
   EXPECT_EQ(relay(axesRecord(kClient, {1, 2, 3, 4, 5, 6})), Lines{});
-}
-
-/// Whether a click would reach the host if the filter were installed.
-bool clickPasses() {
-  Navigate2D& navigator = Navigate2D::Instance();
-  navigator.InstallMouseDownHandler();
-  const EventRef click = theEventManager().create(kEventClassMouse, kEventMouseDown, 0.0);
-  const bool passes = theEventManager().dispatch(click).reachedHost;
-  theEventManager().release(click);
-  return passes;
-}
-
-TEST_F(DeviceMessages, LetClicksPassWhileARestIsLost) {
-  for (const char* refusing : {"Mac.CreateEvent", "Mac.PostEventToQueue"}) {
-    theFaults().add({refusing, -1, 0, 1});
-    relay(axesRecord(kClient, {}));
-    EXPECT_TRUE(clickPasses()) << refusing;
-    relay(axesRecord(kClient, {1, 0, 0, 0, 0, 0}));
-    EXPECT_FALSE(clickPasses()) << refusing;
-  }
-}
-
-TEST_F(DeviceMessages, LetNoClickPassIfMotionOrAnotherMessageIsLost) {
-  theFaults().add({"Mac.PostEventToQueue", -1, 0, 3});
-  relay(axesRecord(kClient, {0, 0, 0, 0, 0, 1}));
-  EXPECT_FALSE(clickPasses());
-  relay(buttonRecord(kClient, 1, 1));
-  relay(commandRecord(kClient, 1));
-  EXPECT_FALSE(clickPasses());
-}
-
-TEST_F(DeviceMessages, LetNoClickPassBecauseA3DToolGetsNoAxes) {
-  gIn3DTool = true;
-  relay(axesRecord(kClient, {}));
-  gIn3DTool = false;
-  EXPECT_FALSE(clickPasses());
 }
 
 }  // namespace

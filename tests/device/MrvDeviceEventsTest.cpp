@@ -3,7 +3,6 @@
 #include <type_traits>
 
 #include "device/MrvDeviceEvents.h"
-#include "navigate/Navigate2D.h"
 #include "simulator/macos/RunLoops.h"
 #include "simulator/moravin/Framework.h"
 #include "tests/support/DeviceRecords.h"
@@ -126,16 +125,6 @@ TEST_F(MrvDeviceEventsConnection, RegistersNothingAndIgnoresMessagesAfterAFailed
   machine.drain();
   disconnect();
   EXPECT_EQ(machine.drain().size(), 2U);  // handler removed and cleaned up, but not unregistered
-}
-
-TEST_F(MrvDeviceEventsConnection, InstallsARefusedReceiverAtTheNextStart) {
-  theFaults().add({"Mac.InstallEventHandler", -1, 0, 2});
-  connect();
-  EXPECT_EQ(Navigate2D::Instance().m_deviceHandlerRef, nullptr);
-  disconnect();
-  connect();
-  EXPECT_NE(Navigate2D::Instance().m_deviceHandlerRef, nullptr);
-  disconnect();
 }
 
 TEST_F(MrvDeviceEventsConnection, TreatsTheHostAsActiveBeforeTheFirstActivationEvent) {

@@ -62,13 +62,6 @@ class BrushSize : public testing::Test {
     return questions;
   }
 
-  /// The events posted since the last call.
-  std::vector<Json> postedSince() {
-    std::vector<Json> lines = machine_.drain();
-    std::erase_if(lines, [](const Json& line) { return line["what"] != "posted"; });
-    return lines;
-  }
-
   Machine machine_;
 };
 
@@ -390,30 +383,6 @@ TEST_F(BrushSize, SkipsAnEventThatCannotBeCreated) {
   theEventManager().failCreations(2);
   EXPECT_EQ(SimulateKeyboardEvent(5, 0, 0), 0);
   EXPECT_EQ(machine_.lines("posted").size(), 1U);
-}
-
-TEST_F(BrushSize, PostsAReleaseThatIsRefusedWithTheNextSample) {
-  for (const auto& sample : {+[] { AdjustBrushSize(1); }, +[] { ResetBrushSizeAccumulator(); }}) {
-    for (const char* refusing : {"Mac.CreateEvent", "Mac.PostEventToQueue"}) {
-      theFaults().add({refusing, -1, 1, 2});
-      SimulateKeyboardEvent(5, 'q', 2);
-      sample();  // is refused, too
-      EXPECT_EQ(postedSince(), std::vector{keyLine(1, 5, 'q', 2)}) << refusing;
-      sample();
-      EXPECT_EQ(postedSince(), std::vector{keyLine(3, 5, 'q', 2)}) << refusing;
-      sample();
-      EXPECT_EQ(postedSince(), std::vector<Json>{}) << refusing;
-    }
-  }
-}
-
-TEST_F(BrushSize, PressesNoOtherKeyBeforeAHeldOneIsReleased) {
-  theFaults().add({"Mac.PostEventToQueue", -1, 1, 2});
-  SimulateKeyboardEvent(5, 0, 0);
-  SimulateKeyboardEvent(6, 0, 0);
-  EXPECT_EQ(postedSince(), std::vector{keyLine(1, 5)});
-  SimulateKeyboardEvent(6, 0, 0);
-  EXPECT_EQ(postedSince(), (std::vector{keyLine(3, 5), keyLine(1, 6), keyLine(3, 6)}));
 }
 
 TEST_F(BrushSize, DoesNothingInSetNewBrushSize) {

@@ -94,12 +94,4 @@ TEST_F(Navigate2DLifetime, EndsByUnregisteringOnlyTheRefreshCallback) {
   EXPECT_EQ(theEventManager().installed(), 2U);  // both handlers stay until the process ends
 }
 
-TEST_F(Navigate2DLifetime, HasNoReceiverIfItsInstallationIsRefusedUntilItIsInstalledAgain) {
-  theFaults().add({"Mac.InstallEventHandler", -1, 0, 1});
-  Navigate2D& navigator = Navigate2D::Instance();
-  EXPECT_EQ(navigator.m_deviceHandlerRef, nullptr);
-  navigator.installDeviceHandler();
-  EXPECT_NE(navigator.m_deviceHandlerRef, nullptr);
-}
-
 }  // namespace

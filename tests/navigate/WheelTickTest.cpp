@@ -1,3 +1,4 @@
+#include "simulator/base/Faults.h"
 #include "tests/support/Input.h"
 
 namespace {
@@ -78,27 +79,6 @@ TEST_F(WheelTick, DoesNothingInTheTwoPlaceholders) {
   EXPECT_EQ(navigator->GetSbarControl(nullptr, 5, &control), 0);
   EXPECT_EQ(control, untouched);
   EXPECT_TRUE(machine.drain().empty());
-}
-
-TEST_F(WheelTick, ReleasesAKeyWithTheNextSampleIfItsReleaseCannotBeCreated) {
-  simulator::theFaults().add({"Mac.CGEventCreateKeyboardEvent", 0, 2, 2});
-  EXPECT_EQ(tick(1, 3, kOption | kCommand),
-            (Lines{keyLine(58, true), keyLine(55, true), wheelLine({3}, 0x180000, 500, 550)}));
-  simulator::theFaults().add({"Mac.CGEventCreateKeyboardEvent", 0, 1, 1});
-  Navigate2D::ReleaseHeldModifiers();
-  EXPECT_EQ(input(), Lines{keyLine(55, false)});
-  Navigate2D::ReleaseHeldModifiers();
-  EXPECT_EQ(input(), Lines{keyLine(58, false)});
-  Navigate2D::ReleaseHeldModifiers();
-  EXPECT_EQ(input(), Lines{});
-}
-
-TEST_F(WheelTick, ForgetsAHeldKeyThatALaterTickReleases) {
-  simulator::theFaults().add({"Mac.CGEventCreateKeyboardEvent", 0, 1, 1});
-  tick(1, 3, kOption);
-  tick(1, 3, kOption);
-  Navigate2D::ReleaseHeldModifiers();
-  EXPECT_EQ(input(), Lines{});
 }
 
 TEST_F(WheelTick, SkipsEventsThatCannotBeCreated) {
