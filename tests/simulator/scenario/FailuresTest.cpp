@@ -304,9 +304,13 @@ class Failures : public testing::Test {
   void failEach(const std::string& procedure, Phase phase, std::uint64_t calls) {
     for (std::uint64_t n = 0; n < calls; n = next(n)) {
       EXPECT_TRUE(fails({procedure, phase, false, n}));
-      if (MRV_LONG_TESTS || n != 1) EXPECT_TRUE(fails({procedure, phase, true, n}));
+      if (MRV_LONG_TESTS || n != 1) {
+        EXPECT_TRUE(fails({procedure, phase, true, n}));
+      }
     }
-    if (MRV_LONG_TESTS) EXPECT_FALSE(fails({procedure, phase, false, calls}));
+    if (MRV_LONG_TESTS) {
+      EXPECT_FALSE(fails({procedure, phase, false, calls}));
+    }
   }
 
   /// The same for a procedure whose calls are not known, until a run in which none is left to fail.
