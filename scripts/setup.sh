@@ -12,7 +12,8 @@ DESKTOP_PACKAGES=(libgnustep-gui-dev gnustep-back0.29-cairo gobjc xvfb xdotool l
 TEST_PACKAGES=("${BUILD_PACKAGES[@]}" "${BUNDLE_PACKAGES[@]}" "${LIBRARY_PACKAGES[@]}"
                "${DESKTOP_PACKAGES[@]}" git gcovr unzip binutils python3 python3-jsonschema
                groff-base zsh dpkg-dev file locales libclang-rt-19-dev clang-format-19 clang-tidy-19
-               shellcheck qemu-user-static pkgconf chromium chromium-driver python3-selenium)
+               shellcheck valgrind qemu-user-static pkgconf chromium chromium-driver
+               python3-selenium)
 
 # need PACKAGE...: installs the packages of the distribution that are missing.
 need() {
