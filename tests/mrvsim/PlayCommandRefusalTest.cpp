@@ -72,7 +72,7 @@ const Broken kBroken[] = {
     {"command_too_small", R"({"steps": [{"command": -2147483649}]})",
      "/steps/0/command: ", "-2147483648"},
     {"short_message_type", R"({"steps": [{"message": {"type": "3dS"}}]})",
-     "/steps/0/message/type: ", "four characters"},
+     "/steps/0/message/type: ", "four ASCII characters"},
     {"unknown_message_field", R"({"steps": [{"message": {"kind": 3}}]})",
      "/steps/0/message/kind: ", "unknown field"},
     {"unknown_click", R"({"steps": [{"click": "double"}]})", "/steps/0/click: ", "must be"},

@@ -1,4 +1,4 @@
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <string>
 #include <vector>
@@ -15,7 +15,7 @@ class CFObjectTable : public testing::Test {
   std::vector<std::string> misuses() {
     std::vector<std::string> texts;
     for (const Json& line : machine_.lines("misuse")) texts.push_back(line["text"]);
-    machine_.expectMisuses(static_cast<int>(texts.size()));
+    machine_.expectMisuses(testing::ElementsAreArray(texts));
     return texts;
   }
 
