@@ -69,6 +69,10 @@ function(mrv_library folder)
   set_target_properties(${library} PROPERTIES CXX_VISIBILITY_PRESET hidden
                                               VISIBILITY_INLINES_HIDDEN ON UNITY_BUILD OFF)
   mrv_count_lines(${library})
+  if(MRV_BRANCHES)
+    target_compile_options(${library} PRIVATE -fprofile-instr-generate -fcoverage-mapping)
+    target_link_options(${library} PUBLIC -fprofile-instr-generate)
+  endif()
   # The headers ask for less than the sources. What is built together is compiled alike.
   target_compile_features(${library} INTERFACE "$<BUILD_INTERFACE:cxx_std_20>" cxx_std_17)
   target_include_directories(${library} PUBLIC "$<BUILD_INTERFACE:${MRV_ROOT}>"
