@@ -88,6 +88,35 @@ int PlayAction(const char* setName, const char* actionName) {
 )");
 }
 
+TEST_F(Ready, WritesEachKindOfValueAsALiteral) {
+  const auto put = [this](const std::string& fields) {
+    const std::string text = itemText("\"key\": \"Wdth\", " + fields);
+    const std::string place = "desc[0].get(), 0x57647468 /* keyWidth 'Wdth' */, ";
+    const std::string begin = "  error = sPSActionDescriptor->";
+    EXPECT_THAT(text, testing::StartsWith(begin));
+    EXPECT_THAT(text, testing::EndsWith(");\n" + kCheck));
+    EXPECT_THAT(text, HasSubstr(place));
+    const std::size_t at = text.find(place);
+    const std::size_t end = text.size() - kCheck.size() - 3;
+    return text.substr(begin.size(), at - begin.size()) +
+           text.substr(at + place.size(), end - at - place.size());
+  };
+  EXPECT_EQ(put(R"("type": "long", "value": -3)"), "PutInteger(-3");
+  EXPECT_EQ(put(R"("type": "comp", "value": 4294967296)"), "PutInteger64(4294967296LL");
+  EXPECT_EQ(put(R"("type": "doub", "value": 0.5)"), "PutFloat(0.5");
+  EXPECT_EQ(put(R"("type": "UntF", "unit": "#Pxl", "value": 2.5)"),
+            "PutUnitFloat(0x2350786C /* unitPixels '#Pxl' */, 2.5");
+  EXPECT_EQ(put(R"("type": "bool", "value": true)"), "PutBoolean(true");
+  EXPECT_EQ(put(R"("type": "bool", "value": false)"), "PutBoolean(false");
+  EXPECT_EQ(put(R"("type": "tdta", "value": "AP8=")"), R"(PutData(2, "\000\377")");
+}
+
+TEST_F(Ready, MarksAStepAsIncompleteIfTheHostDoesNotCountItsItems) {
+  simulator::theFaults().add({"ActionDescriptor.GetCount", -1});
+  EXPECT_THAT(stepText(descriptor(R"([{"key": "Wdth", "type": "long", "value": 1}])")),
+              HasSubstr("// Incomplete: the host does not report the number of items.\n"));
+}
+
 TEST_F(Ready, PlaysAStepWithoutADescriptor) {
   const std::uint32_t event = simulator::theHost().typeIds().idOf("my event!");
   EXPECT_THAT(stepText(nullptr, event), HasSubstr(R"(static int play1_1_Name() {
@@ -192,6 +221,13 @@ TEST_F(Ready, WritesFilesByTheirBytesIfTheyHoldNoPath) {
   const std::string text = stepText(simulator::theHost().makeDescriptor(content));
   EXPECT_THAT(text, HasSubstr(R"(aliasOfBytes("\000\000rec", 5, alias);)"));
   EXPECT_THAT(text, HasSubstr(R"(bookmarkOfBytes("book\377", 5, bookmark);)"));
+}
+
+TEST_F(Ready, WritesAnAliasByItsBytesIfThePlatformDoesNotReturnItsPath) {
+  simulator::theFaults().add({"Mac.FSCopyAliasInfo", -43});
+  EXPECT_THAT(itemText(R"("key": "Wdth", "type": "alis", "value": "/no")"),
+              HasSubstr("error = aliasOfBytes(\""));
+  EXPECT_EQ(simulator::theFaults().fired(), 1U);
 }
 
 TEST_F(Ready, WritesTextThatACStringCannotHoldByItsUnits) {

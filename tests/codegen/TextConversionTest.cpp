@@ -5,6 +5,7 @@
 #include <string>
 
 #include "codegen/TextConversion.h"
+#include "simulator/base/Faults.h"
 #include "simulator/macos/CFObjects.h"
 #include "suites/Suites.h"
 
@@ -84,6 +85,15 @@ TEST(UnitsToCString, TakesWholePairsOfSurrogatesAndNoHalves) {
        {std::u16string{u'a', 0xD800}, std::u16string{0xDBFF, u'a'}, std::u16string{0xD800, 0xD800},
         std::u16string{0xDC00}, std::u16string{0xDFFF, u'a'}, std::u16string{u'a', 0, u'b'}}) {
     EXPECT_EQ(unitsToCString(text), std::nullopt) << text.size();
+  }
+}
+
+TEST_F(TextConversion, ReturnsNulloptIfThePlatformRefusesTheTextOrItsBytes) {
+  for (const char* const call : {"Mac.CFStringCreateWithCharacters", "Mac.CFStringGetCString"}) {
+    simulator::theFaults().add({call, 0});
+    EXPECT_EQ(converted(u"text"), std::nullopt) << call;
+    EXPECT_EQ(simulator::theFaults().fired(), 1U) << call;
+    simulator::theFaults().clear();
   }
 }
 
