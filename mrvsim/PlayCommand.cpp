@@ -152,9 +152,7 @@ class Performance {
   }
 
   void logged(const LogLine& line) {
-    // Most lines are those of posted samples, of which the summary learns from the player.
-    const bool isPostedSample = line.what() == "posted" && !line.has(R"("class":"keyb")");
-    if (!isPostedSample) summary_.line(line);
+    summary_.line(line);
     if (forms_.text) channel_.send(kTextLine, logText(line, forms_.isColoured));
     if (!forms_.json) return;
     logLine_.clear();

@@ -3,6 +3,8 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <array>
+#include <charconv>
 #include <utility>
 
 namespace simulator {
@@ -11,10 +13,27 @@ namespace {
 
 bool isPrintable(char c) { return c >= 0x20 && c < 0x7F; }
 
+bool isAlphanumeric(char c) {
+  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
+}
+
+std::array<char, 4> charactersOf(std::uint32_t id) {
+  return {static_cast<char>(id >> 24), static_cast<char>(id >> 16), static_cast<char>(id >> 8),
+          static_cast<char>(id)};
+}
+
 // Set while the prelude runs: the lines that it writes must not run it again.
 thread_local bool inPrelude = false;
 
 }  // namespace
+
+std::uint64_t LogLine::numberAfter(std::string_view start) const {
+  const std::size_t found = text_.find(start);
+  if (found == text_.npos) return 0;
+  std::uint64_t number = 0;
+  std::from_chars(text_.data() + found + start.size(), text_.data() + text_.size(), number);
+  return number;
+}
 
 void LogLine::appendTo(std::string& text) const {
   if (object_ == nullptr) {
@@ -83,9 +102,18 @@ Log& theLog() {
 }
 
 std::string idText(std::uint32_t id) {
-  const std::string text = {static_cast<char>(id >> 24), static_cast<char>(id >> 16),
-                            static_cast<char>(id >> 8), static_cast<char>(id)};
+  const auto characters = charactersOf(id);
+  const std::string text(characters.begin(), characters.end());
   return std::all_of(text.begin(), text.end(), isPrintable) ? text : fmt::format("{:#010x}", id);
+}
+
+void appendId(std::string& to, std::uint32_t id) {
+  const auto characters = charactersOf(id);
+  if (!std::all_of(characters.begin(), characters.end(), isAlphanumeric)) {
+    return appendJson(to, idText(id));
+  }
+  const char quoted[] = {'"', characters[0], characters[1], characters[2], characters[3], '"'};
+  to.append(quoted, sizeof quoted);
 }
 
 }  // namespace simulator

@@ -31,6 +31,9 @@ class LogLine {
   /// space: "class":"keyb".
   bool has(std::string_view member) const { return text_.find(member) != text_.npos; }
 
+  /// The whole number that stands after `start` in such a line; 0 if `start` is not there.
+  std::uint64_t numberAfter(std::string_view start) const;
+
   /// Appends the line as JSON text, without an end of line.
   void appendTo(std::string& text) const;
 
@@ -92,5 +95,8 @@ Log& theLog();
 /// A four-character code as text: its four characters if all are printable ASCII, otherwise "0x"
 /// and eight hexadecimal digits. [any-thread]
 std::string idText(std::uint32_t id);
+
+/// Appends the same as a JSON string. [any-thread]
+void appendId(std::string& to, std::uint32_t id);
 
 }  // namespace simulator

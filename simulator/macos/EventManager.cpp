@@ -282,12 +282,14 @@ EventRef EventManager::takeNext() {
 }
 
 JsonText EventManager::parametersText(const Event& event) {
+  constexpr std::size_t kUsualSize = 32;  // of a parameter's text
   JsonText list{"["};
+  list.text.reserve(event.parameters.size() * kUsualSize);
   for (const EventParameter& parameter : event.parameters) {
     list.text += list.text.size() == 1 ? "[" : ",[";
-    appendJson(list.text, idText(parameter.name));
+    appendId(list.text, parameter.name);
     list.text += ',';
-    appendJson(list.text, idText(parameter.type));
+    appendId(list.text, parameter.type);
     list.text += ',';
     appendValue(list.text, parameter);
     list.text += ']';

@@ -3,7 +3,7 @@
 #include <Carbon/Carbon.h>
 #include <pthread.h>
 
-#include <chrono>
+#include <thread>
 
 #include "simulator/base/Log.h"
 #include "simulator/macos/MacFaults.h"
@@ -16,9 +16,42 @@ thread_local std::shared_ptr<RunLoop> currentLoop;
 
 }  // namespace
 
-// All loops share the lock of `Threads`, because waitUntilIdle depends on every loop. Threads wait
-// for a semaphore and an atomic, which ask the system twice less a sample than condition variables
-// with their lock.
+template <class Condition>
+bool Gate::isSoon(Condition condition) {
+  constexpr int kYields = 64;
+  for (int yields = 0; yields < kYields; ++yields) {
+    if (condition()) return true;
+    std::this_thread::yield();
+  }
+  return condition();
+}
+
+template <class Condition>
+void Gate::waitFor(Condition condition) {
+  if (isSoon(condition)) return;
+  std::unique_lock lock(mutex_);
+  ++sleepers_;
+  changed_.wait(lock, condition);
+  --sleepers_;
+}
+
+template <class Condition>
+bool Gate::waitUntil(std::chrono::steady_clock::time_point end, Condition condition) {
+  if (isSoon(condition)) return true;
+  std::unique_lock lock(mutex_);
+  ++sleepers_;
+  const bool isTrue = changed_.wait_until(lock, end, condition);
+  --sleepers_;
+  return isTrue;
+}
+
+void Gate::changed() {
+  if (sleepers_ == 0) return;
+  const std::lock_guard lock(mutex_);
+  changed_.notify_all();
+}
+
+// All loops share the lock of `Threads`, because waitUntilIdle depends on every loop.
 
 void RunLoop::perform(std::function<void()> work) {
   Threads& threads = theThreads();
@@ -26,8 +59,9 @@ void RunLoop::perform(std::function<void()> work) {
     const std::lock_guard lock(threads.mutex_);
     stopWaiting();
     work_.push_back(std::move(work));
+    hasWork_ = true;
   }
-  wake_.release();
+  gate_.changed();
 }
 
 void RunLoop::stopWaiting() {
@@ -46,6 +80,7 @@ void RunLoop::finishWork() {
     work();
     lock.lock();
   }
+  hasWork_ = false;
   if (waiting_) return;
   waiting_ = true;
   lock.unlock();
@@ -58,9 +93,10 @@ void RunLoop::run(double seconds) {
                                       std::chrono::duration<double>(seconds));
   while (true) {
     finishWork();
+    const auto hasWork = [this] { return hasWork_.load(); };
     if (seconds < 0) {
-      wake_.acquire();
-    } else if (!wake_.try_acquire_until(end)) {
+      gate_.waitFor(hasWork);
+    } else if (!gate_.waitUntil(end, hasWork)) {
       break;
     }
   }
@@ -116,7 +152,7 @@ void Threads::waitAtStart() {
 }
 
 void Threads::waitUntilIdle() {
-  for (int busy = busy_; busy != 0; busy = busy_) busy_.wait(busy);
+  idle_.waitFor([this] { return busy_ == 0; });
 }
 
 std::shared_ptr<RunLoop> Threads::current() {
@@ -130,7 +166,7 @@ int Threads::started() {
 }
 
 void Threads::setBusy(int change) {
-  if ((busy_ += change) == 0) busy_.notify_all();
+  if ((busy_ += change) == 0) idle_.changed();
 }
 
 Threads& theThreads() {

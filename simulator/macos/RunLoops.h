@@ -4,14 +4,39 @@
 #include <CoreServices/CoreServices.h>
 
 #include <atomic>
+#include <chrono>
 #include <condition_variable>
 #include <deque>
 #include <functional>
 #include <memory>
 #include <mutex>
-#include <semaphore>
 
 namespace simulator {
+
+/// Where threads wait for a condition that other threads make true. A waiting thread gives its
+/// processor away a few times before it sleeps: if all threads share one processor, a sample is
+/// handed over and back by two such calls, and no thread has to be woken. [any-thread]
+class Gate {
+ public:
+  /// Waits until `condition()` is true, which reads atomic variables alone.
+  template <class Condition>
+  void waitFor(Condition condition);
+
+  /// The same until `end` at the latest; returns whether the condition is true.
+  template <class Condition>
+  bool waitUntil(std::chrono::steady_clock::time_point end, Condition condition);
+
+  /// Call it after every change that may make a condition true.
+  void changed();
+
+ private:
+  template <class Condition>
+  static bool isSoon(Condition condition);
+
+  std::atomic<int> sleepers_ = 0;
+  std::mutex mutex_;
+  std::condition_variable changed_;
+};
 
 /// The event loop of one thread: runs queued functions one after another.
 class RunLoop {
@@ -28,7 +53,8 @@ class RunLoop {
   void stopWaiting();
 
   std::deque<std::function<void()>> work_;
-  std::counting_semaphore<> wake_{0};  ///< what has been queued since the loop last looked
+  std::atomic<bool> hasWork_ = false;
+  Gate gate_;
   bool waiting_ = false;
   bool isTask_ = false;
 };
@@ -70,6 +96,7 @@ class Threads {
   std::condition_variable released_;
   bool held_ = false;
   std::atomic<int> busy_ = 0;  ///< threads that have neither ended nor wait in their event loop
+  Gate idle_;
   int started_ = 0;
 };
 

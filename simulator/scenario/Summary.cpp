@@ -19,14 +19,6 @@ constexpr std::size_t kMostMisusesShown = 5;
 constexpr double kPercent = 100;
 constexpr double kZoomAtTheStart = 100;
 
-/// The value of a parameter of a posted event; 0 if it has none of that name.
-std::uint64_t parameterOf(const Json& event, const char* name) {
-  for (const Json& parameter : event["parameters"]) {
-    if (parameter[0] == name) return parameter[2].get<std::uint64_t>();
-  }
-  return 0;
-}
-
 /// The text with a capital letter.
 std::string capitalised(std::string text) {
   text[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(text[0])));
@@ -88,16 +80,17 @@ void Summary::endWait() {
   wait_.end();
 }
 
-void Summary::line(const Json& line) {
+void Summary::line(const LogLine& logged) {
+  const std::string_view what = logged.what();
+  // Most lines are those of posted samples, which come by `message`.
+  if (what == "posted") return posted(logged);
+  const Json line = logged.json();
   now_ = line["t"];
   timeline_.reach(now_);
-  const auto& what = line["what"].get_ref<const std::string&>();
   if (what == "wheel") {
     const Json& wheels = line["wheels"];
     const bool command = (line["flags"].get<std::uint64_t>() & kCGEventFlagMaskCommand) != 0;
     wheel(wheels[0], wheels.size() > 1 || command);
-  } else if (what == "posted" && line["class"] == "keyb") {
-    brushKey(parameterOf(line, "kcod"), line["kind"] == 1);
   } else if (what == "key") {
     key({false, line["key"]}, line["down"]);
   } else if (what == "click") {
@@ -109,6 +102,13 @@ void Summary::line(const Json& line) {
     view(line["zoom"], line["origin"][0], line["origin"][1],
          brush.is_null() ? std::nullopt : std::optional(brush.get<double>()));
   }
+}
+
+void Summary::posted(const LogLine& line) {
+  if (!line.has(R"("class":"keyb")")) return;
+  now_ = static_cast<std::int64_t>(line.numberAfter(R"({"t":)"));
+  timeline_.reach(now_);
+  brushKey(line.numberAfter(R"(["kcod","magn",)"), line.has(R"("kind":1,)"));
 }
 
 void Summary::wheel(int vertical, bool sideways) {

@@ -28,7 +28,7 @@ class Summary : public PlayerObserver {
   void redrawn() override;
 
   /// Takes one line of the log.
-  void line(const Json& line);
+  void line(const LogLine& line);
 
   /// Takes the player's line about motion that did not reach the plug-in; empty if there is none.
   void lostMotion(std::string line) { lostMotion_ = std::move(line); }
@@ -50,6 +50,7 @@ class Summary : public PlayerObserver {
 
   void sample(MotionKind kind, bool pending);
   void wheel(int vertical, bool sideways);
+  void posted(const LogLine& line);
   void brushKey(std::uint64_t key, bool down);
   void key(std::pair<bool, std::uint64_t> which, bool down);
   void click(bool passed);

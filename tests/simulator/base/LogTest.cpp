@@ -4,6 +4,7 @@
 #include <limits>
 #include <map>
 #include <string>
+#include <string_view>
 #include <thread>
 #include <vector>
 
@@ -169,6 +170,24 @@ TEST(LogLine, HasAMemberOnlyAsItWasWritten) {
   log.write("key", {{"down", true}});
   EXPECT_TRUE(has);
   EXPECT_FALSE(hasOther);
+}
+
+TEST(LogLine, GivesTheNumberAfterATextOrZero) {
+  const LogLine line("x", std::string_view(R"({"t":7,"kind":18446744073709551615,"end":12)"));
+  EXPECT_EQ(line.numberAfter(R"({"t":)"), 7u);
+  EXPECT_EQ(line.numberAfter(R"("kind":)"), std::numeric_limits<std::uint64_t>::max());
+  EXPECT_EQ(line.numberAfter(R"("end":)"), 12u) << "at the end of the text";
+  EXPECT_EQ(line.numberAfter(R"("what":)"), 0u);
+  EXPECT_EQ(line.numberAfter(R"("kind")"), 0u) << "no number stands there";
+}
+
+TEST(IdText, IsAppendedAsAJsonString) {
+  for (const std::uint32_t id : {0x6D727645u, 0x20207E20u, 0x6D72761Fu, 0x22727645u, 0x6D72765Cu,
+                                 0x7F7F7F7Fu, 0x6D80FF45u, 1u}) {
+    std::string text = "[";
+    appendId(text, id);
+    EXPECT_EQ(text, "[" + Json(idText(id)).dump());
+  }
 }
 
 TEST(IdText, IsTheFourCharactersOrTheNumberIfOneIsNotPrintable) {

@@ -24,13 +24,16 @@ class Course {
   }
   void tick(std::int64_t at, int units) {
     theLog().setNow(at);
-    summary_.line({{"t", at}, {"what", "wheel"}, {"wheels", {units}}, {"flags", 0x80000}});
+    line({{"t", at}, {"what", "wheel"}, {"wheels", {units}}, {"flags", 0x80000}});
   }
   void redrawn(std::int64_t at) {
     theLog().setNow(at);
     summary_.redrawn();
   }
-  void line(const Json& line) { summary_.line(line); }
+  void line(const Json& line) {
+    const std::string text = line.dump();
+    summary_.line({line["what"].get_ref<const std::string&>(), std::string_view(text)});
+  }
 
   Summary& summary() { return summary_; }
   std::string text() const { return summary_.text(); }
