@@ -27,6 +27,14 @@ thread_local bool inPrelude = false;
 
 }  // namespace
 
+LogLine::LogLine(std::string_view what, std::string_view text)
+    : what_(what), text_(text), fields_(text) {
+  constexpr std::string_view kWhat = R"("what":")";
+  constexpr std::string_view kEnd = R"(",)";
+  const std::size_t start = text.find(kWhat) + kWhat.size() + what.size() + kEnd.size();
+  fields_.remove_prefix(std::min(start, text.size()));
+}
+
 std::uint64_t LogLine::numberAfter(std::string_view start) const {
   const std::size_t found = text_.find(start);
   if (found == text_.npos) return 0;

@@ -22,7 +22,7 @@ struct LogField {
 /// A line on its way to the sink, which must not keep it.
 class LogLine {
  public:
-  LogLine(std::string_view what, std::string_view text) : what_(what), text_(text) {}
+  LogLine(std::string_view what, std::string_view text);
   LogLine(std::string_view what, const Json& object) : what_(what), object_(&object) {}
 
   std::string_view what() const { return what_; }
@@ -30,6 +30,9 @@ class LogLine {
   /// Whether a line that was written with fields has this member, given as JSON text without white
   /// space: "class":"keyb".
   bool has(std::string_view member) const { return text_.find(member) != text_.npos; }
+
+  /// Whether the first member after `what` is this one.
+  bool beginsWith(std::string_view member) const { return fields_.starts_with(member); }
 
   /// The whole number that stands after `start` in such a line; 0 if `start` is not there.
   std::uint64_t numberAfter(std::string_view start) const;
@@ -43,6 +46,7 @@ class LogLine {
  private:
   std::string_view what_;
   std::string_view text_;
+  std::string_view fields_;       ///< the end of the text, from the first member after `what`
   const Json* object_ = nullptr;  ///< null: the line is in `text_`
 };
 

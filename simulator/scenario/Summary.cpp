@@ -105,7 +105,7 @@ void Summary::line(const LogLine& logged) {
 }
 
 void Summary::posted(const LogLine& line) {
-  if (!line.has(R"("class":"keyb")")) return;
+  if (!line.beginsWith(R"("class":"keyb")")) return;
   now_ = static_cast<std::int64_t>(line.numberAfter(R"({"t":)"));
   timeline_.reach(now_);
   brushKey(line.numberAfter(R"(["kcod","magn",)"), line.has(R"("kind":1,)"));

@@ -172,6 +172,15 @@ TEST(LogLine, HasAMemberOnlyAsItWasWritten) {
   EXPECT_FALSE(hasOther);
 }
 
+TEST(LogLine, BeginsWithTheMemberAfterItsKind) {
+  const LogLine line("x", std::string_view(R"({"t":7,"what":"x","class":"x","kind":2})"));
+  EXPECT_TRUE(line.beginsWith(R"("class":"x")"));
+  EXPECT_FALSE(line.beginsWith(R"("class":"xy")"));
+  EXPECT_FALSE(line.beginsWith(R"("kind":2)"));
+  const LogLine empty("x", std::string_view(R"({"t":7,"what":"x"})"));
+  EXPECT_FALSE(empty.beginsWith(R"("class")"));
+}
+
 TEST(LogLine, GivesTheNumberAfterATextOrZero) {
   const LogLine line("x", std::string_view(R"({"t":7,"kind":18446744073709551615,"end":12)"));
   EXPECT_EQ(line.numberAfter(R"({"t":)"), 7u);
