@@ -104,6 +104,7 @@ function(mrv_test folder)
   mrv_count_lines(${program})
   target_link_libraries(${program} PRIVATE ${arg_LIBRARIES} mrv_test_support)
   target_precompile_headers(${program} REUSE_FROM mrv_test_headers)
+  add_dependencies(mrv_test_programs ${program})
   gtest_discover_tests(${program} TEST_PREFIX "${folder}." DISCOVERY_MODE PRE_TEST)
 endfunction()
 

@@ -19,8 +19,8 @@ namespace {
 constexpr double kZoomStep = 1.1;
 constexpr double kSmallestZoom = 0.01;
 constexpr double kLargestZoom = 32.0;
-constexpr double kSmallestBrush = 1.0;
-constexpr double kLargestBrush = 2500.0;
+constexpr double kSmallestByShortcut = 1.0;
+constexpr double kLargestByShortcut = 2500.0;
 
 /// The virtual keys of a layout's brush shortcuts. Layouts that are not listed use those of the US
 /// layout.
@@ -44,7 +44,7 @@ struct BrushStep {
   double limit, step;
 };
 constexpr std::array kBrushSteps = {BrushStep{10, 1}, BrushStep{100, 10}, BrushStep{200, 25},
-                                    BrushStep{300, 50}, BrushStep{kLargestBrush, 100}};
+                                    BrushStep{300, 50}, BrushStep{kLargestByShortcut, 100}};
 
 double stepAt(double diameter, bool larger) {
   // At a limit, growing uses the next range's step and shrinking the step of the range below.
@@ -74,7 +74,7 @@ double steppedDiameter(double diameter, bool larger) {
   // A diameter that is not a multiple of the step goes to the next multiple.
   const double next =
       larger ? (std::floor(diameter / step) + 1) * step : (std::ceil(diameter / step) - 1) * step;
-  return std::clamp(next, kSmallestBrush, kLargestBrush);
+  return std::clamp(next, kSmallestByShortcut, kLargestByShortcut);
 }
 
 void DocumentView::react(const SynthesizedEvent& event) {

@@ -17,7 +17,7 @@ namespace simulator {
 namespace {
 
 /// Real bookmarks begin with its first four bytes.
-constexpr std::string_view kMark = "bookmark:";
+constexpr std::string_view kBookmarkMark = "bookmark:";
 
 bool exists(const std::string& path) {
   std::error_code error;
@@ -36,13 +36,16 @@ CFDataRef makeData(std::string_view bytes) {
 
 }  // namespace
 
-CFDataRef makeBookmark(const std::string& path) { return makeData(std::string(kMark) + path); }
+CFDataRef makeBookmark(const std::string& path) {
+  return makeData(std::string(kBookmarkMark) + path);
+}
 
 std::optional<std::string> pathOfBookmark(CFDataRef bookmark) {
   const auto data = theCFObjects().get<CFBytes>(bookmark, "reading a bookmark");
   if (!data) return std::nullopt;
   const std::string bytes(data->bytes.begin(), data->bytes.end());
-  return bytes.starts_with(kMark) ? std::optional(bytes.substr(kMark.size())) : std::nullopt;
+  return bytes.starts_with(kBookmarkMark) ? std::optional(bytes.substr(kBookmarkMark.size()))
+                                          : std::nullopt;
 }
 
 }  // namespace simulator

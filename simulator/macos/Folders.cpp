@@ -13,7 +13,7 @@ namespace {
 
 /// An FSRef stores a magic number and an index into the path table, so refs we did not create are
 /// recognised.
-constexpr UInt8 kMark[8] = {'F', 'S', 'R', 'e', 'f', 's', 'i', 'm'};
+constexpr UInt8 kRefMark[8] = {'F', 'S', 'R', 'e', 'f', 's', 'i', 'm'};
 
 struct Folders {
   std::mutex mutex;
@@ -49,17 +49,17 @@ FSRef refOfPath(const std::string& path) {
   const auto number = static_cast<std::uint64_t>(known - paths.begin());
   if (known == paths.end()) paths.push_back(path);
   FSRef ref = {};
-  std::memcpy(ref.hidden, kMark, sizeof kMark);
-  std::memcpy(ref.hidden + sizeof kMark, &number, sizeof number);
+  std::memcpy(ref.hidden, kRefMark, sizeof kRefMark);
+  std::memcpy(ref.hidden + sizeof kRefMark, &number, sizeof number);
   return ref;
 }
 
 std::optional<std::string> pathOfRef(const FSRef& ref) {
   std::uint64_t number = 0;
-  std::memcpy(&number, ref.hidden + sizeof kMark, sizeof number);
+  std::memcpy(&number, ref.hidden + sizeof kRefMark, sizeof number);
   const std::lock_guard lock(folders().mutex);
   const std::vector<std::string>& paths = folders().paths;
-  if (std::memcmp(ref.hidden, kMark, sizeof kMark) != 0 || number >= paths.size()) return {};
+  if (std::memcmp(ref.hidden, kRefMark, sizeof kRefMark) != 0 || number >= paths.size()) return {};
   return paths[number];
 }
 

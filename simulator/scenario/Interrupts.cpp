@@ -11,11 +11,11 @@ namespace {
 
 constexpr std::array kEnding = {SIGINT, SIGTERM, SIGHUP, SIGQUIT};
 
-volatile std::sig_atomic_t noted = 0;
+volatile std::sig_atomic_t notedSignal = 0;
 
 /// The alarm interrupts a system call that began after the signal came and before it could be seen.
 void note(int signal) {
-  noted = signal;
+  notedSignal = signal;
   alarm(1);
 }
 
@@ -46,12 +46,12 @@ void noteInterrupts() {
 }
 
 void throwIfInterrupted() {
-  if (noted != 0) throw Interrupted{static_cast<int>(noted)};
+  if (notedSignal != 0) throw Interrupted{static_cast<int>(notedSignal)};
 }
 
 void settleInterrupt() {
   alarm(0);
-  noted = 0;
+  notedSignal = 0;
 }
 
 void forgetInterrupts() {

@@ -17,9 +17,9 @@ namespace simulator {
 namespace {
 
 /// Reads the bytes of a source in order and notes where each token begins.
-class Cursor {
+class SourceCursor {
  public:
-  explicit Cursor(const ByteSource& source) : source_(source) { fill(); }
+  explicit SourceCursor(const ByteSource& source) : source_(source) { fill(); }
 
   bool atEnd() const { return used_ == size_; }
   char current() const { return buffer_[used_]; }
@@ -138,7 +138,7 @@ class CursorIterator {
   using pointer = const char*;
   using reference = char;
 
-  explicit CursorIterator(Cursor* cursor = nullptr) : cursor_(cursor) {}
+  explicit CursorIterator(SourceCursor* cursor = nullptr) : cursor_(cursor) {}
   char operator*() const { return cursor_->current(); }
   CursorIterator& operator++() {
     cursor_->advance();
@@ -149,7 +149,7 @@ class CursorIterator {
 
  private:
   bool isEnd() const { return cursor_ == nullptr || cursor_->atEnd(); }
-  Cursor* cursor_;
+  SourceCursor* cursor_;
 };
 
 /// The parser's message without the part of the document that it quotes.
@@ -200,7 +200,7 @@ bool isCutOff(const std::string& message) {
 /// What all readers of the parser's events share: the positions and the errors.
 class Events {
  public:
-  explicit Events(Cursor& cursor) : cursor_(cursor) {}
+  explicit Events(SourceCursor& cursor) : cursor_(cursor) {}
 
   template <class Error>
   bool parse_error(std::size_t, const std::string& token, const Error& error) {
@@ -221,13 +221,13 @@ class Events {
   }
 
  protected:
-  Cursor& cursor_;
+  SourceCursor& cursor_;
 };
 
 /// Builds the values of a document and passes the pieces on.
 class PieceBuilder : public Events {
  public:
-  PieceBuilder(Cursor& cursor, const JsonPieces& pieces) : Events(cursor), pieces_(pieces) {
+  PieceBuilder(SourceCursor& cursor, const JsonPieces& pieces) : Events(cursor), pieces_(pieces) {
     if (!pieces.quick) return;
     cursor.setSkipper([this](std::string_view text, Position position) {
       const std::size_t taken = pieces_.quick(text, index_, position);
@@ -389,7 +389,7 @@ class PieceBuilder : public Events {
 /// Follows a JSON pointer.
 class Finder : public Events {
  public:
-  Finder(Cursor& cursor, const std::string& pointer) : Events(cursor) {
+  Finder(SourceCursor& cursor, const std::string& pointer) : Events(cursor) {
     for (std::size_t at = 0; at < pointer.size();) {
       const std::size_t next = std::min(pointer.find('/', at + 1), pointer.size());
       wanted_.push_back(pointer.substr(at + 1, next - at - 1));
@@ -478,14 +478,14 @@ class Finder : public Events {
 };
 
 template <class Handler>
-bool parse(Cursor& cursor, Handler& handler) {
+bool parse(SourceCursor& cursor, Handler& handler) {
   return Json::sax_parse(CursorIterator(&cursor), CursorIterator(), &handler);
 }
 
 }  // namespace
 
 void readJson(const ByteSource& source, const JsonPieces& pieces) {
-  Cursor cursor(source);
+  SourceCursor cursor(source);
   if (cursor.atEnd()) throw JsonError(cursor.here(), "the document is empty");
   PieceBuilder builder(cursor, pieces);
   parse(cursor, builder);
@@ -495,7 +495,7 @@ void readJson(const ByteSource& source, const JsonPieces& pieces) {
 }
 
 JsonPlace placeOf(const ByteSource& source, const std::string& pointer) {
-  Cursor cursor(source);
+  SourceCursor cursor(source);
   Finder finder(cursor, pointer);
   parse(cursor, finder);
   return finder.found();
