@@ -335,6 +335,7 @@ class Failures : public testing::Test {
   }
 
   int count_ = 0;
+  Calls counts_;  ///< the same for each procedure
   int tolerated_ = 0;
   Names called_;
   Names deaf_;  ///< of those, the ones of which a failure lasted until another start-up
@@ -345,6 +346,7 @@ class Failures : public testing::Test {
     EXPECT_EQ(withoutTolerated(outcome.faults, run), expectedFaults(run)) << describe(run);
     if (!outcome.fired) return false;
     ++count_;
+    ++counts_[run.procedure];
     called_.insert(run.procedure);
     if (run.phase == Phase::kEnd || !outcome.isDeaf) return true;
     deaf_.insert(run.procedure);
@@ -436,6 +438,9 @@ TEST_F(Failures, OfMemoryAndFilesLeaveNothingBehind) {
   }
   EXPECT_EQ(deaf_, Names{"operator new"});
   EXPECT_EQ(called_, kLibraryCalls);
+  // The preferences and the shortcuts are each one file, of two reads.
+  const Calls ofFiles = {{"fclose", 4}, {"fopen", 4}, {"fread", 8}, {"fseek", 2}};
+  for (const auto& [call, count] : ofFiles) EXPECT_EQ(counts_[call], count) << call;
   // Compilers differ in how often they ask for memory.
   std::printf("%d failures\n", count_);
   EXPECT_GE(count_, 16);

@@ -97,3 +97,16 @@ extern "C" std::size_t fread(void* buffer, std::size_t size, std::size_t count, 
       theLibrarys<std::size_t(void*, std::size_t, std::size_t, std::FILE*)>("fread");
   return mustFail("fread") ? 0 : own(buffer, size, count, file);
 }
+
+extern "C" int fseek(std::FILE* file, long offset, int origin) {
+  static const auto own = theLibrarys<int(std::FILE*, long, int)>("fseek");
+  return mustFail("fseek") ? -1 : own(file, offset, origin);
+}
+
+/// A stream that cannot be closed is gone all the same.
+extern "C" int fclose(std::FILE* file) {
+  static const auto own = theLibrarys<int(std::FILE*)>("fclose");
+  const bool fails = mustFail("fclose");
+  const int result = own(file);
+  return fails ? EOF : result;
+}

@@ -1,5 +1,5 @@
 // Lets the plug-in's calls of the C and C++ libraries fail. A program that links this replaces
-// operator new, fopen and fread; calls that do not come from the plug-in pass.
+// operator new, fopen, fread, fseek and fclose; calls that do not come from the plug-in pass.
 #pragma once
 
 #include <cstdint>
@@ -20,7 +20,9 @@ struct LibraryFaults {
 /// The current order; none at the start. The plug-in makes these calls on the main thread alone.
 LibraryFaults& libraryFaults();
 
-/// The calls that can fail: operator new throws std::bad_alloc, fopen and fread return 0.
-inline const std::set<std::string> kLibraryCalls = {"fopen", "fread", "operator new"};
+/// The calls that can fail: operator new throws std::bad_alloc, fopen and fread return 0, fseek -1
+/// and fclose EOF.
+inline const std::set<std::string> kLibraryCalls = {"fclose", "fopen", "fread", "fseek",
+                                                    "operator new"};
 
 }  // namespace testing_support
