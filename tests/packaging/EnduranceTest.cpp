@@ -1,7 +1,6 @@
 // Very long runs of device motion through the bundle.
 #include <PIActionsPlugIn.h>
 #include <gtest/gtest.h>
-#include <malloc.h>
 
 #include <cstdint>
 #include <memory>
@@ -20,23 +19,19 @@
 #include "simulator/scenario/HostFiles.h"
 #include "simulator/scenario/Player.h"
 #include "tests/packaging/Callgrind.h"
+#include "tests/support/AllocatedBytes.h"
 #include "tests/support/DeviceRecords.h"
 
 namespace {
 
 using namespace simulator;
+using testing_support::allocatedBytes;
 using testing_support::axesRecord;
 using testing_support::countInPlay;
 using testing_support::Counts;
 
 constexpr int kSamples = 100'000'000;
 constexpr int kWarmUp = kSamples / 100;
-
-/// The bytes that are allocated and not freed, in all threads.
-std::size_t allocatedBytes() {
-  const struct mallinfo2 info = mallinfo2();
-  return info.uordblks + info.hblkhd;
-}
 
 /// The bundle in the simulated Mac, with a host that redraws at once and writes no log.
 class RunningBundle {

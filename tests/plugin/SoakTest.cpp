@@ -1,6 +1,5 @@
 // Long runs of device motion: from the framework's callback to the end of the dispatch.
 #include <gtest/gtest.h>
-#include <malloc.h>
 
 #include <cstdint>
 #include <random>
@@ -8,6 +7,7 @@
 #include "device/MrvDeviceEvents.h"
 #include "simulator/host/DocumentView.h"
 #include "simulator/moravin/Framework.h"
+#include "tests/support/AllocatedBytes.h"
 #include "tests/support/Build.h"
 #include "tests/support/Calls.h"
 #include "tests/support/DeviceRecords.h"
@@ -22,12 +22,6 @@ using namespace testing_support;
 // in its own way, so the allocated memory is not checked there.
 constexpr int kSamples = kSanitized ? 100'000 : kOptimized ? 10'000'000 : 1'000'000;
 constexpr int kWarmUp = kSamples / 10;
-
-/// The bytes that are allocated and not freed.
-std::size_t allocatedBytes() {
-  const struct mallinfo2 info = mallinfo2();
-  return info.uordblks + info.hblkhd;
-}
 
 /// Random pushes, pulls, pans and twists of every size, with occasional rest.
 class RandomMotion {
