@@ -128,6 +128,17 @@ std::string asReal(std::string digits) {
   return digits.find('e') == std::string::npos ? digits + ".0" : digits;
 }
 
+/// The fewest digits, but at least 15, that read back as the number; 17 always do.
+std::string digitsOf(double number) {
+  char digits[32];
+  for (const int precision : {15, 16}) {
+    std::snprintf(digits, sizeof digits, "%.*g", precision, number);
+    if (std::strtod(digits, nullptr) == number) return digits;
+  }
+  std::snprintf(digits, sizeof digits, "%.17g", number);
+  return digits;
+}
+
 }  // namespace
 
 std::string stringLiteral(std::string_view text) { return literal(text, false); }
@@ -178,12 +189,7 @@ std::string realLiteral(double number) {
     std::memcpy(&bits, &number, sizeof bits);
     return formatted("realOfBits(0x%016llX)", bits);
   }
-  char digits[32];
-  for (const int precision : {15, 16, 17}) {
-    std::snprintf(digits, sizeof digits, "%.*g", precision, number);
-    if (std::strtod(digits, nullptr) == number) break;
-  }
-  return asReal(digits);
+  return asReal(digitsOf(number));
 }
 
 std::string integerLiteral(std::int32_t number) {

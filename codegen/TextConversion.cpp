@@ -20,10 +20,10 @@ bool isHighSurrogate(UniChar unit) { return (unit & 0xFC00) == 0xD800; }
 bool isLowSurrogate(UniChar unit) { return (unit & 0xFC00) == 0xDC00; }
 
 /// UTF-8 cannot encode an unpaired surrogate; the platform refuses to convert text that has one.
+/// REQUIRES: `units` ends with a zero unit.
 void replaceUnpairedSurrogates(std::vector<UniChar>& units) {
   for (std::size_t i = 0; i < units.size(); ++i) {
-    const bool isPair =
-        isHighSurrogate(units[i]) && i + 1 < units.size() && isLowSurrogate(units[i + 1]);
+    const bool isPair = isHighSurrogate(units[i]) && isLowSurrogate(units[i + 1]);
     if (isPair) {
       ++i;
     } else if (isHighSurrogate(units[i]) || isLowSurrogate(units[i])) {

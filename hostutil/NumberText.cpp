@@ -162,7 +162,7 @@ int StringToDouble(unsigned char* text, double* value) {
   const int integerKind = StringToNumber(text, &integerValue);
   const int fractionKind = StringToNumber(fraction, &fractionValue);
   if (integerKind == 0 && fractionKind == 0) return 0;
-  const bool negative = integerKind == 2 || fractionKind == 2 || integerValue < 0;
+  const bool negative = integerKind == 2 || fractionKind == 2;
   const double part = fractionValue / powerOfTen(fraction[0]);
   *value = (negative ? -part : part) + integerValue;
   return negative ? 2 : 1;

@@ -115,6 +115,7 @@ TEST(ActionFileReader, ReadsTheSetItsActionsAndTheirSteps) {
   EXPECT_TRUE(step->withDialog);
   EXPECT_EQ(step->dialogOptions, 2);
   EXPECT_EQ(step->event.string(), "select");
+  EXPECT_EQ(step->event.code(), 0U);
   EXPECT_EQ(step->name, "Nam");
   EXPECT_EQ(step->mark, -1);
   EXPECT_EQ(step->descriptor.type.id.code(), fourCharCode("null"));

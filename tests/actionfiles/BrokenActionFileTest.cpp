@@ -126,6 +126,18 @@ void collectExpected(ByteSource&& source, std::set<std::string>& expected) {
   }
 }
 
+TEST(BrokenActionFile, MayGoOnAfterItsEndInAnotherPiece) {
+  const std::string bytes = fullFile();
+  Trickle whole(bytes);
+  EXPECT_NO_THROW(readAll(whole));
+  const std::string longer = bytes + "x";
+  Trickle source(longer);
+  EXPECT_THAT([&] { readAll(source); },
+              testing::ThrowsMessage<ActionFileError>(
+                  "FILE: at byte " + std::to_string(bytes.size()) +
+                  ": the end of the file is expected, found further bytes"));
+}
+
 /// Every place is cut off, with the length of the file known and not, and changed to the largest
 /// number.
 TEST(BrokenActionFile, NamesEachPartThatItLacks) {

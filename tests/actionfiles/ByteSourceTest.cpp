@@ -64,3 +64,16 @@ TEST(ByteSource, OfAPipeHasNoSize) {
   EXPECT_EQ(written(readAll(source)), bytes);
   pclose(pipe);
 }
+
+TEST(ByteSource, OfAStreamThatCannotBePositionedAtItsEndHasNoSize) {
+  cookie_io_functions_t functions = {};
+  functions.read = [](void*, char*, size_t) -> ssize_t { return 0; };
+  functions.seek = [](void*, off64_t* offset, int origin) {
+    if (origin == SEEK_END) return -1;
+    *offset = 0;
+    return 0;
+  };
+  const File stream(fopencookie(nullptr, "r", functions));
+  ASSERT_EQ(std::ftell(stream.get()), 0);
+  EXPECT_EQ(FileSource(stream.get(), "a stream").size(), std::nullopt);
+}

@@ -102,6 +102,7 @@ TEST(RealLiteral, ReadsBackAsTheSameNumber) {
   EXPECT_EQ(realLiteral(3), "3.0");
   EXPECT_EQ(realLiteral(-0.0), "-0.0");
   EXPECT_EQ(realLiteral(0.1), "0.1");
+  EXPECT_EQ(realLiteral(0.7 + 0.1), "0.7999999999999999");
   EXPECT_EQ(realLiteral(0.1 + 0.2), "0.30000000000000004");
   EXPECT_EQ(realLiteral(1e300), "1e+300");
   EXPECT_EQ(realLiteral(std::numeric_limits<double>::denorm_min()), "4.94065645841247e-324");

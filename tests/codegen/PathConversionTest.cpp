@@ -306,4 +306,11 @@ TEST_F(PathConversion, DoesNotReadAnAliasIfTheHandleSuiteIsMissing) {
                                 "entry: 0\n"));
 }
 
+TEST_F(PathConversion, ReturnsNulloptIfThePathOfAnAliasCannotBeConverted) {
+  const Alias alias(picture());
+  EXPECT_EQ(pathInAlias(alias.handle), picture());
+  simulator::theFaults().add({"Mac.CFStringGetCString", 0});
+  EXPECT_EQ(pathInAlias(alias.handle), std::nullopt);
+}
+
 }  // namespace

@@ -362,4 +362,33 @@ TEST_F(Ready, WritesAnIncompleteStepIfTheHostHasNoActionSuites) {
               HasSubstr("// Incomplete: the host has no action suites.\n"));
 }
 
+TEST_F(Ready, MarksAStepAsIncompleteIfTheHostHasNoTextForTheNameInAReference) {
+  const PIActionDescriptor desc = descriptor(R"([{"key": "null", "type": "obj ", "value": [
+      {"form": "name", "class": "Lyr ", "value": "n"}]}])");
+  constexpr int kSuitesBefore = 4;  // those of the actions
+  simulator::theFaults().add({"Basic.AcquireSuite", -1, kSuitesBefore, 100});
+  EXPECT_THAT(stepText(desc), HasSubstr("// Incomplete: a form of a reference (GetNameZString = "));
+}
+
+TEST_F(Ready, DeclaresAStringOfAnyLengthWhole) {
+  // The first is as long as the room that the host is given at first.
+  for (const std::size_t length : {1022u, 1023u, 1024u, 5000u}) {
+    const std::string name(length, 'x');
+    auto content = std::make_shared<simulator::Container>();
+    content->put(simulator::theHost().typeIds().idOf(name), {kTypeBoolean, true});
+    const std::string text = stepText(simulator::theHost().makeDescriptor(content));
+    EXPECT_THAT(text, Not(HasSubstr("Incomplete")));
+    const std::string declaration = text.substr(0, text.find(';'));
+    EXPECT_EQ(std::count(declaration.begin(), declaration.end(), 'x'),
+              static_cast<std::ptrdiff_t>(length + identifierPart(name).size()));
+  }
+}
+
+TEST_F(Ready, MarksAStepAsIncompleteIfTheHostDoesNotKnowItsOwnString) {
+  const PIActionDescriptor desc =
+      descriptor(R"([{"key": "$myKey", "type": "bool", "value": true}])");
+  simulator::theFaults().add({"ActionControl.StringIDToTypeID", -1});
+  EXPECT_THAT(stepText(desc), HasSubstr("// Incomplete: the host's string ID "));
+}
+
 }  // namespace

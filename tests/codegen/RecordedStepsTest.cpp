@@ -1,11 +1,14 @@
 #include <PIGeneral.h>
 
 #include <bit>
+#include <cstring>
 #include <limits>
 #include <new>
 
 #include "codegen/PathConversion.h"
 #include "codegen/RecordedSteps.h"
+#include "codegen/TextConversion.h"
+#include "simulator/base/Faults.h"
 #include "tests/codegen/GeneratorFixture.h"
 #include "tests/support/AlteredSuite.h"
 
@@ -116,6 +119,44 @@ TEST_F(RecordedFiles, AreFoundByTheirPaths) {
 TEST(RecordedNumbers, KeepTheBitsThatNoLiteralHas) {
   EXPECT_EQ(realOfBits(0x7FF0000000000000), std::numeric_limits<double>::infinity());
   EXPECT_EQ(std::bit_cast<std::uint64_t>(realOfBits(0xFFF8000000000123)), 0xFFF8000000000123);
+}
+
+TEST_F(RecordedFiles, AreMadeOfTheirBytes) {
+  const std::string bytes("a\0b\xFF", 4);
+  OwnedAlias alias;
+  ASSERT_EQ(aliasOfBytes(bytes.data(), bytes.size(), alias), 0);
+  EXPECT_EQ(std::string(*alias.get(), bytes.size()), bytes);
+  OwnedBookmark bookmark;
+  ASSERT_EQ(bookmarkOfBytes(bytes.data(), bytes.size(), bookmark), 0);
+  ASSERT_EQ(CFDataGetLength(bookmark.get()), 4);
+  EXPECT_EQ(std::memcmp(CFDataGetBytePtr(bookmark.get()), bytes.data(), bytes.size()), 0);
+}
+
+TEST_F(RecordedFiles, AreRefusedIfThereIsNoMemoryForTheirBytes) {
+  simulator::theFaults().add({"Mac.PtrToHand", memFullErr});
+  OwnedAlias alias;
+  EXPECT_EQ(aliasOfBytes("x", 1, alias), memFullErr);
+  EXPECT_FALSE(alias);
+  simulator::theFaults().add({"Mac.CFDataCreate", -1});
+  OwnedBookmark bookmark;
+  EXPECT_EQ(bookmarkOfBytes("x", 1, bookmark), memFullErr);
+  EXPECT_FALSE(bookmark);
+}
+
+class RecordedTexts : public GeneratorFixture {};
+
+TEST_F(RecordedTexts, HaveEveryUnit) {
+  const std::u16string units(u"a\0\xD800z", 4);
+  OwnedText text;
+  ASSERT_EQ(textOfUnits(units.data(), units.size(), text), 0);
+  EXPECT_EQ(textToUnits(text.get()), units);
+}
+
+TEST_F(RecordedTexts, AreRefusedWithTheHostsError) {
+  simulator::theFaults().add({"ASZStringSuite.MakeFromUnicode", -5});
+  OwnedText text;
+  EXPECT_EQ(textOfUnits(u"x", 1, text), -5);
+  EXPECT_FALSE(text);
 }
 
 }  // namespace

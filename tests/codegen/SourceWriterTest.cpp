@@ -69,6 +69,9 @@ TEST(SourceWriter, LeavesUTF8UnchangedAndEscapesInvalidBytes) {
   EXPECT_EQ(written(StringLiteral{"\x8E"}), R"("\216")") << "a continuation alone";
   EXPECT_EQ(written(StringLiteral{"\xC3"}), R"("\303")") << "cut off";
   EXPECT_EQ(written(StringLiteral{"\xE2\x82"}), R"("\342\202")");
+  EXPECT_EQ(written(StringLiteral{"\xF0\x90\x80"
+                                  "A"}),
+            R"("\360\220\200A")");
   EXPECT_EQ(written(StringLiteral{"\xC0\x80"}), R"("\300\200")") << "too long a form";
   EXPECT_EQ(written(StringLiteral{"\xE0\x80\x80"}), R"("\340\200\200")");
   EXPECT_EQ(written(StringLiteral{"\xED\xA0\x80"}), R"("\355\240\200")") << "a surrogate";

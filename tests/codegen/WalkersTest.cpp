@@ -450,4 +450,11 @@ TEST_F(Walkers, QuoteCodesWithoutAName) {
             put("PutClass(desc<1>, 'zzzz', 'zzzz');"));
 }
 
+TEST_F(Walkers, WriteNothingIfTheHostHasNoActionSuites) {
+  const PIActionDescriptor empty = descriptor("[]");
+  simulator::theFaults().add({"Basic.AcquireSuite", -1, 0, 100});
+  EXPECT_EQ(walked(empty), "");
+  EXPECT_EQ(simulator::theFaults().fired(), 1U);
+}
+
 }  // namespace

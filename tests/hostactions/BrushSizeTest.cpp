@@ -425,6 +425,18 @@ TEST_F(BrushSize, UsesTheUSKeysForAnOverlongLayoutIdentifier) {
   EXPECT_EQ(typed(), std::vector{kUSLarger});
 }
 
+TEST_F(BrushSize, UsesTheUSKeysIfThePlatformDoesNotNameTheLayout) {
+  keyboardLayout() = "com.apple.keylayout.French";
+  for (const char* call : {"Mac.TISCopyCurrentKeyboardInputSource", "Mac.TISGetInputSourceProperty",
+                           "Mac.CFStringGetCString"}) {
+    theFaults().add({call, -1});
+    InitBrushSize(nullptr);
+    EXPECT_EQ(theFaults().lastFired(), call);
+    AdjustBrushSize(501);
+    EXPECT_EQ(typed(), std::vector{kUSLarger}) << call;
+  }
+}
+
 TEST_F(BrushSize, IgnoresTheLanguage) {
   char german[] = "de";
   InitBrushSize(german);

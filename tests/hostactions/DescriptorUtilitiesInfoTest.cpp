@@ -180,6 +180,17 @@ TEST_F(DescriptorUtilitiesActionName, GivesTheHostsErrorForNoSuchActionAndWrites
   EXPECT_EQ(length_, 31U);
 }
 
+TEST_F(DescriptorUtilitiesActionName, StaysUnwrittenIfTheAnswerHasNone) {
+  AlteredSuite descriptors(sPSActionDescriptor);
+  descriptors->HasKey = [](PIActionDescriptor, DescriptorKeyID, Boolean* has) -> OSErr {
+    *has = false;
+    return 0;
+  };
+  EXPECT_EQ(PIUActionsGetName(std::uint32_t{1}, 1, text_, &length_), 0);
+  EXPECT_STREQ(text_, "untouched");
+  EXPECT_EQ(length_, 31U);
+}
+
 TEST_F(DescriptorUtilitiesActionName, GivesTheParameterErrorIfNoRoomCanHoldItsLength) {
   {
     AlteredSuite descriptors(sPSActionDescriptor);

@@ -29,3 +29,15 @@ TEST(PreferencesFolder, IsEmptyIfThereIsNone) {
   copyPreferencesFolderPath(path, sizeof path);
   EXPECT_EQ(path[0], '\0');
 }
+
+TEST(PreferencesFolder, IsEmptyIfThePlatformRefusesAnyStepToItsPath) {
+  const Machine machine;
+  for (const char* call :
+       {"Mac.CFURLCreateFromFSRef", "Mac.CFURLCopyFileSystemPath", "Mac.CFStringGetCString"}) {
+    simulator::theFaults().add({call, -1});
+    char path[1024] = "x";
+    copyPreferencesFolderPath(path, sizeof path);
+    EXPECT_EQ(path[0], '\0') << call;
+    EXPECT_EQ(simulator::theFaults().lastFired(), call);
+  }
+}
