@@ -38,9 +38,27 @@ function(mrv_compile_options target)
   endif()
 endfunction()
 
+# mrv_count_branches(TARGET): with MRV_BRANCHES, counts the branches that run in the target, with those
+# of the headers that it compiles. The counters can lie in a file, for processes that are killed.
+function(mrv_count_branches target)
+  if(MRV_BRANCHES)
+    target_compile_options(${target} PRIVATE -fprofile-instr-generate -fcoverage-mapping
+                           -fprofile-update=atomic "SHELL:-mllvm -runtime-counter-relocation")
+    # A shared library brings what counts with it.
+    get_target_property(type ${target} TYPE)
+    if(type STREQUAL "STATIC_LIBRARY")
+      target_link_options(${target} PUBLIC -fprofile-instr-generate)
+    else()
+      target_link_options(${target} PRIVATE -fprofile-instr-generate)
+    endif()
+  endif()
+endfunction()
+
 # mrv_count_lines(TARGET): with MRV_COVERAGE, counts the lines of the system's folders that run in the
-# target: those of its own sources, and those of the headers that it compiles.
+# target: those of its own sources, and those of the headers that it compiles. With MRV_BRANCHES,
+# counts branches instead.
 function(mrv_count_lines target)
+  mrv_count_branches(${target})
   if(NOT MRV_COVERAGE)
     return()
   endif()
@@ -69,10 +87,6 @@ function(mrv_library folder)
   set_target_properties(${library} PROPERTIES CXX_VISIBILITY_PRESET hidden
                                               VISIBILITY_INLINES_HIDDEN ON UNITY_BUILD OFF)
   mrv_count_lines(${library})
-  if(MRV_BRANCHES)
-    target_compile_options(${library} PRIVATE -fprofile-instr-generate -fcoverage-mapping)
-    target_link_options(${library} PUBLIC -fprofile-instr-generate)
-  endif()
   # The headers ask for less than the sources. What is built together is compiled alike.
   target_compile_features(${library} INTERFACE "$<BUILD_INTERFACE:cxx_std_20>" cxx_std_17)
   target_include_directories(${library} PUBLIC "$<BUILD_INTERFACE:${MRV_ROOT}>"

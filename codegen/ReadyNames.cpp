@@ -16,6 +16,7 @@ namespace {
 /// The host's whole string for a run-time identifier, of any length; empty if it has none.
 std::string hostString(std::uint32_t id) {
   constexpr std::size_t kLongest = std::size_t{1} << 30;
+  // Branch never false: only a host that fills a gigabyte with one name ends the loop.
   for (std::size_t size = kNameSize; size <= kLongest; size *= 4) {
     std::string text(size, '\0');
     const auto room = static_cast<uint32>(size);

@@ -45,6 +45,7 @@ void act(Navigate2D& navigator, const Motion& motion) {
   const Act dominant = dominantAct(motion);
   // Only consecutive twists accumulate; any other sample ends the brush gesture.
   if (dominant != Act::kBrush) ResetBrushSizeAccumulator();
+  // Branch never true: an act is one of the three, so there is no default.
   switch (dominant) {
     case Act::kBrush:
       AdjustBrushSize(motion.rz);

@@ -15,6 +15,7 @@ constexpr char kMaximumMagnification[] = "@ 1600";
 constexpr char kWindowTitle[] = "";
 
 bool isAtMaximum(int direction) {
+  // Branch never true: the title is empty.
   return direction > 0 && std::strstr(kWindowTitle, kMaximumMagnification) != nullptr;
 }
 
@@ -33,6 +34,7 @@ void Navigate2D::SimulateScrollWheelZoom(int delta) {
   const int direction = zoomAccumulator > 0 ? 1 : -1;
   // The excess over the threshold is not carried over.
   zoomAccumulator = 0;
+  // Branch never true: the title is empty.
   if (isAtMaximum(direction)) return;
   postTick(kVerticalWheel, direction, m_zoomWithScrollWheel ? 0 : optionKey);
 }
