@@ -13,13 +13,6 @@
 #include "simulator/scenario/CrashReport.h"
 #include "tests/support/Process.h"
 
-namespace crash_report_test {
-
-// A function that is found again by its name.
-[[gnu::noinline]] void abortHere() { std::abort(); }
-
-}  // namespace crash_report_test
-
 namespace {
 
 using namespace simulator;
@@ -53,17 +46,21 @@ struct Child {
   int status = -1;
 };
 
+/// Ends the process in the module's function crash_report_test::abortHere().
+void abortInModule() {
+  void* const module = dlopen(ABORTS, RTLD_NOW);
+  reinterpret_cast<void (*)()>(dlsym(module, "callAbortHere"))();
+}
+
 TEST(CrashReport, RecordsTheSignalAndTheFunctionAndLetsTheSignalEndTheProcess) {
-  const std::string module =
-      linkerInfo(reinterpret_cast<void*>(&crash_report_test::abortHere)).dli_fname;
-  const Child child([&] {
-    watchModule(module);
-    crash_report_test::abortHere();
+  const Child child([] {
+    watchModule(ABORTS);
+    abortInModule();
   });
   ASSERT_TRUE(WIFSIGNALED(child.status));
   EXPECT_EQ(WTERMSIG(child.status), SIGABRT);
   EXPECT_EQ(child.record->signal, SIGABRT);
-  EXPECT_EQ(functionAt("/proc/self/exe", child.record->offset), "crash_report_test::abortHere()");
+  EXPECT_EQ(functionAt(ABORTS, child.record->offset), "crash_report_test::abortHere()");
 }
 
 TEST(CrashReport, RecordsEverySignalOfAFault) {
@@ -78,7 +75,7 @@ TEST(CrashReport, RecordsEverySignalOfAFault) {
 TEST(CrashReport, RecordsNoPlaceOutsideTheWatchedModule) {
   const Child child([] {
     watchModule("/no/such/module.so");
-    crash_report_test::abortHere();
+    abortInModule();
   });
   EXPECT_EQ(child.record->signal, SIGABRT);
   EXPECT_EQ(child.record->offset, 0U);
