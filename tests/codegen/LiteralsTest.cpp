@@ -88,6 +88,7 @@ TEST(UnitsLiteral, SeparatesNothingButHexDigitsFromAnEscape) {
 TEST(CommentText, EndsNoCommentAndContinuesNone) {
   EXPECT_EQ(commentText("a\nb \\"), R"(a\nb \\)");
   EXPECT_EQ(commentText("?\?/"), R"(?\?/)");
+  EXPECT_EQ(commentText("\u00E9\u202E"), "\u00E9\\342\\200\\256");
 }
 
 TEST(CodeComment, IsHarmlessInACommentOfEitherKind) {

@@ -44,6 +44,16 @@ TEST(SourceWriter, IndentsByFiveSpacesPerLevelAndNotBelowLevelOne) {
   }
 }
 
+TEST(SourceWriter, IndentsAnyLevelWhole) {
+  for (const int level : {8, 9, 16, 17, 1000}) {
+    tabLevel = static_cast<std::int16_t>(level);
+    MemoryStream stream;
+    SourceWriter(stream.file()).indentedLine("x");
+    EXPECT_EQ(stream.text(), std::string(static_cast<std::size_t>(level) * 5, ' ') + "x\n")
+        << level;
+  }
+}
+
 TEST(SourceWriter, WritesAnEmptyLineAfterAnErrorCheck) {
   tabLevel = 1;
   MemoryStream stream;

@@ -429,6 +429,20 @@ TEST_F(Walkers, ReportTextOfImpossibleLengthAndContinueWithTheNextItem) {
                 put("PutInteger(desc<1>, keyWidth, 2);"));
 }
 
+TEST_F(Walkers, AskNothingAboutTextThatTheHostDoesNotGive) {
+  const auto desc = descriptor(R"([{"key": "Nm  ", "type": "TEXT", "value": "x"},
+                                   {"key": "Wdth", "type": "long", "value": 2}])");
+  testing_support::AlteredSuite strings(sASZString);
+  strings->LengthAsUnicodeCString = [](ASZString) {
+    ADD_FAILURE() << "asked for the length of a text";
+    return ASUInt32{0};
+  };
+  simulator::theFaults().add({"ActionDescriptor.GetZString", -1731, 0, 1});
+  EXPECT_EQ(bodyText(numbered(walked(desc)), kDescriptorHead),
+            "     ERROR DumpInfoFromDescriptor type: 'TEXT', key: keyName, entry: 0\n" +
+                put("PutInteger(desc<1>, keyWidth, 2);"));
+}
+
 TEST_F(Walkers, ReportTextAsFailedIfTheStringSuiteIsMissing) {
   const auto desc = descriptor(R"([{"key": "Nm  ", "type": "TEXT", "value": "x"},
                                    {"key": "Wdth", "type": "long", "value": 2}])");
