@@ -31,6 +31,10 @@ int thrownSignal() {
 
 class Interrupts : public testing::Test {
  protected:
+  // Whoever started the tests may have ignored them, and then they stay ignored.
+  Interrupts() {
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGQUIT}) std::signal(signal, SIG_DFL);
+  }
   ~Interrupts() override {
     settleInterrupt();
     forgetInterrupts();
