@@ -37,9 +37,13 @@ TEST(TextDecoding, EncodesCharactersOfEveryLength) {
 }
 
 TEST(TextDecoding, KeepsTheUnitsIfASurrogateHasNoPartner) {
-  const std::u16string_view broken[] = {
-      {u"\xD800", 1}, {u"\xDC00", 1}, {u"\xDC00\xD800", 2}, {u"\xD800\xD800\xDC00", 3}};
-  const char* const utf8[] = {"\uFFFD", "\uFFFD", "\uFFFD\uFFFD", "\uFFFD\U00010000"};
+  const std::u16string_view broken[] = {{u"\xD800", 1},
+                                        {u"\xDC00", 1},
+                                        {u"\xDC00\xD800", 2},
+                                        {u"\xD800\xD800\xDC00", 3},
+                                        {u"\xDC00\xDC00", 2}};
+  const char* const utf8[] = {"\uFFFD", "\uFFFD", "\uFFFD\uFFFD", "\uFFFD\U00010000",
+                              "\uFFFD\uFFFD"};
   for (std::size_t i = 0; i < std::size(broken); ++i) {
     EXPECT_EQ(textOf(broken[i]).utf8, utf8[i]) << i;
     ASSERT_NE(textOf(broken[i]).units, nullptr) << i;
