@@ -31,8 +31,7 @@ std::string Faults::lastFired() {
   return lastFired_;
 }
 
-std::optional<std::int32_t> Faults::strike(std::string_view procedure) {
-  if (!armed_.load(std::memory_order_relaxed)) return std::nullopt;
+std::optional<std::int32_t> Faults::strikeArmed(std::string_view procedure) {
   const std::lock_guard lock(mutex_);
   auto count = calls_.find(procedure);
   if (count == calls_.end()) count = calls_.emplace(procedure, 0).first;

@@ -36,7 +36,9 @@ class Faults {
 
   /// Counts a call of `procedure`. Returns the error that the call must return, nullopt if the call
   /// may proceed.
-  std::optional<std::int32_t> strike(std::string_view procedure);
+  std::optional<std::int32_t> strike(std::string_view procedure) {
+    return armed_.load(std::memory_order_relaxed) ? strikeArmed(procedure) : std::nullopt;
+  }
 
   /// How often each procedure was called since the last `clear`, counted while there are orders.
   std::map<std::string, std::uint64_t> calls();
@@ -48,6 +50,8 @@ class Faults {
   std::string lastFired();
 
  private:
+  std::optional<std::int32_t> strikeArmed(std::string_view procedure);
+
   std::mutex mutex_;
   std::vector<FaultRule> rules_;
   std::string lastFired_;

@@ -2,7 +2,7 @@
 #pragma once
 
 #include <cstdint>
-#include <deque>
+#include <memory>
 #include <utility>
 #include <vector>
 
@@ -15,11 +15,11 @@ template <class T>
 class HandleTable {
  public:
   const void* insert(T value) {
-    const std::size_t index = takeSlot();
-    slots_[index].value = std::move(value);
-    slots_[index].live = true;
+    Slot& slot = takeSlot();
+    slot.value = std::move(value);
+    slot.live = true;
     ++live_;
-    return handleOf(index);
+    return handleOf(slot);
   }
 
   /// The value; null if the handle is stale or was never issued. The pointer stays valid until the
@@ -37,7 +37,7 @@ class HandleTable {
     slot->live = false;
     ++slot->generation;
     --live_;
-    free_.push_back(static_cast<std::size_t>(slot->index));
+    free_.push_back(slot);
   }
 
   /// The number of values that are not erased.
@@ -46,8 +46,8 @@ class HandleTable {
   /// Calls `visit` with each value, in slot order.
   template <class Visit>
   void forEach(Visit visit) {
-    for (Slot& slot : slots_) {
-      if (slot.live) visit(slot.value);
+    for (const auto& slot : slots_) {
+      if (slot->live) visit(slot->value);
     }
   }
 
@@ -64,32 +64,33 @@ class HandleTable {
   static constexpr int kIndexBits = 24;
   static constexpr int kAlignBits = 4;
 
-  std::size_t takeSlot() {
+  Slot& takeSlot() {
     if (!free_.empty()) {
-      const std::size_t index = free_.back();
+      Slot& slot = *free_.back();
       free_.pop_back();
-      return index;
+      return slot;
     }
-    slots_.emplace_back();
-    slots_.back().index = slots_.size() - 1;
-    return slots_.size() - 1;
+    slots_.push_back(std::make_unique<Slot>());
+    slots_.back()->index = slots_.size() - 1;
+    return *slots_.back();
   }
 
-  const void* handleOf(std::size_t index) const {
-    const std::uint64_t generation = slots_[index].generation;
+  static const void* handleOf(const Slot& slot) {
+    const std::uint64_t generation = slot.generation;
     return reinterpret_cast<const void*>((generation << (kIndexBits + kAlignBits)) |
-                                         (index << kAlignBits));
+                                         (slot.index << kAlignBits));
   }
 
   Slot* slotOf(const void* handle) {
     const auto bits = reinterpret_cast<std::uint64_t>(handle);
     const std::size_t index = (bits >> kAlignBits) & ((std::uint64_t{1} << kIndexBits) - 1);
-    if (index >= slots_.size() || !slots_[index].live || handleOf(index) != handle) return nullptr;
-    return &slots_[index];
+    if (index >= slots_.size()) return nullptr;
+    Slot& slot = *slots_[index];
+    return slot.live && handleOf(slot) == handle ? &slot : nullptr;
   }
 
-  std::deque<Slot> slots_;
-  std::vector<std::size_t> free_;
+  std::vector<std::unique_ptr<Slot>> slots_;
+  std::vector<Slot*> free_;
   std::size_t live_ = 0;
 };
 

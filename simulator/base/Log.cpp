@@ -27,12 +27,11 @@ thread_local bool inPrelude = false;
 
 }  // namespace
 
-LogLine::LogLine(std::string_view what, std::string_view text)
-    : what_(what), text_(text), fields_(text) {
+bool LogLine::beginsWith(std::string_view member) const {
   constexpr std::string_view kWhat = R"("what":")";
   constexpr std::string_view kEnd = R"(",)";
-  const std::size_t start = text.find(kWhat) + kWhat.size() + what.size() + kEnd.size();
-  fields_.remove_prefix(std::min(start, text.size()));
+  const std::size_t start = text_.find(kWhat) + kWhat.size() + what_.size() + kEnd.size();
+  return start < text_.size() && text_.substr(start).starts_with(member);
 }
 
 std::uint64_t LogLine::numberAfter(std::string_view start) const {
@@ -41,6 +40,22 @@ std::uint64_t LogLine::numberAfter(std::string_view start) const {
   std::uint64_t number = 0;
   std::from_chars(text_.data() + found + start.size(), text_.data() + text_.size(), number);
   return number;
+}
+
+std::size_t LogLine::numbersAfter(std::string_view start, std::span<double> numbers) const {
+  const std::size_t found = text_.find(start);
+  if (found == text_.npos) return 0;
+  const char* next = text_.data() + found + start.size();
+  const char* const end = text_.data() + text_.size();
+  std::size_t count = 0;
+  for (double& number : numbers) {
+    if (count > 0 && (next == end || *next++ != ',')) break;
+    const auto [stop, error] = std::from_chars(next, end, number);
+    if (error != std::errc()) break;
+    next = stop;
+    ++count;
+  }
+  return count;
 }
 
 void LogLine::appendTo(std::string& text) const {
@@ -81,9 +96,9 @@ void Log::write(std::string_view what, std::initializer_list<LogField> fields) {
   text_ += ",\"what\":";
   appendJson(text_, what);
   for (const LogField& field : fields) {
-    text_ += ',';
-    appendJson(text_, field.name);
-    text_ += ':';
+    text_ += ",\"";
+    text_ += field.name;
+    text_ += "\":";
     field.value.appendTo(text_);
   }
   text_ += '}';

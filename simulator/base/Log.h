@@ -6,6 +6,7 @@
 #include <functional>
 #include <initializer_list>
 #include <mutex>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -13,7 +14,7 @@
 
 namespace simulator {
 
-/// A member of a line, after `t` and `what`.
+/// A member of a line, after `t` and `what`. The name needs no escapes in JSON.
 struct LogField {
   std::string_view name;
   JsonValue value;
@@ -22,7 +23,7 @@ struct LogField {
 /// A line on its way to the sink, which must not keep it.
 class LogLine {
  public:
-  LogLine(std::string_view what, std::string_view text);
+  LogLine(std::string_view what, std::string_view text) : what_(what), text_(text) {}
   LogLine(std::string_view what, const Json& object) : what_(what), object_(&object) {}
 
   std::string_view what() const { return what_; }
@@ -32,10 +33,14 @@ class LogLine {
   bool has(std::string_view member) const { return text_.find(member) != text_.npos; }
 
   /// Whether the first member after `what` is this one.
-  bool beginsWith(std::string_view member) const { return fields_.starts_with(member); }
+  bool beginsWith(std::string_view member) const;
 
   /// The whole number that stands after `start` in such a line; 0 if `start` is not there.
   std::uint64_t numberAfter(std::string_view start) const;
+
+  /// Reads the numbers that stand after `start` in such a line, with commas between them, into
+  /// `numbers`. Returns how many there are, at most as many as fit.
+  std::size_t numbersAfter(std::string_view start, std::span<double> numbers) const;
 
   /// Appends the line as JSON text, without an end of line.
   void appendTo(std::string& text) const;
@@ -46,7 +51,6 @@ class LogLine {
  private:
   std::string_view what_;
   std::string_view text_;
-  std::string_view fields_;       ///< the end of the text, from the first member after `what`
   const Json* object_ = nullptr;  ///< null: the line is in `text_`
 };
 

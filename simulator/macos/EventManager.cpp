@@ -14,6 +14,8 @@ namespace {
 constexpr OSStatus kEventInternalErr = -9868;
 constexpr OSStatus kCoercionFailed = -1700;
 
+constexpr std::size_t kUsualParameters = 8;
+
 bool isSame(const EventTypeSpec& a, const EventTypeSpec& b) {
   return a.eventClass == b.eventClass && a.eventKind == b.eventKind;
 }
@@ -26,6 +28,34 @@ Json typesAsJson(std::span<const EventTypeSpec> types) {
   return list;
 }
 
+/// What the log says about an event that is posted.
+struct PostedText {
+  std::string eventClass;
+  UInt32 kind = 0;
+  JsonText parameters;
+};
+
+JsonText textOf(const std::vector<EventParameter>& parameters) {
+  constexpr std::size_t kUsualSize = 32;  // of a parameter's text
+  JsonText list{"["};
+  list.text.reserve(parameters.size() * kUsualSize);
+  for (const EventParameter& parameter : parameters) {
+    list.text += list.text.size() == 1 ? "[" : ",[";
+    appendId(list.text, parameter.name);
+    list.text += ',';
+    appendId(list.text, parameter.type);
+    list.text += ',';
+    appendValue(list.text, parameter);
+    list.text += ']';
+  }
+  list.text += ']';
+  return list;
+}
+
+PostedText textOf(const EventContent& event) {
+  return {idText(event.eventClass), event.kind, textOf(event.parameters)};
+}
+
 }  // namespace
 
 EventManager::EventManager() : application_([](EventRef) {}) {}
@@ -35,8 +65,10 @@ EventRef EventManager::create(OSType eventClass, UInt32 kind, EventTime when) {
     --failingCreations_;
     return nullptr;
   }
+  Event event = {{eventClass, kind, when, {}}};
+  event.parameters.reserve(kUsualParameters);
   const std::lock_guard lock(mutex_);
-  const void* handle = events_.insert({{eventClass, kind, when, {}}});
+  const void* handle = events_.insert(std::move(event));
   return static_cast<EventRef>(const_cast<void*>(handle));
 }
 
@@ -97,10 +129,14 @@ OSStatus EventManager::getParameter(EventRef ref, EventParamName name, EventPara
   const auto known = std::find_if(parameters.begin(), parameters.end(),
                                   [&](const EventParameter& p) { return p.name == name; });
   if (known == parameters.end()) return eventParameterNotFoundErr;
-  const auto parameter = converted(*known, wanted);
-  if (!parameter) return kCoercionFailed;
-  const auto bytes = parameter->bytes.view();
-  if (type != nullptr) *type = parameter->type;
+  std::optional<EventParameter> other;
+  if (!isOfType(*known, wanted)) {
+    other = converted(*known, wanted);
+    if (!other) return kCoercionFailed;
+  }
+  const EventParameter& parameter = other ? *other : *known;
+  const auto bytes = parameter.bytes.view();
+  if (type != nullptr) *type = parameter.type;
   if (size != nullptr) *size = bytes.size();
   std::copy_n(bytes.begin(), std::min(bytes.size(), buffer.size()), buffer.begin());
   return noErr;
@@ -111,7 +147,7 @@ EventQueueRef EventManager::mainQueue() { return reinterpret_cast<EventQueueRef>
 OSStatus EventManager::post(EventQueueRef queue, EventRef ref, EventPriority priority) {
   const bool known =
       queue == mainQueue() && kEventPriorityLow <= priority && priority <= kEventPriorityHigh;
-  Event posted;
+  PostedText posted;
   {
     const std::lock_guard lock(mutex_);
     Event* event = find(ref, "PostEventToQueue");
@@ -120,9 +156,15 @@ OSStatus EventManager::post(EventQueueRef queue, EventRef ref, EventPriority pri
     event->queued = true;
     event->posted = true;
     ++event->references;
-    if (theLog().enabled()) posted = *event;
+    if (theLog().enabled()) posted = textOf(*event);
   }
-  logPosted(posted, priority);
+  // Without the lock: what writes the log may call the event manager.
+  if (theLog().enabled()) {
+    theLog().write("posted", {{"class", posted.eventClass},
+                              {"kind", posted.kind},
+                              {"priority", priority},
+                              {"parameters", posted.parameters}});
+  }
   const std::lock_guard lock(mutex_);
   queue_[static_cast<std::size_t>(priority)].push_back(ref);
   return noErr;
@@ -140,7 +182,7 @@ OSStatus EventManager::install(EventTargetRef target, EventHandlerUPP handler,
     if (isInstalledForAny(handler, types)) return eventHandlerAlreadyInstalledErr;
     // Numbers are never reused, so the reference of a removed handler stays invalid.
     const auto made = reinterpret_cast<EventHandlerRef>(++lastHandler_);
-    handlers_.push_back({made, handler, {types.begin(), types.end()}, userData});
+    handlers_.push_back({{made, handler, userData}, {types.begin(), types.end()}});
     if (ref != nullptr) *ref = made;
   }
   if (theLog().enabled()) {
@@ -150,11 +192,11 @@ OSStatus EventManager::install(EventTargetRef target, EventHandlerUPP handler,
 }
 
 OSStatus EventManager::remove(EventHandlerRef ref) {
-  Handler removed;
+  InstalledHandler removed;
   {
     const std::lock_guard lock(mutex_);
     const auto known = std::find_if(handlers_.begin(), handlers_.end(),
-                                    [&](const Handler& h) { return h.ref == ref; });
+                                    [&](const InstalledHandler& h) { return h.ref == ref; });
     if (known == handlers_.end()) return kEventInternalErr;
     removed = std::move(*known);
     handlers_.erase(known);
@@ -245,7 +287,7 @@ EventManager::Event* EventManager::find(EventRef ref, const char* procedure) {
 }
 
 std::vector<EventManager::Handler> EventManager::handlersFor(OSType eventClass, UInt32 kind) {
-  const auto listens = [&](const Handler& handler) {
+  const auto listens = [&](const InstalledHandler& handler) {
     return std::any_of(handler.types.begin(), handler.types.end(),
                        [&](const EventTypeSpec& type) { return isSame(type, {eventClass, kind}); });
   };
@@ -258,12 +300,12 @@ std::vector<EventManager::Handler> EventManager::handlersFor(OSType eventClass, 
 bool EventManager::isInstalled(EventHandlerRef ref) {
   const std::lock_guard lock(mutex_);
   return std::any_of(handlers_.begin(), handlers_.end(),
-                     [&](const Handler& handler) { return handler.ref == ref; });
+                     [&](const InstalledHandler& handler) { return handler.ref == ref; });
 }
 
 bool EventManager::isInstalledForAny(EventHandlerUPP function,
                                      std::span<const EventTypeSpec> types) const {
-  return std::any_of(handlers_.begin(), handlers_.end(), [&](const Handler& handler) {
+  return std::any_of(handlers_.begin(), handlers_.end(), [&](const InstalledHandler& handler) {
     return handler.function == function &&
            std::find_first_of(types.begin(), types.end(), handler.types.begin(),
                               handler.types.end(), isSame) != types.end();
@@ -279,31 +321,6 @@ EventRef EventManager::takeNext() {
   waiting->pop_front();
   events_.find(event)->queued = false;
   return event;
-}
-
-JsonText EventManager::parametersText(const Event& event) {
-  constexpr std::size_t kUsualSize = 32;  // of a parameter's text
-  JsonText list{"["};
-  list.text.reserve(event.parameters.size() * kUsualSize);
-  for (const EventParameter& parameter : event.parameters) {
-    list.text += list.text.size() == 1 ? "[" : ",[";
-    appendId(list.text, parameter.name);
-    list.text += ',';
-    appendId(list.text, parameter.type);
-    list.text += ',';
-    appendValue(list.text, parameter);
-    list.text += ']';
-  }
-  list.text += ']';
-  return list;
-}
-
-void EventManager::logPosted(const Event& event, EventPriority priority) {
-  if (!theLog().enabled()) return;
-  theLog().write("posted", {{"class", idText(event.eventClass)},
-                            {"kind", event.kind},
-                            {"priority", priority},
-                            {"parameters", parametersText(event)}});
 }
 
 EventManager& theEventManager() {

@@ -109,8 +109,10 @@ class EventManager {
   struct Handler {
     EventHandlerRef ref = nullptr;
     EventHandlerUPP function = nullptr;
-    std::vector<EventTypeSpec> types;
     void* userData = nullptr;
+  };
+  struct InstalledHandler : Handler {
+    std::vector<EventTypeSpec> types;
   };
   /// One event on its way through the handlers. Handlers removed in the meantime are skipped.
   struct Call {
@@ -126,13 +128,11 @@ class EventManager {
   bool isInstalled(EventHandlerRef ref);
   bool isInstalledForAny(EventHandlerUPP function, std::span<const EventTypeSpec> types) const;
   EventRef takeNext();
-  static JsonText parametersText(const Event& event);
-  void logPosted(const Event& event, EventPriority priority);
 
   std::mutex mutex_;
   HandleTable<Event> events_;
   std::array<std::deque<EventRef>, 3> queue_;  ///< indexed by priority
-  std::vector<Handler> handlers_;              ///< in order of installation
+  std::vector<InstalledHandler> handlers_;     ///< in order of installation
   std::uintptr_t lastHandler_ = 0;
   HandleTable<Call> calls_;  ///< the running dispatches; main thread only
   std::function<void(EventRef)> application_;

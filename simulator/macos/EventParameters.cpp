@@ -1,6 +1,5 @@
 #include "simulator/macos/EventParameters.h"
 
-#include <algorithm>
 #include <cstring>
 #include <limits>
 
@@ -68,20 +67,11 @@ void appendText(std::string& to, std::span<const std::byte> bytes) {
 
 }  // namespace
 
-ParameterBytes::ParameterBytes(std::span<const std::byte> bytes) : size_(bytes.size()) {
-  if (size_ > small_.size()) {
-    large_.assign(bytes.begin(), bytes.end());
-  } else {
-    std::copy(bytes.begin(), bytes.end(), small_.begin());
-  }
-}
-
-std::span<const std::byte> ParameterBytes::view() const {
-  return {large_.empty() ? small_.data() : large_.data(), size_};
+bool isOfType(const EventParameter& parameter, EventParamType wanted) {
+  return wanted == parameter.type || wanted == kTypeWildCard;
 }
 
 std::optional<EventParameter> converted(const EventParameter& parameter, EventParamType wanted) {
-  if (wanted == parameter.type || wanted == kTypeWildCard) return parameter;
   const auto value = integerOf(parameter);
   if (!value) return std::nullopt;
   const auto bytes = integerBytes(*value, wanted);
@@ -92,7 +82,7 @@ std::optional<EventParameter> converted(const EventParameter& parameter, EventPa
 void appendValue(std::string& to, const EventParameter& parameter) {
   if (parameter.type == typeChar) return appendText(to, parameter.bytes.view());
   const auto value = integerOf(parameter);
-  value ? appendJson(to, *value) : appendJson(to, Json(nullptr));
+  appendJson(to, value ? JsonValue(*value) : JsonValue(nullptr));
 }
 
 }  // namespace simulator

@@ -3,27 +3,25 @@
 
 #include <Carbon/Carbon.h>
 
-#include <array>
 #include <cstddef>
 #include <optional>
 #include <span>
-#include <vector>
+#include <string>
 
 #include "simulator/base/Log.h"
 
 namespace simulator {
 
-/// The bytes of a parameter; up to 16 are stored without an allocation.
+/// The bytes of a parameter; a few are stored without an allocation, as a string's characters are.
 class ParameterBytes {
  public:
   ParameterBytes() = default;
-  explicit ParameterBytes(std::span<const std::byte> bytes);
-  std::span<const std::byte> view() const;
+  explicit ParameterBytes(std::span<const std::byte> bytes)
+      : bytes_(reinterpret_cast<const char*>(bytes.data()), bytes.size()) {}
+  std::span<const std::byte> view() const { return std::as_bytes(std::span(bytes_)); }
 
  private:
-  std::array<std::byte, 16> small_{};
-  std::vector<std::byte> large_;
-  std::size_t size_ = 0;
+  std::string bytes_;
 };
 
 struct EventParameter {
@@ -32,9 +30,12 @@ struct EventParameter {
   ParameterBytes bytes;
 };
 
-/// The parameter as the type `wanted`; '****' stands for any type. An integer ('shor', 'long',
-/// 'magn', 'comp') becomes any other integer type that can hold its value. nullopt if the parameter
-/// cannot be converted.
+/// Whether the parameter is of the type `wanted`; '****' stands for any type.
+bool isOfType(const EventParameter& parameter, EventParamType wanted);
+
+/// The parameter as the type `wanted`, which it is not of: an integer ('shor', 'long', 'magn',
+/// 'comp') as any other integer type that can hold its value. nullopt if the parameter cannot be
+/// converted.
 std::optional<EventParameter> converted(const EventParameter& parameter, EventParamType wanted);
 
 /// Appends the value for the log, as JSON text: an integer or a single character as a number,

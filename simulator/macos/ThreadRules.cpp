@@ -12,7 +12,11 @@ namespace simulator {
 
 namespace {
 
+// The most frequent one first.
 constexpr std::array kCallsBelievedSafe = {
+    CallBelievedSafe{"SetEventParameter",
+                     "the header lets each thread fill an event of its own; an event that was "
+                     "posted is another thread's as well"},
     CallBelievedSafe{"GetEventDispatcherTarget",
                      "returns the one target of the process, which exists before any plug-in runs"},
     CallBelievedSafe{"InstallEventHandler",
@@ -20,9 +24,6 @@ constexpr std::array kCallsBelievedSafe = {
                      "once in the process; the handler itself runs on the main thread"},
     CallBelievedSafe{"GetCurrentKeyModifiers",
                      "asks the window server for the keyboard's state and changes nothing"},
-    CallBelievedSafe{"SetEventParameter",
-                     "the header lets each thread fill an event of its own; an event that was "
-                     "posted is another thread's as well"},
 };
 
 }  // namespace

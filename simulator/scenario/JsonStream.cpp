@@ -109,10 +109,9 @@ class SourceCursor {
   }
 
   static void pass(std::string_view text, Position& position) {
-    for (const char c : text) {
-      position =
-          c == '\n' ? Position{position.line + 1, 1} : Position{position.line, position.column + 1};
-    }
+    const auto lines = static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n'));
+    position = lines == 0 ? Position{position.line, position.column + text.size()}
+                          : Position{position.line + lines, text.size() - text.rfind('\n')};
   }
 
   // An element and as much white space before it.

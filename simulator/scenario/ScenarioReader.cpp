@@ -447,8 +447,8 @@ class SampleReader {
     const char* const begin = text_.data() + at_;
     const char* const end = text_.data() + text_.size();
     const auto [stop, error] = std::from_chars(begin, end, number);
-    const bool plain = error == std::errc() && stop < end &&
-                       std::string_view(" \t\n\r,]").find(*stop) != std::string_view::npos;
+    const bool plain =
+        error == std::errc() && stop < end && (*stop == ',' || *stop == ']' || isBlank(*stop));
     const char* const digits = *begin == '-' ? begin + 1 : begin;
     const bool leadingZero = *digits == '0' && (stop - digits > 1 || digits != begin);
     if (!plain || leadingZero) return false;

@@ -82,8 +82,9 @@ void Summary::endWait() {
 
 void Summary::line(const LogLine& logged) {
   const std::string_view what = logged.what();
-  // Most lines are those of posted samples, which come by `message`.
+  // Most lines are those of posted samples, which come by `message`; then those of the view.
   if (what == "posted") return posted(logged);
+  if (what == "view") return view(logged);
   const Json line = logged.json();
   now_ = line["t"];
   timeline_.reach(now_);
@@ -97,17 +98,17 @@ void Summary::line(const LogLine& logged) {
     click(line["passed"]);
   } else if (what == "misuse") {
     misuse(line["text"]);
-  } else if (what == "view") {
-    const Json& brush = line["brush"];
-    view(line["zoom"], line["origin"][0], line["origin"][1],
-         brush.is_null() ? std::nullopt : std::optional(brush.get<double>()));
   }
+}
+
+void Summary::reach(const LogLine& line) {
+  now_ = static_cast<std::int64_t>(line.numberAfter(R"({"t":)"));
+  timeline_.reach(now_);
 }
 
 void Summary::posted(const LogLine& line) {
   if (!line.beginsWith(R"("class":"keyb")")) return;
-  now_ = static_cast<std::int64_t>(line.numberAfter(R"({"t":)"));
-  timeline_.reach(now_);
+  reach(line);
   brushKey(line.numberAfter(R"(["kcod","magn",)"), line.has(R"("kind":1,)"));
 }
 
@@ -152,13 +153,16 @@ void Summary::misuse(const std::string& text) {
   if (firstMisuses_.size() < kMostMisusesShown) firstMisuses_.push_back(printable(text));
 }
 
-void Summary::view(double zoom, double x, double y, std::optional<double> brush) {
+void Summary::view(const LogLine& line) {
+  reach(line);
   viewChanged_ = true;
+  double zoom = 0;
+  line.numbersAfter(R"("zoom":)", {&zoom, 1});
   zoom_.take(zoom * kPercent);
   timeline_.set(Timeline::kZoom, now_, zoom * kPercent);
-  originX_ = x;
-  originY_ = y;
-  if (brush) brushSize(*brush);
+  line.numbersAfter(R"("origin":[)", origin_);
+  double brush = 0;
+  if (line.numbersAfter(R"("brush":)", {&brush, 1}) == 1) brushSize(brush);
 }
 
 void Summary::brushSize(double size) {
@@ -242,7 +246,7 @@ std::string Summary::panLine() const {
   std::string text =
       fmt::format("{} up or down, {} sideways", counted(vertical_, "tick"), horizontal_);
   if (viewChanged_) {
-    text += fmt::format("; the view's corner ends at ({:.0f}, {:.0f})", originX_, originY_);
+    text += fmt::format("; the view's corner ends at ({:.0f}, {:.0f})", origin_[0], origin_[1]);
   }
   return summaryRow("Pan", text);
 }

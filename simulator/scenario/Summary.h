@@ -50,12 +50,13 @@ class Summary : public PlayerObserver {
 
   void sample(MotionKind kind, bool pending);
   void wheel(int vertical, bool sideways);
+  void reach(const LogLine& line);
   void posted(const LogLine& line);
   void brushKey(std::uint64_t key, bool down);
   void key(std::pair<bool, std::uint64_t> which, bool down);
   void click(bool passed);
   void misuse(const std::string& text);
-  void view(double zoom, double x, double y, std::optional<double> brush);
+  void view(const LogLine& line);
   void brushSize(double size);
   void endWait();
 
@@ -94,7 +95,7 @@ class Summary : public PlayerObserver {
   std::int64_t now_ = 0;
   bool viewChanged_ = false;
   Range zoom_;
-  double originX_ = 0, originY_ = 0;
+  std::array<double, 2> origin_ = {};
   std::optional<Range> brush_;
   Timeline timeline_;
 };

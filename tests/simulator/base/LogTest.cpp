@@ -1,8 +1,10 @@
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cmath>
 #include <limits>
 #include <map>
+#include <span>
 #include <string>
 #include <string_view>
 #include <thread>
@@ -188,6 +190,18 @@ TEST(LogLine, GivesTheNumberAfterATextOrZero) {
   EXPECT_EQ(line.numberAfter(R"("end":)"), 12u) << "at the end of the text";
   EXPECT_EQ(line.numberAfter(R"("what":)"), 0u);
   EXPECT_EQ(line.numberAfter(R"("kind")"), 0u) << "no number stands there";
+}
+
+TEST(LogLine, GivesTheNumbersThatStandInARow) {
+  const LogLine line("x", std::string_view(R"({"pair":[-1.5e-3,2],"none":null,"end":7)"));
+  std::array<double, 3> numbers = {};
+  EXPECT_EQ(line.numbersAfter(R"("pair":[)", numbers), 2u);
+  EXPECT_EQ(numbers, (std::array{-1.5e-3, 2.0, 0.0}));
+  EXPECT_EQ(line.numbersAfter(R"("pair":[)", std::span(numbers).first(1)), 1u);
+  EXPECT_EQ(line.numbersAfter(R"("none":)", numbers), 0u);
+  EXPECT_EQ(line.numbersAfter(R"("other":)", numbers), 0u);
+  EXPECT_EQ(line.numbersAfter(R"("end":)", numbers), 1u) << "at the end of the text";
+  EXPECT_EQ(numbers, (std::array{7.0, 2.0, 0.0}));
 }
 
 TEST(IdText, IsAppendedAsAJsonString) {
