@@ -7,10 +7,11 @@
 #include "tests/codegen/GeneratedCode.h"
 #include "tests/codegen/GeneratorFixture.h"
 #include "tests/codegen/RandomDescriptor.h"
+#include "tests/support/Build.h"
 
 namespace {
 
-constexpr std::size_t kDescriptors = 200;
+constexpr std::size_t kDescriptors = testing_support::kSanitized ? 40 : 200;
 
 /// The environment's MRV_SEED, or a fixed seed.
 std::uint32_t seed() {
