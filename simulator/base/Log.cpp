@@ -17,7 +17,7 @@ bool isAlphanumeric(char c) {
   return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
 }
 
-std::array<char, 4> charactersOf(std::uint32_t id) {
+IdText charactersOf(std::uint32_t id) {
   return {static_cast<char>(id >> 24), static_cast<char>(id >> 16), static_cast<char>(id >> 8),
           static_cast<char>(id)};
 }
@@ -130,13 +130,18 @@ std::string idText(std::uint32_t id) {
   return std::all_of(text.begin(), text.end(), isPrintable) ? text : fmt::format("{:#010x}", id);
 }
 
+std::optional<IdText> plainId(std::uint32_t id) {
+  const IdText characters = charactersOf(id);
+  const bool plain = std::all_of(characters.begin(), characters.end(), isAlphanumeric);
+  return plain ? std::optional(characters) : std::nullopt;
+}
+
 void appendId(std::string& to, std::uint32_t id) {
-  const auto characters = charactersOf(id);
-  if (!std::all_of(characters.begin(), characters.end(), isAlphanumeric)) {
-    return appendJson(to, idText(id));
-  }
-  const char quoted[] = {'"', characters[0], characters[1], characters[2], characters[3], '"'};
-  to.append(quoted, sizeof quoted);
+  const auto plain = plainId(id);
+  if (!plain) return appendJson(to, idText(id));
+  to += '"';
+  to.append(plain->data(), plain->size());
+  to += '"';
 }
 
 }  // namespace simulator

@@ -1,11 +1,13 @@
 // The log of everything that the plug-in does to its surroundings: one JSON object per line.
 #pragma once
 
+#include <array>
 #include <atomic>
 #include <cstdint>
 #include <functional>
 #include <initializer_list>
 #include <mutex>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -104,7 +106,11 @@ Log& theLog();
 /// and eight hexadecimal digits. [any-thread]
 std::string idText(std::uint32_t id);
 
-/// Appends the same as a JSON string. [any-thread]
+/// The four characters of a code if all are letters and digits. [any-thread]
+using IdText = std::array<char, 4>;
+std::optional<IdText> plainId(std::uint32_t id);
+
+/// Appends `idText` as a JSON string. [any-thread]
 void appendId(std::string& to, std::uint32_t id);
 
 }  // namespace simulator

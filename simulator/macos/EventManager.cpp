@@ -40,13 +40,8 @@ JsonText textOf(const std::vector<EventParameter>& parameters) {
   JsonText list{"["};
   list.text.reserve(parameters.size() * kUsualSize);
   for (const EventParameter& parameter : parameters) {
-    list.text += list.text.size() == 1 ? "[" : ",[";
-    appendId(list.text, parameter.name);
-    list.text += ',';
-    appendId(list.text, parameter.type);
-    list.text += ',';
-    appendValue(list.text, parameter);
-    list.text += ']';
+    if (list.text.size() > 1) list.text += ',';
+    appendJson(list.text, parameter);
   }
   list.text += ']';
   return list;

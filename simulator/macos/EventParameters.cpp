@@ -1,6 +1,9 @@
 #include "simulator/macos/EventParameters.h"
 
+#include <algorithm>
+#include <charconv>
 #include <cstring>
+#include <iterator>
 #include <limits>
 
 namespace simulator {
@@ -60,9 +63,19 @@ std::optional<ParameterBytes> integerBytes(std::int64_t value, EventParamType ty
   }
 }
 
-void appendText(std::string& to, std::span<const std::byte> bytes) {
-  if (bytes.size() == 1) return appendJson(to, std::to_integer<std::int64_t>(bytes[0]));
-  appendJson(to, std::string_view(reinterpret_cast<const char*>(bytes.data()), bytes.size()));
+JsonValue textOf(std::span<const std::byte> bytes) {
+  if (bytes.size() == 1) return std::to_integer<std::int64_t>(bytes[0]);
+  return std::string_view(reinterpret_cast<const char*>(bytes.data()), bytes.size());
+}
+
+/// Most parameters are integers; their text is put together in one piece.
+void appendInteger(std::string& to, const IdText& name, const IdText& type, std::int64_t value) {
+  char text[] = R"(["name","type",-9223372036854775808])";
+  std::copy(name.begin(), name.end(), text + 2);
+  std::copy(type.begin(), type.end(), text + 9);
+  char* const end = std::to_chars(text + 15, std::end(text), value).ptr;
+  *end = ']';
+  to.append(text, end + 1);
 }
 
 }  // namespace
@@ -79,10 +92,22 @@ std::optional<EventParameter> converted(const EventParameter& parameter, EventPa
   return EventParameter{parameter.name, wanted, *bytes};
 }
 
-void appendValue(std::string& to, const EventParameter& parameter) {
-  if (parameter.type == typeChar) return appendText(to, parameter.bytes.view());
+void appendJson(std::string& to, const EventParameter& parameter) {
   const auto value = integerOf(parameter);
-  appendJson(to, value ? JsonValue(*value) : JsonValue(nullptr));
+  const auto name = plainId(parameter.name);
+  const auto type = plainId(parameter.type);
+  if (value && name && type) return appendInteger(to, *name, *type, *value);
+  to += '[';
+  appendId(to, parameter.name);
+  to += ',';
+  appendId(to, parameter.type);
+  to += ',';
+  if (parameter.type == typeChar) {
+    appendJson(to, textOf(parameter.bytes.view()));
+  } else {
+    appendJson(to, value ? JsonValue(*value) : JsonValue(nullptr));
+  }
+  to += ']';
 }
 
 }  // namespace simulator

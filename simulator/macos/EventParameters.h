@@ -38,8 +38,8 @@ bool isOfType(const EventParameter& parameter, EventParamType wanted);
 /// converted.
 std::optional<EventParameter> converted(const EventParameter& parameter, EventParamType wanted);
 
-/// Appends the value for the log, as JSON text: an integer or a single character as a number,
-/// longer text as text, else null.
-void appendValue(std::string& to, const EventParameter& parameter);
+/// Appends name, type and value for the log, as a list in JSON: an integer or a single character as
+/// a number, longer text as text, else null.
+void appendJson(std::string& to, const EventParameter& parameter);
 
 }  // namespace simulator

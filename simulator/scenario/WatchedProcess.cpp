@@ -45,9 +45,9 @@ namespace {
 
 constexpr std::size_t kHeaderSize = 1 + sizeof(std::uint32_t);
 
-std::string header(char kind, std::size_t size) {
+std::array<char, kHeaderSize> header(char kind, std::size_t size) {
   const auto length = static_cast<std::uint32_t>(size);
-  std::string bytes(kHeaderSize, kind);
+  std::array<char, kHeaderSize> bytes = {kind};
   std::memcpy(bytes.data() + 1, &length, sizeof length);
   return bytes;
 }
@@ -105,7 +105,7 @@ bool orphansAreAdopted = false;
 void adoptOrphans() { orphansAreAdopted = prctl(PR_SET_CHILD_SUBREAPER, 1) == 0; }
 
 void Channel::send(char kind, std::string_view text) {
-  const std::string head = header(kind, text.size());
+  const auto head = header(kind, text.size());
   const std::size_t size = head.size() + text.size();
   if (shared_.held + size > shared_.buffer.size()) flush();
   if (size > shared_.buffer.size()) {
