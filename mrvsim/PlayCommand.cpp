@@ -21,6 +21,7 @@
 #include "mrvsim/report/Report.h"
 #include "simulator/base/Log.h"
 #include "simulator/loader/PluginModule.h"
+#include "simulator/macos/RunLoops.h"
 #include "simulator/scenario/LogText.h"
 #include "simulator/scenario/OutputCapture.h"
 #include "simulator/scenario/Player.h"
@@ -108,6 +109,7 @@ class Performance {
 
   void load() {
     stayOnThisProcessor();
+    leaveRestartableSequences();
     theLog().setSink([this](const LogLine& line) { logged(line); });
     theLog().setPrelude([this] { capture_.drain([this](const auto& text) { printed(text); }); });
     watchModule(std::filesystem::absolute(plugin_).string());

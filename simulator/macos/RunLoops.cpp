@@ -2,6 +2,9 @@
 
 #include <Carbon/Carbon.h>
 #include <pthread.h>
+#include <sys/rseq.h>
+#include <sys/syscall.h>
+#include <unistd.h>
 
 #include <thread>
 
@@ -133,6 +136,7 @@ OSStatus Threads::start(TaskProc entry, void* parameter, ByteCount stackSize, MP
 
 void* Threads::body(void* parameter) {
   const std::unique_ptr<Start> start(static_cast<Start*>(parameter));
+  leaveRestartableSequences();
   current()->isTask_ = true;
   theThreads().waitAtStart();
   start->entry(start->parameter);
@@ -167,6 +171,12 @@ int Threads::started() {
 
 void Threads::setBusy(int change) {
   if ((busy_ += change) == 0) idle_.changed();
+}
+
+void leaveRestartableSequences() {
+  if (__rseq_size == 0) return;
+  char* const registered = static_cast<char*>(__builtin_thread_pointer()) + __rseq_offset;
+  syscall(SYS_rseq, registered, sizeof(struct rseq), RSEQ_FLAG_UNREGISTER, RSEQ_SIG);
 }
 
 Threads& theThreads() {

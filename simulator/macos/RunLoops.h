@@ -100,6 +100,11 @@ class Threads {
   int started_ = 0;
 };
 
+/// Ends the calling thread's registration for restartable sequences (rseq(2)), which the C library
+/// makes for every thread and nothing here uses: the system then has less to do at each switch to
+/// the thread. Nothing changes if the system refuses. [any-thread]
+void leaveRestartableSequences();
+
 /// The threads of this process. Never destroyed, so threads may use it until the process ends.
 /// [any-thread]
 Threads& theThreads();

@@ -4,8 +4,10 @@
 #include <objc/message.h>
 #include <objc/runtime.h>
 #include <pthread.h>
+#include <sys/rseq.h>
 
 #include <atomic>
+#include <cstdint>
 #include <functional>
 #include <set>
 #include <string>
@@ -167,6 +169,21 @@ TEST_F(Threads, MayMakeTheCallsThatAreBelievedToBeSafe) {
   EXPECT_EQ(calls, (std::vector<std::string>{"SetEventParameter", "GetEventDispatcherTarget",
                                              "InstallEventHandler", "GetCurrentKeyModifiers"}));
   EXPECT_EQ(theLog().misuses(), 0);
+}
+
+TEST_F(Threads, AreNotRegisteredForRestartableSequences) {
+  if (__rseq_size == 0) GTEST_SKIP() << "the C library registers no thread";
+  constexpr auto kNone = static_cast<std::uint32_t>(RSEQ_CPU_ID_UNINITIALIZED);
+  const auto processor = [] {
+    const char* const place = static_cast<char*>(__builtin_thread_pointer()) + __rseq_offset;
+    return std::uint32_t{reinterpret_cast<const volatile struct rseq*>(place)->cpu_id};
+  };
+  EXPECT_NE(processor(), kNone) << "the main thread is registered";
+  std::uint32_t inTask = 0;
+  Body body = [&] { inTask = processor(); };
+  start(body);
+  theThreads().waitUntilIdle();
+  EXPECT_EQ(inTask, kNone);
 }
 
 TEST_F(Threads, MisuseAppKitUnlessTheyAreTheMainOne) {
