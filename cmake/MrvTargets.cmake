@@ -81,7 +81,8 @@ function(mrv_library folder)
   mrv_compile_options(${library})
   # A module that contains a unique symbol cannot be unloaded.
   target_compile_options(${library} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-fno-gnu-unique>
-                                            -ffunction-sections -fdata-sections)
+                                            -ffunction-sections -fdata-sections
+                                            ${MRV_SYSTEM_OPTIMISATION})
   # Also in a build of several sources at a time, each source is compiled by itself, as in the bundle:
   # it must include what it needs.
   set_target_properties(${library} PROPERTIES CXX_VISIBILITY_PRESET hidden

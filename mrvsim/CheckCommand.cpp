@@ -23,7 +23,7 @@ namespace simulator {
 
 namespace {
 
-struct Report {
+struct JudgedCheck {
   Check check;
   Verdict verdict;
 };
@@ -61,9 +61,10 @@ Verdict judge(const Check& check, const std::string& plugin) {
   }
 }
 
-std::ptrdiff_t count(const std::vector<Report>& reports, Outcome outcome) {
-  return std::count_if(reports.begin(), reports.end(),
-                       [&](const Report& report) { return report.verdict.outcome == outcome; });
+std::ptrdiff_t count(const std::vector<JudgedCheck>& reports, Outcome outcome) {
+  return std::count_if(reports.begin(), reports.end(), [&](const JudgedCheck& report) {
+    return report.verdict.outcome == outcome;
+  });
 }
 
 std::string listText(const std::vector<Check>& checks) {
@@ -80,18 +81,18 @@ std::string listJson(const std::vector<Check>& checks) {
   return Json{{"checks", all}}.dump(2) + "\n";
 }
 
-std::string row(const Report& report) {
+std::string row(const JudgedCheck& report) {
   return fmt::format("{:<18} {}{}{}\n", report.check.name, outcomeName(report.verdict.outcome),
                      report.verdict.reason.empty() ? "" : ": ", report.verdict.reason);
 }
 
-std::string totals(const std::vector<Report>& reports) {
+std::string totals(const std::vector<JudgedCheck>& reports) {
   return fmt::format("{} checks: {} passed, {} failed, {} not applicable\n", reports.size(),
                      count(reports, Outcome::kPassed), count(reports, Outcome::kFailed),
                      count(reports, Outcome::kNotApplicable));
 }
 
-std::string asJson(const std::string& plugin, const std::vector<Report>& reports) {
+std::string asJson(const std::string& plugin, const std::vector<JudgedCheck>& reports) {
   Json all = Json::array();
   for (const auto& [check, verdict] : reports) {
     all.push_back({{"name", check.name},
@@ -154,7 +155,7 @@ void expectPlugin(const std::string& plugin) {
 }
 
 int judgeAll(const CheckOptions& options, const std::vector<Check>& checks, Output& out) {
-  std::vector<Report> reports;
+  std::vector<JudgedCheck> reports;
   for (const Check& check : checks) {
     reports.push_back({check, judge(check, options.plugin)});
     if (options.json) continue;

@@ -28,7 +28,7 @@ namespace {
 // The messages from the process in which the generator runs.
 constexpr char kText = 't';
 constexpr char kReached = 'r';
-constexpr char kMisuse = 'u';
+constexpr char kGeneratorMisused = 'u';
 constexpr char kCannotGenerate = 'E';  ///< the reason
 
 /// The longest that the generator may take for a piece of text.
@@ -97,7 +97,7 @@ void runChild(const std::function<void(const GeneratorSide&)>& work, Channel& pi
   try {
     showLog();
     runGenerator(work, channel);
-    if (theLog().misuses() > 0) channel.send(kMisuse, "");
+    if (theLog().misuses() > 0) channel.send(kGeneratorMisused, "");
   } catch (const std::bad_alloc&) {
     channel.send(kCannotGenerate, "there is not enough memory");
   } catch (const std::exception& error) {
@@ -114,7 +114,7 @@ int generate(const std::string& name, const std::function<void(const GeneratorSi
   const ProcessEnd end = process.watch([&](char kind, std::string_view text) {
     if (kind == kText) observer.text(text);
     if (kind == kReached) observer.progress(std::stoull(std::string(text)));
-    if (kind == kMisuse) status = kMisused;
+    if (kind == kGeneratorMisused) status = kMisused;
     if (kind == kCannotGenerate) throw std::runtime_error(std::string(text));
   });
   if (end.how == ProcessEnd::kFinished) return status;

@@ -40,7 +40,7 @@ constexpr char kLogLine = 'L';
 constexpr char kTextLine = 'T';  ///< the same for people
 constexpr char kSummary = 'S';
 constexpr char kLostMotion = 'M';
-constexpr char kMisuse = 'u';
+constexpr char kPluginMisused = 'u';
 constexpr char kCannotPlay = 'E';  ///< the reason
 constexpr char kBroke = 'B';       ///< what the plug-in did that ends the play
 
@@ -134,7 +134,7 @@ class Performance {
     summary_.lostMotion(player_.lostMotion());
     channel_.send(kSummary, summary_.text());
     channel_.send(kLostMotion, player_.lostMotion());
-    if (theLog().misuses() > 0) channel_.send(kMisuse, "");
+    if (theLog().misuses() > 0) channel_.send(kPluginMisused, "");
   }
 
   /// Tells what the plug-in throws from what this program throws.
@@ -304,7 +304,7 @@ class Play {
       case kLostMotion:
         if (!text.empty()) note(fmt::format("{}: {}", scenario.name(), text));
         break;
-      case kMisuse:
+      case kPluginMisused:
         status_ = kMisused;
         break;
       case kBroke:

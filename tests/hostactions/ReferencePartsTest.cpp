@@ -11,7 +11,7 @@ using namespace testing_support;
 
 namespace {
 
-constexpr int kError = -1234;
+constexpr int kPartError = -1234;
 
 class ReferenceParts : public testing::Test {
  protected:
@@ -87,8 +87,8 @@ TEST_F(ReferenceParts, MakeAnEmptyReferenceIfThereAreNone) { EXPECT_EQ(formsOf()
 TEST_F(ReferenceParts, StopAtTheFirstThatFailsAndReturnItsError) {
   ActionReference reference;
   EXPECT_EQ(makeReference(reference, indexPart(kClassLayer, 2), countingPart(0),
-                          countingPart(kError), countingPart(-1), classPart(kClassBrush)),
-            kError);
+                          countingPart(kPartError), countingPart(-1), classPart(kClassBrush)),
+            kPartError);
   EXPECT_EQ(calls_, 2);
   EXPECT_EQ(theHost().contentOf(reference.get()),
             (Reference{{.form = kFormIndex, .desiredClass = kClassLayer, .value = 2}}));
@@ -98,33 +98,33 @@ TEST_F(ReferenceParts, StopAtTheFirstThatTheHostRefuses) {
   const char* const procedures[] = {"PutName",     "PutIndex", "PutIdentifier",
                                     "PutProperty", "PutClass", "PutEnumerated"};
   for (std::size_t failing = 0; failing < std::size(procedures); ++failing) {
-    theFaults().add({std::string("ActionReference.") + procedures[failing], kError, 0, 1});
+    theFaults().add({std::string("ActionReference.") + procedures[failing], kPartError, 0, 1});
     ActionReference reference;
     EXPECT_EQ(
         makeReference(reference, namePart(kClassAction, "Vignette"), indexPart(kClassLayer, 1),
                       identifierPart(kClassDocument, 1), propertyPart(kClassProperty, kKeyTool),
                       classPart(kClassBrush), currentPart(kClassApplication)),
-        kError)
+        kPartError)
         << procedures[failing];
     EXPECT_EQ(theHost().contentOf(reference.get()).size(), failing) << procedures[failing];
   }
 }
 
 TEST_F(ReferenceParts, AreNotPutIfTheReferenceCannotBeMade) {
-  theFaults().add({"ActionReference.Make", kError, 0, 1});
+  theFaults().add({"ActionReference.Make", kPartError, 0, 1});
   ActionReference reference;
-  EXPECT_EQ(makeReference(reference, countingPart(0)), kError);
+  EXPECT_EQ(makeReference(reference, countingPart(0)), kPartError);
   EXPECT_EQ(calls_, 0);
   EXPECT_FALSE(reference);
 }
 
 TEST_F(ReferenceParts, ThrowTheHostsCodeIfTheSuiteIsRefused) {
   RecordingHost recorder;
-  recorder.refuse(kPSActionReferenceSuite, kError, 1);
+  recorder.refuse(kPSActionReferenceSuite, kPartError, 1);
   ActionReference reference;
   const Outcome outcome = attempt([&] { return makeReference(reference, countingPart(0)); });
   EXPECT_TRUE(outcome.threw);
-  EXPECT_EQ(outcome.thrown, static_cast<std::uint32_t>(kError));
+  EXPECT_EQ(outcome.thrown, static_cast<std::uint32_t>(kPartError));
   EXPECT_EQ(calls_, 0);
 }
 
@@ -146,19 +146,20 @@ TEST_F(ReferenceParts, GetTheHostsAnswer) {
 TEST_F(ReferenceParts, GetNoAnswerIfOneFails) {
   ActionReference reference;
   ActionDescriptor result;
-  EXPECT_EQ(getAnswer(reference, result, classPart(kClassBrush), countingPart(kError)), kError);
+  EXPECT_EQ(getAnswer(reference, result, classPart(kClassBrush), countingPart(kPartError)),
+            kPartError);
   EXPECT_TRUE(reference);
   EXPECT_FALSE(result);
   EXPECT_TRUE(machine_.lines("get").empty());
 }
 
 TEST_F(ReferenceParts, GetTheErrorOfAFailedAnswer) {
-  theFaults().add({"ActionControl.Get", kError, 0, 1});
+  theFaults().add({"ActionControl.Get", kPartError, 0, 1});
   ActionReference reference;
   ActionDescriptor result;
   EXPECT_EQ(getAnswer(reference, result, propertyPart(kClassProperty, kKeyTool),
                       currentPart(kClassApplication)),
-            kError);
+            kPartError);
   EXPECT_TRUE(reference);
   EXPECT_FALSE(result);
 }

@@ -7,9 +7,6 @@ namespace {
 
 using namespace testing_support;
 
-constexpr unsigned kOptionFlag = 0x80000;
-constexpr unsigned kCommandFlag = 0x100000;
-
 class Pan : public NavigatorFixture {
  protected:
   Pan() { navigator->m_zoomWithScrollWheel = false; }

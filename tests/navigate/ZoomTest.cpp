@@ -4,8 +4,6 @@ namespace {
 
 using namespace testing_support;
 
-constexpr unsigned kOptionFlag = 0x80000;
-
 class Zoom : public NavigatorFixture {
  protected:
   /// Takes one sample with no redraw awaited and returns the tick's wheel delta, 0 if there is no

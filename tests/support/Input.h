@@ -11,6 +11,10 @@
 
 namespace testing_support {
 
+// The modifiers of a wheel tick, as its line has them.
+constexpr unsigned kOptionFlag = 0x80000;
+constexpr unsigned kCommandFlag = 0x100000;
+
 inline simulator::Json keyLine(int key, bool down) {
   return {{"t", 0},       {"what", "key"},          {"key", key},
           {"down", down}, {"type", down ? 10 : 11}, {"tap", 1}};

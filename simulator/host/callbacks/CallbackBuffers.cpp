@@ -65,7 +65,7 @@ int64 space64() {
   return callbackAnswer<int64>("Buffer.spaceProc64", 0, [] { return callbackState().bufferSpace; });
 }
 
-constexpr BufferProcs kRecord = {
+constexpr BufferProcs kBufferProcs = {
     .bufferProcsVersion = 0,
     .numBufferProcs = 0,
     .allocateProc = [](int32 size,
@@ -87,7 +87,9 @@ constexpr BufferProcs kRecord = {
 
 }  // namespace
 
-BufferProcs bufferProcs(int16 version, int16 count) { return cutRecord(kRecord, version, count); }
+BufferProcs bufferProcs(int16 version, int16 count) {
+  return cutRecord(kBufferProcs, version, count);
+}
 
 void Callbacks::setBufferSpace(int64 bytes) { callbackState().bufferSpace = bytes; }
 

@@ -112,7 +112,7 @@ OSErr readPortForWritePort(PIChannelPort* readPort, PIChannelPort writePort) {
   });
 }
 
-constexpr ChannelPortProcs kRecord = {
+constexpr ChannelPortProcs kChannelPortProcs = {
     .channelPortProcsVersion = 0,
     .numChannelPortProcs = 0,
     .readPixelsProc = readPixels,
@@ -123,7 +123,7 @@ constexpr ChannelPortProcs kRecord = {
 }  // namespace
 
 ChannelPortProcs channelPortProcs(int16 version, int16 count) {
-  return cutRecord(kRecord, version, count);
+  return cutRecord(kChannelPortProcs, version, count);
 }
 
 PIChannelPort Callbacks::makePort(int32 width, int32 height, std::vector<std::uint8_t> pixels) {

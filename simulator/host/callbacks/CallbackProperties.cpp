@@ -31,7 +31,7 @@ OSErr setProperty(PIType signature, PIType key, int32 index, std::intptr_t simpl
   });
 }
 
-constexpr PropertyProcs kRecord = {
+constexpr PropertyProcs kPropertyProcs = {
     .propertyProcsVersion = 0,
     .numPropertyProcs = 0,
     .getPropertyProc = getProperty,
@@ -41,7 +41,7 @@ constexpr PropertyProcs kRecord = {
 }  // namespace
 
 PropertyProcs propertyProcs(int16 version, int16 count) {
-  return cutRecord(kRecord, version, count);
+  return cutRecord(kPropertyProcs, version, count);
 }
 
 void Callbacks::setProperty(PIType signature, PIType key, int32 index, std::intptr_t simple) {

@@ -14,6 +14,7 @@
 
 namespace simulator {
 
+namespace alias_suite {
 namespace {
 
 // As on the platform, only an existing file has an alias.
@@ -35,8 +36,9 @@ constexpr auto kProcedures = std::to_array<Procedure<PSAliasSuite>>({
 });
 
 }  // namespace
+}  // namespace alias_suite
 
-constinit const HostSuite<PSAliasSuite> aliasSuite = suiteOf<kProcedures>();
+constinit const HostSuite<PSAliasSuite> aliasSuite = suiteOf<alias_suite::kProcedures>();
 
 FilePath fileOfAlias(Handle alias, const char* procedure) {
   constexpr std::size_t kHeaderSize = 6;

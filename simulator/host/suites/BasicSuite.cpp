@@ -10,6 +10,7 @@
 
 namespace simulator {
 
+namespace basic_suite {
 namespace {
 
 int& holdsOf(const OfferedSuite& suite) {
@@ -102,8 +103,9 @@ constexpr auto kProcedures = std::to_array<Procedure<SPBasicSuite>>({
 });
 
 }  // namespace
+}  // namespace basic_suite
 
-constinit HostSuite<SPBasicSuite> basicSuite =
-    suiteOf<kProcedures>([](SPBasicSuite& record) { record.Undefined = undefined; });
+constinit HostSuite<SPBasicSuite> basicSuite = suiteOf<basic_suite::kProcedures>(
+    [](SPBasicSuite& record) { record.Undefined = basic_suite::undefined; });
 
 }  // namespace simulator

@@ -11,6 +11,7 @@
 
 namespace simulator {
 
+namespace control_suite {
 namespace {
 
 OSErr call(const char* procedure, ProcedureBody body) {
@@ -138,7 +139,9 @@ constexpr auto kProcedures = std::to_array<Procedure<PSActionControlProcs>>({
 });
 
 }  // namespace
+}  // namespace control_suite
 
-constinit const HostSuite<PSActionControlProcs> controlSuite = suiteOf<kProcedures>();
+constinit const HostSuite<PSActionControlProcs> controlSuite =
+    suiteOf<control_suite::kProcedures>();
 
 }  // namespace simulator

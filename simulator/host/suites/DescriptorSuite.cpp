@@ -25,6 +25,7 @@ void KeyedSlot::put(Item item, const char* procedure) const {
   writable(descriptor, procedure).put(key, std::move(item));
 }
 
+namespace descriptor_suite {
 namespace {
 
 OSErr call(const char* procedure, ProcedureBody body) {
@@ -160,7 +161,9 @@ constexpr auto kProcedures = joined(
     itemProcedures<DescriptorItems>());
 
 }  // namespace
+}  // namespace descriptor_suite
 
-constinit const HostSuite<PSActionDescriptorProcs> descriptorSuite = suiteOf<kProcedures>();
+constinit const HostSuite<PSActionDescriptorProcs> descriptorSuite =
+    suiteOf<descriptor_suite::kProcedures>();
 
 }  // namespace simulator

@@ -7,6 +7,7 @@
 
 namespace simulator {
 
+namespace handle_suite {
 namespace {
 
 Handle make(const char* procedure, int32 size) {
@@ -54,7 +55,8 @@ constexpr auto kProcedures = std::to_array<Procedure<PSHandleSuite2>>({
 });
 
 }  // namespace
+}  // namespace handle_suite
 
-constinit const HostSuite<PSHandleSuite2> handleSuite = suiteOf<kProcedures>();
+constinit const HostSuite<PSHandleSuite2> handleSuite = suiteOf<handle_suite::kProcedures>();
 
 }  // namespace simulator

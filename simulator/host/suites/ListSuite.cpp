@@ -38,6 +38,7 @@ void readIntegers(const Container& list, uint32 count, int32* values) {
   }
 }
 
+namespace list_suite {
 namespace {
 
 OSErr call(const char* procedure, ProcedureBody body) {
@@ -91,7 +92,8 @@ constexpr auto kProcedures =
            itemProcedures<ListItems>());
 
 }  // namespace
+}  // namespace list_suite
 
-constinit const HostSuite<PSActionListProcs> listSuite = suiteOf<kProcedures>();
+constinit const HostSuite<PSActionListProcs> listSuite = suiteOf<list_suite::kProcedures>();
 
 }  // namespace simulator

@@ -5,6 +5,7 @@
 
 namespace simulator {
 
+namespace property_suite {
 namespace {
 
 std::intptr_t simpleValue(PIType signature, PIType key) {
@@ -44,9 +45,10 @@ constexpr auto kProcedures = std::to_array<Procedure<PropertyProcs>>({
 });
 
 }  // namespace
+}  // namespace property_suite
 
 constinit const HostSuite<PropertyProcs> propertySuite =
-    suiteOf<kProcedures>([](PropertyProcs& record) {
+    suiteOf<property_suite::kProcedures>([](PropertyProcs& record) {
       record.propertyProcsVersion = kCurrentPropertyProcsVersion;
       record.numPropertyProcs = kCurrentPropertyProcsCount;
     });

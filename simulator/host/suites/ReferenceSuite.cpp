@@ -8,6 +8,7 @@
 
 namespace simulator {
 
+namespace reference_suite {
 namespace {
 
 OSErr call(const char* procedure, ProcedureBody body) {
@@ -173,7 +174,9 @@ constexpr auto kProcedures = std::to_array<Procedure<PSActionReferenceProcs>>({
 });
 
 }  // namespace
+}  // namespace reference_suite
 
-constinit const HostSuite<PSActionReferenceProcs> referenceSuite = suiteOf<kProcedures>();
+constinit const HostSuite<PSActionReferenceProcs> referenceSuite =
+    suiteOf<reference_suite::kProcedures>();
 
 }  // namespace simulator

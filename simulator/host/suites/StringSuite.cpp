@@ -12,6 +12,7 @@
 
 namespace simulator {
 
+namespace string_suite {
 namespace {
 
 ASErr call(const char* procedure, ProcedureBody body) {
@@ -255,7 +256,8 @@ constexpr auto kProcedures = std::to_array<Procedure<ASZStringSuite>>({
 });
 
 }  // namespace
+}  // namespace string_suite
 
-constinit const HostSuite<ASZStringSuite> stringSuite = suiteOf<kProcedures>();
+constinit const HostSuite<ASZStringSuite> stringSuite = suiteOf<string_suite::kProcedures>();
 
 }  // namespace simulator
