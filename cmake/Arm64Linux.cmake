@@ -22,8 +22,6 @@ find_program(MRV_CLANG clang++-19 REQUIRED)
 set(CMAKE_CXX_COMPILER "${MRV_CLANG}")
 set(CMAKE_CXX_COMPILER_TARGET aarch64-linux-gnu)
 # The Mac's rules on this processor: a caller extends small integers to 32 bits, and char is signed.
-# Unless it optimises, the compiler gets calls with an ellipsis wrong under these rules on Linux, and
-# std::variant makes such calls: build at least with -O1.
 set(CMAKE_CXX_FLAGS_INIT "-mabi=darwinpcs -fsigned-char")
 foreach(kind IN ITEMS MODULE EXE SHARED)
   set(CMAKE_${kind}_LINKER_FLAGS_INIT "-fuse-ld=lld")

@@ -126,7 +126,8 @@ CGEventRef CGEventCreateScrollWheelEventFromSlots(CGEventSourceRef, CGScrollEven
   for (std::uint32_t i = 1; i < wheelCount; ++i) {
     wheels.push_back(static_cast<std::int32_t>(slots[i - 1]));
   }
-  return simulator::createScrollWheelEvent(units, std::move(wheels));
+  return simulator::createScrollWheelEvent(units, wheels.data(),
+                                           static_cast<std::uint32_t>(wheels.size()));
 }
 }
 

@@ -1,7 +1,6 @@
 // Foundation's system log and search paths, and the arrays that hold the paths.
 #include <fmt/format.h>
 
-#include <cstdarg>
 #include <cstdio>
 #include <map>
 
@@ -51,14 +50,6 @@ void logFormatted(CFStringRef format, std::va_list arguments) {
 using namespace simulator;
 
 extern "C" {
-
-/// Supports the directives of printf, not `%@`. Cuts the text off after 1023 bytes.
-void NSLog(CFStringRef format, ...) {
-  va_list arguments;
-  va_start(arguments, format);
-  logFormatted(format, arguments);
-  va_end(arguments);
-}
 
 CFArrayRef NSSearchPathForDirectoriesInDomains(unsigned long directory, unsigned long domainMask,
                                                BOOL expandTilde) {

@@ -1,8 +1,6 @@
 // Quartz's public C functions.
 #include <ApplicationServices/ApplicationServices.h>
 
-#include <cstdarg>
-
 #include "simulator/base/Log.h"
 #include "simulator/macos/CFObjects.h"
 #include "simulator/macos/MacFaults.h"
@@ -25,11 +23,11 @@ void changeEvent(CGEventRef event, const char* procedure, Change change) {
 
 }  // namespace
 
-CGEventRef simulator::createScrollWheelEvent(CGScrollEventUnit units,
-                                             std::vector<std::int32_t> wheels) {
+CGEventRef simulator::createScrollWheelEvent(CGScrollEventUnit units, const std::int32_t* wheels,
+                                             std::uint32_t count) {
   if (failureOf(MacCall::kCGEventCreateScrollWheelEvent)) return nullptr;
   SynthesizedEvent event;
-  event.input = WheelEvent{units, std::move(wheels)};
+  event.input = WheelEvent{units, {wheels, wheels + count}};
   event.type = kCGEventScrollWheel;
   event.location = theWindowServer().mouse;
   return makeEvent(std::move(event));
@@ -41,16 +39,6 @@ CGEventRef CGEventCreateKeyboardEvent(CGEventSourceRef, CGKeyCode virtualKey, bo
   event.input = KeyboardEvent{virtualKey, keyDown};
   event.type = keyDown ? kCGEventKeyDown : kCGEventKeyUp;
   return makeEvent(std::move(event));
-}
-
-CGEventRef CGEventCreateScrollWheelEvent(CGEventSourceRef, CGScrollEventUnit units,
-                                         std::uint32_t wheelCount, std::int32_t wheel1, ...) {
-  std::vector<std::int32_t> wheels = {wheel1};
-  std::va_list others;
-  va_start(others, wheel1);
-  for (std::uint32_t i = 1; i < wheelCount; ++i) wheels.push_back(va_arg(others, int));
-  va_end(others);
-  return createScrollWheelEvent(units, std::move(wheels));
 }
 
 void CGEventSetType(CGEventRef event, CGEventType type) {

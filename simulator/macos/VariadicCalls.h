@@ -6,12 +6,12 @@
 
 #include <cstdarg>
 #include <cstdint>
-#include <vector>
 
 namespace simulator {
 
-/// CGEventCreateScrollWheelEvent with the amounts of all wheels. [any-thread]
-CGEventRef createScrollWheelEvent(CGScrollEventUnit units, std::vector<std::int32_t> wheels);
+/// CGEventCreateScrollWheelEvent with the amounts of `count` wheels. [any-thread]
+CGEventRef createScrollWheelEvent(CGScrollEventUnit units, const std::int32_t* wheels,
+                                  std::uint32_t count);
 
 /// NSLog. [any-thread]
 void logFormatted(CFStringRef format, std::va_list arguments);

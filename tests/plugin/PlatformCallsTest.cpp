@@ -86,7 +86,7 @@ CGEventRef CGEventCreateKeyboardEvent(CGEventSourceRef source, CGKeyCode virtual
 CGEventRef CGEventCreateScrollWheelEvent(CGEventSourceRef source, CGScrollEventUnit units,
                                          std::uint32_t, std::int32_t wheel1, ...) {
   eventSources.push_back(source);
-  return simulator::createScrollWheelEvent(units, {wheel1});
+  return simulator::createScrollWheelEvent(units, &wheel1, 1);
 }
 
 namespace {
