@@ -1,5 +1,5 @@
-// The simulated Mac's functions with variable arguments. For arm64, this source alone is compiled by
-// Linux's rules for calls, so it uses nothing that others compile too: an inline function of the
+// The simulated Mac's functions with variable arguments. For arm64, this source alone is compiled
+// by Linux's rules for calls, so it uses nothing that others compile too: an inline function of the
 // library takes an object without members in a register by Linux's rules, and not by the Mac's.
 #include "simulator/macos/VariadicCalls.h"
 
