@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "codegen/Literals.h"
 #include "codegen/ReadyFile.h"
 #include "simulator/base/Faults.h"
 #include "tests/codegen/GeneratorFixture.h"
@@ -185,7 +186,9 @@ TEST_F(Ready, MarksAStepAsIncompleteIfTheHostDoesNotReturnAPart) {
     // parts.
     const bool isPart =
         failed.find("Get") != std::string::npos && !failed.ends_with("GetContainer");
-    if (isPart) EXPECT_THAT(text, HasSubstr("// Incomplete: ")) << failed << " " << call;
+    if (isPart) {
+      EXPECT_THAT(text, HasSubstr("// Incomplete: ")) << failed << " " << call;
+    }
     EXPECT_THAT(text, HasSubstr("\nint PlayAction(")) << failed << " " << call;
   }
 }

@@ -47,7 +47,9 @@ class CarbonEvents : public testing::Test {
     std::int64_t value = 0;
     const OSStatus status =
         GetEventParameter(event, kName, wanted, nullptr, sizeof value, nullptr, &value);
-    if (status != noErr) EXPECT_EQ(value, 0) << "a failed call wrote to the buffer";
+    if (status != noErr) {
+      EXPECT_EQ(value, 0) << "a failed call wrote to the buffer";
+    }
     return status;
   }
 

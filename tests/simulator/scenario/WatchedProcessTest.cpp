@@ -29,8 +29,8 @@ struct Watched {
 };
 
 [[noreturn]] void spin() {
-  for (volatile unsigned turns = 0;; turns = turns + 1) {
-  }
+  volatile unsigned turns = 0;
+  while (true) turns = turns + 1;
 }
 
 TEST(WatchedProcess, PassesOnMessagesOfEverySize) {
