@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "codegen/Terminology.h"
+#include "platform/FourCharCode.h"
 #include "tests/support/Process.h"
 
 namespace {

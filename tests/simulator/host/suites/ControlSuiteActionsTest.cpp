@@ -1,4 +1,6 @@
 // Playing the recorded steps of an action.
+#include <fmt/format.h>
+
 #include <initializer_list>
 
 #include "tests/simulator/host/HostFixture.h"
