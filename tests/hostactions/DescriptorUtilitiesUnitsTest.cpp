@@ -10,7 +10,7 @@
 namespace {
 
 constexpr std::uint32_t kUnitAngle = fourCharCode("#Ang");
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
+constexpr double kOverflow = std::numeric_limits<double>::infinity();
 
 }  // namespace
 
@@ -45,13 +45,13 @@ TEST(DescriptorUtilitiesUnits, GuardOnlyAResolutionOfExactly0) {
   EXPECT_EQ(PixelsToUnits(-144, kUnitDistance, 72), -144);
   EXPECT_EQ(PixelsToUnits(300, kUnitDistance, -300), -72);
   const double least = std::numeric_limits<double>::denorm_min();
-  EXPECT_EQ(PixelsToUnits(1, kUnitDistance, least), kInfinity);
+  EXPECT_EQ(PixelsToUnits(1, kUnitDistance, least), kOverflow);
 }
 
 TEST(DescriptorUtilitiesUnits, MultiplyFromLeftToRight) {
   // value x resolution overflows before the division by 72 could bring it back.
-  EXPECT_EQ(UnitsToPixels(1e308, kUnitDistance, 72), kInfinity);
-  EXPECT_EQ(PixelsToUnits(1e308, kUnitDistance, 72), kInfinity);
+  EXPECT_EQ(UnitsToPixels(1e308, kUnitDistance, 72), kOverflow);
+  EXPECT_EQ(PixelsToUnits(1e308, kUnitDistance, 72), kOverflow);
   EXPECT_EQ(UnitsToPixels(0.1, kUnitDistance, 3), 0.1 * 3 / 72.0);
 }
 

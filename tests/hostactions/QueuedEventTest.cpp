@@ -16,7 +16,7 @@ using namespace testing_support;
 
 namespace {
 
-constexpr double kInfiniteSize = std::numeric_limits<double>::infinity();
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
 /// The log's line of setting a brush property.
@@ -51,18 +51,10 @@ class QueuedEvent : public testing::Test {
 }  // namespace
 
 TEST_F(QueuedEvent, ClampsADiameterTo1To2500) {
-  const std::pair<double, double> diameters[] = {{0.3, 1.0},
-                                                 {4000.0, 2500.0},
-                                                 {2500.0, 2500.0},
-                                                 {1.0, 1.0},
-                                                 {0.0, 1.0},
-                                                 {-0.0, 1.0},
-                                                 {-5.0, 1.0},
-                                                 {13.7, 13.7},
-                                                 {2500.1, 2500.0},
-                                                 {0.9999999999, 1.0},
-                                                 {kInfiniteSize, 2500.0},
-                                                 {-kInfiniteSize, 1.0}};
+  const std::pair<double, double> diameters[] = {
+      {0.3, 1.0},       {4000.0, 2500.0},    {2500.0, 2500.0},    {1.0, 1.0},
+      {0.0, 1.0},       {-0.0, 1.0},         {-5.0, 1.0},         {13.7, 13.7},
+      {2500.1, 2500.0}, {0.9999999999, 1.0}, {kInfinity, 2500.0}, {-kInfinity, 1.0}};
   for (const auto& [diameter, queued] : diameters) {
     gPlayFunction = 0;
     EXPECT_EQ(PlayeventDynamicSetMasterDiameter(diameter, 0), 0);
