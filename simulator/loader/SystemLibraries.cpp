@@ -29,10 +29,11 @@ constexpr std::string_view kSimulated[] = {
 
 constexpr char kDeviceFrameworkHere[] = "libMoravinClient.so";
 
-// The base address of the file that a function or object comes from; null if there is none.
+// Where the file that a function or object comes from begins in memory; null if there is none.
+// dladdr would also look for the symbol's name, among all that the simulator defines.
 void* fileOf(const void* address) {
-  Dl_info info{};
-  return address != nullptr && dladdr(address, &info) != 0 ? info.dli_fbase : nullptr;
+  dl_find_object file{};
+  return _dl_find_object(const_cast<void*>(address), &file) == 0 ? file.dlfo_map_start : nullptr;
 }
 
 // Finds a symbol that the library of `sample` itself defines, not one of its dependencies.
