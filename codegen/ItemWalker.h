@@ -40,7 +40,7 @@ struct ItemPlace {
 /// - the types `Kind` (DescriptorKind or ListKind), `Output`, and `Key`, a key as the text spells
 /// it;
 /// - a constructor that takes the container and the output, and begins the container;
-/// - `key(DescriptorKeyID)`, called before a value is read that is no container or global class;
+/// - `key(DescriptorKeyID)`, called before a value is read, except a container or a global class;
 /// - one member for each type of value, called with that key and the value. Those that can fail
 ///   return false;
 /// - `putGlobalClass`, `putObject` and `putList`, which spell the key themselves;

@@ -29,7 +29,7 @@ char32_t decoded(std::string_view sequence) {
 bool isWithin(char32_t c, char32_t low, char32_t high) { return low <= c && c <= high; }
 
 /// Whether a character beyond ASCII is not seen or changes how others are seen: controls, spaces of
-/// no width, marks of direction, separators of lines, tags, and what is no character.
+/// no width, marks of direction, separators of lines, tags, and noncharacters.
 bool isHidden(char32_t c) {
   return isWithin(c, 0x80, 0x9F) || c == 0xAD || c == 0x61C || isWithin(c, 0x200B, 0x200F) ||
          isWithin(c, 0x2028, 0x202E) || isWithin(c, 0x2060, 0x206F) || c == 0xFEFF ||

@@ -240,7 +240,7 @@ void addCheck(CLI::App& app, Command& action) {
   auto options = std::make_shared<CheckOptions>();
   CLI::App* check = app.add_subcommand("check", "Judge a built plug-in");
   CLI::Option* file = check->add_option("FILE", options->plugin, "A bundle or a module");
-  check->add_flag("--list", options->list, "Tell what is checked, and check nothing");
+  check->add_flag("--list", options->list, "List the checks, and check nothing");
   check->add_flag("--json", options->json, "Print one JSON object");
   check->add_option("--only", options->only, "Run this check alone; may be repeated")
       ->type_name("NAME")

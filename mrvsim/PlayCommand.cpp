@@ -137,7 +137,7 @@ class Performance {
     if (theLog().misuses() > 0) channel_.send(kPluginMisused, "");
   }
 
-  /// Tells what the plug-in throws from what this program throws.
+  /// Distinguishes what the plug-in throws from what this program throws.
   template <class Call>
   void guarded(Call call) {
     try {

@@ -21,7 +21,7 @@ enum class FileFormat {
 /// The format of a file that begins with these bytes; four are enough. [any-thread]
 FileFormat formatOf(Bytes beginning);
 
-/// As many bytes as tell all that `describeFile` says.
+/// As many bytes as `describeFile` needs.
 inline constexpr std::size_t kTellingBytes = 64;
 
 /// What a file that begins with these bytes is, for errors: "a 32-bit Mach-O file for i386", "an

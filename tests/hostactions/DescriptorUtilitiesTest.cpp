@@ -157,7 +157,7 @@ TEST_F(DescriptorUtilitiesItem, ReturnsTheParameterErrorForATextOfLength10WithAC
   std::uint32_t length = 9;
   EXPECT_EQ(PIUGetSingleItemFromDescriptor(text("0123456789"), kKey, buffer, &length), kParameter);
   EXPECT_STREQ(buffer, "untouched");
-  EXPECT_EQ(length, 10U) << "the length is told all the same";
+  EXPECT_EQ(length, 10U) << "the length is given all the same";
   EXPECT_TRUE(recorder.textLimits.empty());
 }
 

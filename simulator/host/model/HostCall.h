@@ -47,14 +47,15 @@ std::int32_t outcome(ProcedureBody body);
 std::int32_t callResult(SuiteId suite, const char* procedure, ProcedureBody body);
 std::int32_t releaseResult(SuiteId suite, const char* procedure, ProcedureBody body);
 
-/// A procedure with an error code. When told to fail, it returns the error without running `body`.
+/// A procedure with an error code. If a fault is set for it, it returns the error without running
+/// `body`.
 template <class Result>
 Result hostCall(SuiteId suite, const char* procedure, ProcedureBody body) {
   return static_cast<Result>(callResult(suite, procedure, body));
 }
 
-/// A procedure that releases something. When told to fail, it returns the error but still runs
-/// `body`, since a caller cannot retry a release.
+/// A procedure that releases something. If a fault is set for it, it returns the error but still
+/// runs `body`, since a caller cannot retry a release.
 template <class Result>
 Result hostRelease(SuiteId suite, const char* procedure, ProcedureBody body) {
   return static_cast<Result>(releaseResult(suite, procedure, body));
