@@ -30,12 +30,12 @@ bool isDescriptor(const InputFile& input) {
   return c == '[' || c == 'n';
 }
 
-void readDescriptor(const InputFile& input) {
+void checkDescriptor(const InputFile& input) {
   TypeIds ids;
   parseDescriptor(input.text(), input.name(), ids);
 }
 
-void readActions(const InputFile& input) {
+void checkActions(const InputFile& input) {
   ActionInput source(input);
   actionfiles::ActionFileReader reader(source);
   while (reader.nextAction() != nullptr) {
@@ -47,7 +47,7 @@ std::vector<std::string> notesOn(const std::string& file) {
   InputFile input(file);
   const bool areActions = isActionFile(file, input);
   if (!areActions && !isDescriptor(input)) return ScenarioFile(std::move(input)).notes();
-  areActions ? readActions(input) : readDescriptor(input);
+  areActions ? checkActions(input) : checkDescriptor(input);
   return {};
 }
 

@@ -16,6 +16,7 @@ class Picture {
  public:
   static constexpr int kWidth = 1280;
   static constexpr int kHeight = 800;
+  static constexpr int kBytesInRow = kWidth * int{sizeof(std::uint32_t)};
 
   /// Draws the landscape, the same each time.
   Picture();

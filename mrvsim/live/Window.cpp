@@ -11,7 +11,6 @@ namespace simulator::live {
 namespace {
 
 constexpr double kNanosecondsInSecond = 1e9;
-constexpr int kBytesInPixel = 4;
 
 constexpr float kTopHeight = 48;
 constexpr float kSideWidth = 404;
@@ -156,8 +155,7 @@ void Window::showPaint(const PixelRect& changed) {
   if (changed.width <= 0 || changed.height <= 0) return;
   const SDL_Rect rect = {changed.x, changed.y, changed.width, changed.height};
   const std::ptrdiff_t first = std::ptrdiff_t{changed.y} * Picture::kWidth + changed.x;
-  SDL_UpdateTexture(texture_.get(), &rect, picture_.pixels() + first,
-                    Picture::kWidth * kBytesInPixel);
+  SDL_UpdateTexture(texture_.get(), &rect, picture_.pixels() + first, Picture::kBytesInRow);
 }
 
 void Window::draw(std::int64_t now) {

@@ -16,7 +16,7 @@ using namespace testing_support;
 namespace fs = std::filesystem;
 
 constexpr char kPath[] = "Adobe Photoshop CS5.1 Settings/Adobe Photoshop CS5.1 Prefs.psp";
-const std::string kKey = "zoomWithScrollWheel";
+const std::string kPreferenceKey = "zoomWithScrollWheel";
 constexpr std::size_t kChunk = 200;
 constexpr std::size_t kValue = 23;
 
@@ -46,7 +46,7 @@ class ZoomPreference : public testing::Test {
   /// A file of `size` bytes 'x' with the key at `position`.
   static std::string fileWithKeyAt(std::size_t position, std::size_t size) {
     std::string bytes(size, 'x');
-    return bytes.replace(position, kKey.size(), kKey);
+    return bytes.replace(position, kPreferenceKey.size(), kPreferenceKey);
   }
 
   /// Moves the user's home to its subfolder `folder` and returns the new preferences folder.
@@ -75,7 +75,7 @@ TEST_F(ZoomPreference, DependsOnNoOtherByte) {
   std::string bytes = fileWithKeyAt(30, 200);
   bytes[30 + kValue] = 0;
   EXPECT_FALSE(readBytes(bytes));
-  bytes = std::string(200, '\0').replace(30, kKey.size(), kKey);
+  bytes = std::string(200, '\0').replace(30, kPreferenceKey.size(), kPreferenceKey);
   bytes[30 + kValue] = 1;
   EXPECT_TRUE(readBytes(bytes));
 }
@@ -90,13 +90,13 @@ TEST_F(ZoomPreference, IsFoundInLaterChunks) {
 }
 
 TEST_F(ZoomPreference, IsReadAtTheFirstKey) {
-  std::string bytes = fileWithKeyAt(20, 600).replace(300, kKey.size(), kKey);
+  std::string bytes = fileWithKeyAt(20, 600).replace(300, kPreferenceKey.size(), kPreferenceKey);
   bytes[20 + kValue] = 0;
   EXPECT_FALSE(readBytes(bytes));
 }
 
 TEST_F(ZoomPreference, IsNotReadAtAKeyThatDiffersInOneByte) {
-  for (std::size_t at = 0; at < kKey.size(); ++at) {
+  for (std::size_t at = 0; at < kPreferenceKey.size(); ++at) {
     std::string bytes = fileWithKeyAt(40, 200);
     bytes[40 + at] ^= 0x20;
     EXPECT_FALSE(readBytes(bytes)) << at;
@@ -133,31 +133,31 @@ TEST_F(ZoomPreference, IsNotFoundIfTheKeyIsSplitBetweenTwoChunks) {
 TEST_F(ZoomPreference, IsReadFromTheFilesNextByteIfTheChunkEndsTenBytesAfterTheKeysStart) {
   constexpr std::size_t kStart = 50;
   std::string before(kChunk, 'x');
-  before.replace(kStart + 10, 9, kKey.substr(10));
+  before.replace(kStart + 10, 9, kPreferenceKey.substr(10));
   before[kStart + kValue] = 1;  // the byte at +23 in the buffer, which is not read
-  EXPECT_FALSE(readBytes(before + std::string(kStart, 'x') + kKey.substr(0, 10)));
+  EXPECT_FALSE(readBytes(before + std::string(kStart, 'x') + kPreferenceKey.substr(0, 10)));
 }
 
 TEST_F(ZoomPreference, IsCompletedFromThePreviousChunkIfTheLastChunkIsShort) {
   // In a chunk shorter than 23 bytes the value, too, comes from the previous chunk.
   for (std::size_t size = 1; size < 23; ++size) {
     std::string before = std::string(kChunk, '\0');
-    before.replace(0, kKey.size(), kKey);
+    before.replace(0, kPreferenceKey.size(), kPreferenceKey);
     before[0] = 'Z';
     before[kValue] = 1;
-    EXPECT_TRUE(
-        readBytes(before + kKey.substr(0, size) + std::string(size > 19 ? size - 19 : 0, 'x')));
+    EXPECT_TRUE(readBytes(before + kPreferenceKey.substr(0, size) +
+                          std::string(size > 19 ? size - 19 : 0, 'x')));
     before[kValue] = 0;
-    EXPECT_FALSE(readBytes(before + kKey.substr(0, size)));
+    EXPECT_FALSE(readBytes(before + kPreferenceKey.substr(0, size)));
   }
 }
 
 TEST_F(ZoomPreference, IsCompletedByZerosIfTheFirstChunkIsShort) {
-  EXPECT_FALSE(readBytes(kKey));
-  EXPECT_FALSE(readBytes(kKey + "bool"));  // 23 bytes: the file has no next byte
-  EXPECT_FALSE(readBytes(kKey + "boo"));   // 22 bytes: the value is the zero after them
-  EXPECT_TRUE(readBytes(kKey + "bool" + "\1"));
-  EXPECT_FALSE(readBytes(kKey.substr(0, 18)));
+  EXPECT_FALSE(readBytes(kPreferenceKey));
+  EXPECT_FALSE(readBytes(kPreferenceKey + "bool"));  // 23 bytes: the file has no next byte
+  EXPECT_FALSE(readBytes(kPreferenceKey + "boo"));   // 22 bytes: the value is the zero after them
+  EXPECT_TRUE(readBytes(kPreferenceKey + "bool" + "\1"));
+  EXPECT_FALSE(readBytes(kPreferenceKey.substr(0, 18)));
 }
 
 TEST_F(ZoomPreference, IsOffForAnEmptyFile) { EXPECT_FALSE(readBytes("")); }
