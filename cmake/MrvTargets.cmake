@@ -54,6 +54,15 @@ function(mrv_count_branches target)
   endif()
 endfunction()
 
+# mrv_fuzz(TARGET): with MRV_FUZZ, lets the fuzzer follow which branches of the target run. What else
+# -fsanitize=fuzzer-no-link counts would cost each test a quarter of its time.
+function(mrv_fuzz target)
+  if(MRV_FUZZ)
+    target_compile_options(${target} PRIVATE
+                           -fsanitize-coverage=inline-8bit-counters,trace-cmp)
+  endif()
+endfunction()
+
 # mrv_count_lines(TARGET): with MRV_COVERAGE, counts the lines of the system's folders that run in the
 # target: those of its own sources, and those of the headers that it compiles. With MRV_BRANCHES,
 # counts branches instead.
@@ -81,13 +90,16 @@ function(mrv_library folder)
   mrv_compile_options(${library})
   # A module that contains a unique symbol cannot be unloaded.
   target_compile_options(${library} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-fno-gnu-unique>
-                                            -ffunction-sections -fdata-sections
-                                            ${MRV_SYSTEM_OPTIMISATION})
+                                            -ffunction-sections -fdata-sections)
+  if(folder IN_LIST MRV_OPTIMISED_FOLDERS)
+    target_compile_options(${library} PRIVATE -O2)
+  endif()
   # Also in a build of several sources at a time, each source is compiled by itself, as in the bundle:
   # it must include what it needs.
   set_target_properties(${library} PROPERTIES CXX_VISIBILITY_PRESET hidden
                                               VISIBILITY_INLINES_HIDDEN ON UNITY_BUILD OFF)
   mrv_count_lines(${library})
+  mrv_fuzz(${library})
   # The headers ask for less than the sources. What is built together is compiled alike.
   target_compile_features(${library} INTERFACE "$<BUILD_INTERFACE:cxx_std_20>" cxx_std_17)
   target_include_directories(${library} PUBLIC "$<BUILD_INTERFACE:${MRV_ROOT}>"
