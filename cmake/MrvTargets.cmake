@@ -144,7 +144,8 @@ function(mrv_mac_project name source_folder build_folder)
     CMAKE_ARGS --log-level=WARNING
                -DCMAKE_TOOLCHAIN_FILE=${MRV_ROOT}/packaging/macos/toolchain.cmake
                -DCMAKE_CXX_COMPILER_LAUNCHER=${CMAKE_CXX_COMPILER_LAUNCHER}
-               -DCMAKE_COMPILE_WARNING_AS_ERROR=${CMAKE_COMPILE_WARNING_AS_ERROR} ${ARGN}
+               -DCMAKE_COMPILE_WARNING_AS_ERROR=${CMAKE_COMPILE_WARNING_AS_ERROR}
+               -DCMAKE_UNITY_BUILD_BATCH_SIZE=${CMAKE_UNITY_BUILD_BATCH_SIZE} ${ARGN}
     BUILD_COMMAND "${CMAKE_COMMAND}" --build "${build_folder}" -- --quiet
     BUILD_ALWAYS ON
     INSTALL_COMMAND "")

@@ -53,8 +53,9 @@ TEST(Install, CopiesAProgramThatRunsByItself) {
 
 TEST(Install, MakesAPackageOfTheDistributionThatRuns) {
   const TemporaryFolder folder;
-  const Finished packed =
-      run({"cpack", "--config", MRV_BUILD "/CPackConfig.cmake", "-B", folder.file("")});
+  // Not compressed as well as what a user installs, but in a fraction of the time.
+  const Finished packed = run({"cpack", "--config", MRV_BUILD "/CPackConfig.cmake", "-D",
+                               "CPACK_DEBIAN_COMPRESSION_TYPE=gzip", "-B", folder.file("")});
   ASSERT_EQ(packed.status, 0) << packed.output << packed.errors;
   const std::string package = folder.file("mrvphotoshop_" MRV_VERSION "_" MRV_PROCESSOR ".deb");
   ASSERT_EQ(run({"dpkg-deb", "-x", package, folder.file("root")}).status, 0);
