@@ -53,11 +53,12 @@ std::string ReadyFunction::partName(std::size_t part) const {
   return name_ + "_part" + std::to_string(part);
 }
 
-std::string ReadyFunction::spelling(std::uint32_t id, const char* kind, std::string_view before) {
+std::string ReadyFunction::spelling(std::uint32_t identifier, const char* kind,
+                                    std::string_view before) {
   std::string text(before);
-  if (names_.append(id, kind, text)) return text;
-  lacks("the host's string ID ", id, " does not lead back to its number");
-  return text + std::to_string(id);
+  if (names_.append(identifier, kind, text)) return text;
+  lacks("the host's string ID ", identifier, " does not lead back to its number");
+  return text + std::to_string(identifier);
 }
 
 void ReadyFunction::end(std::string_view comment, std::uint32_t event) {

@@ -59,7 +59,7 @@ class ReadyFunction {
   }
 
   /// The spelling of an identifier after `before`; marks the function incomplete if it has none.
-  std::string spelling(std::uint32_t id, const char* kind, std::string_view before = "");
+  std::string spelling(std::uint32_t identifier, const char* kind, std::string_view before = "");
 
   /// Writes "error = call;" and the check; the call consists of the parts.
   template <class... Parts>

@@ -46,7 +46,9 @@ class ReadyItems {
   template <class... Parts>
   void put(std::string_view procedure, const Key& key, const Parts&... parts);
 
-  std::string idOf(std::uint32_t id, const char* kind) { return out_->spelling(id, kind); }
+  std::string idOf(std::uint32_t identifier, const char* kind) {
+    return out_->spelling(identifier, kind);
+  }
 
   Container container_;
   ReadyFunction* out_;

@@ -6,42 +6,12 @@
 
 #include "hostactions/ActiveTool.h"
 #include "tests/hostactions/RecordingHost.h"
+#include "tests/hostactions/Tools.h"
 
 using namespace simulator;
 using namespace testing_support;
 
 namespace {
-
-constexpr std::pair<const char*, int> kTools[] = {{"paintbrushTool", 29},
-                                                  {"cloneStampTool", 30},
-                                                  {"patternStampTool", 31},
-                                                  {"eraserTool", 32},
-                                                  {"historyBrushTool", 33},
-                                                  {"artBrushTool", 35},
-                                                  {"marqueeRectTool", 36},
-                                                  {"marqueeEllipTool", 37},
-                                                  {"marqueeSingleRowTool", 38},
-                                                  {"marqueeSingleColumnTool", 39},
-                                                  {"magneticLassoTool", 40},
-                                                  {"bucketTool", 42},
-                                                  {"magicStampTool", 44},
-                                                  {"spotHealingBrushTool", 45},
-                                                  {"colorReplacementBrushTool", 46},
-                                                  {"redEyeTool", 47},
-                                                  {"magicEraserTool", 48},
-                                                  {"pencilTool", 49},
-                                                  {"backgroundEraserTool", 50},
-                                                  {"gradientTool", 51},
-                                                  {"blurTool", 52},
-                                                  {"smudgeTool", 53},
-                                                  {"sharpenTool", 54},
-                                                  {"saturationTool", 55},
-                                                  {"dodgeTool", 56},
-                                                  {"burnInTool", 57},
-                                                  {"lassoTool", 58},
-                                                  {"polySelTool", 59},
-                                                  {"magicWandTool", 60},
-                                                  {"quickSelectTool", 61}};
 
 const Json kToolReference = jsonOf(R"([
     {"form": "prop", "class": "Prpr", "key": "Tool"},
@@ -69,11 +39,11 @@ using ActiveToolBrushSize = ActiveTool;
 }  // namespace
 
 TEST_F(ActiveTool, HasTheNumberOfEachNameInTheTable) {
-  for (const auto& [name, number] : kTools) EXPECT_EQ(numberOf(name), number) << name;
+  for (const auto& [name, number] : kNumberedTools) EXPECT_EQ(numberOf(name), number) << name;
 }
 
 TEST_F(ActiveTool, Is62ForANameLongerOrShorterThanATableName) {
-  for (const auto& [tool, number] : kTools) {
+  for (const auto& [tool, number] : kNumberedTools) {
     const std::string name = tool;
     EXPECT_EQ(numberOf(name + "s"), kOtherTool);
     EXPECT_EQ(numberOf(name + " "), kOtherTool);

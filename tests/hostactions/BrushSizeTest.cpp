@@ -6,13 +6,13 @@
 
 #include <climits>
 #include <ostream>
-#include <utility>
 
 #include "hostactions/BrushSize.h"
 #include "hostactions/PsUIBoss.h"
 #include "hostwindow/ObjcMessage.h"
 #include "simulator/macos/ObjcRuntime.h"
 #include "simulator/macos/TextInput.h"
+#include "tests/hostactions/Tools.h"
 #include "tests/support/Machine.h"
 
 using namespace simulator;
@@ -231,47 +231,20 @@ TEST_F(BrushSize, AccumulatesAndTypesNothingWithTheMagicWand) {
 }
 
 TEST_F(BrushSize, TypesOnlyForTheToolsOfTheBitSet) {
-  const std::pair<const char*, int> tools[] = {{"paintbrushTool", 29},
-                                               {"cloneStampTool", 30},
-                                               {"patternStampTool", 31},
-                                               {"eraserTool", 32},
-                                               {"historyBrushTool", 33},
-                                               {"artBrushTool", 35},
-                                               {"marqueeRectTool", 36},
-                                               {"marqueeEllipTool", 37},
-                                               {"marqueeSingleRowTool", 38},
-                                               {"marqueeSingleColumnTool", 39},
-                                               {"magneticLassoTool", 40},
-                                               {"bucketTool", 42},
-                                               {"magicStampTool", 44},
-                                               {"spotHealingBrushTool", 45},
-                                               {"colorReplacementBrushTool", 46},
-                                               {"redEyeTool", 47},
-                                               {"magicEraserTool", 48},
-                                               {"pencilTool", 49},
-                                               {"backgroundEraserTool", 50},
-                                               {"gradientTool", 51},
-                                               {"blurTool", 52},
-                                               {"smudgeTool", 53},
-                                               {"sharpenTool", 54},
-                                               {"saturationTool", 55},
-                                               {"dodgeTool", 56},
-                                               {"burnInTool", 57},
-                                               {"lassoTool", 58},
-                                               {"polySelTool", 59},
-                                               {"magicWandTool", 60},
-                                               {"quickSelectTool", 61},
-                                               {"moveTool", 62}};
-  std::vector<int> brushes;
-  for (const auto& [tool, number] : tools) {
+  const auto typesWith = [this](const char* tool) {
     theHost().setTool(tool);
     ResetBrushSizeAccumulator();
     AdjustBrushSize(600);
-    if (!typed().empty()) brushes.push_back(number);
+    return !typed().empty();
+  };
+  std::vector<int> brushes;
+  for (const auto& [tool, number] : kNumberedTools) {
+    if (typesWith(tool)) brushes.push_back(number);
   }
   const std::vector<int> expected = {29, 30, 31, 32, 33, 35, 44, 45, 46,
                                      49, 50, 52, 53, 54, 55, 56, 57, 61};
   EXPECT_EQ(brushes, expected);
+  EXPECT_FALSE(typesWith("moveTool"));
 }
 
 TEST_F(BrushSize, StopsTheGestureForAToolWithoutBrushOptions) {
