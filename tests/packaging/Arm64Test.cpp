@@ -56,18 +56,26 @@ TEST_P(Arm64Scenarios, GiveTheSameLogAsOnIntel) {
 
 INSTANTIATE_TEST_SUITE_P(, Arm64Scenarios, testing::ValuesIn(scenariosWith(".json")), scenarioName);
 
-// All but that of the time that loading takes, which the emulator would need to translate the code.
-TEST_F(Arm64, PassesEveryCheckThatMeasuresNoTime) {
+// The emulator translates the code while it loads; without optimisation that takes too long for the
+// check of the time that loading takes.
+#ifdef MRV_LONG_TESTS
+constexpr bool kMeasuresTime = true;
+#else
+constexpr bool kMeasuresTime = false;
+#endif
+
+TEST_F(Arm64, PassesEveryCheck) {
   std::vector<std::string> command = {"check", MRV_BUNDLE, "--json"};
   const simulator::Json all = simulator::Json::parse(mrvsim({"check", "--list", "--json"}).output);
   for (const auto& check : all["checks"]) {
     const auto name = check["name"].get<std::string>();
-    if (name != "load-time") command.insert(command.end(), {"--only", name});
+    if (kMeasuresTime || name != "load-time") command.insert(command.end(), {"--only", name});
   }
   const Finished checked = mrvsim(command);
   EXPECT_EQ(checked.status, 0) << checked.output << checked.errors;
   const simulator::Json report = simulator::Json::parse(checked.output);
-  EXPECT_EQ(report["checks"].size(), all["checks"].size() - 1);
+  EXPECT_GT(report["checks"].size(), 20U);
+  EXPECT_EQ(report["checks"].size(), all["checks"].size() - (kMeasuresTime ? 0 : 1));
   for (const auto& check : report["checks"]) {
     EXPECT_EQ(check["result"].get<std::string>(), "passed") << check.dump();
   }
