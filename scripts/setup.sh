@@ -54,10 +54,11 @@ build() {
   cmake --build --preset "$1" -- --quiet
 }
 
-# build_all PRESET [OPTION...]: the same for every target, also those that the preset leaves out.
-build_all() {
-  configure "$@"
-  cmake --build --preset "$1" --target all -- --quiet
+# build_target TARGET PRESET [OPTION...]: the same for one target, or for all; also what the preset
+# leaves out.
+build_target() {
+  configure "${@:2}"
+  cmake --build --preset "$2" --target "$1" -- --quiet
 }
 
 # build_aloud PRESET [OPTION...]: the same, and says on standard error how far it is.
